@@ -1,0 +1,89 @@
+#pragma once
+
+#include "platform/Orologio.h"
+#include "platform/Result.h"
+#include "platform/Sintetizzatore.h"
+#include "platform/Temporizzatore.h"
+#include "platform/UscitaAudio.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace sonnel {
+
+/// State of the sequencer, with the numbers it shows.
+enum class MciMode : int {
+    NotReady = 524,
+    Stopped = 525,
+    Playing = 526,
+    Recording = 527,
+    Seeking = 528,
+    Paused = 529,
+    Open = 530
+};
+
+/// How a command ended.
+enum class MciNotify : std::int16_t { Successful = 1, Superseded = 2, Aborted = 4, Failure = 8 };
+
+enum class MciCommand { Open, Close, Play, Pause, Seek, Prev };
+
+/// The MIDI sequencer as the player drives it, on the user-interface thread: one file at a time,
+/// times in milliseconds.
+class MMControl {
+  public:
+    MMControl(Sintetizzatore& sintetizzatore, UscitaAudio& uscita, Temporizzatore& temporizzatore,
+              const Orologio& orologio);
+    ~MMControl();
+    MMControl(const MMControl&) = delete;
+    MMControl& operator=(const MMControl&) = delete;
+
+    /// The file the next Open opens (its name in any letter case); "" when no file is open. Close
+    /// and a failed Open empty it.
+    void SetFileName(std::string fileName);
+    [[nodiscard]] const std::string& FileName() const;
+
+    /// Carries out a command. Only Open says what went wrong; the others ignore what cannot be
+    /// done.
+    std::optional<Error> Command(MciCommand command);
+
+    [[nodiscard]] MciMode Mode() const;
+    /// Position heard, in milliseconds; never goes back while playing.
+    [[nodiscard]] std::int32_t Position() const;
+    /// Length of the open file in milliseconds: its last event that is not an end-of-track mark.
+    [[nodiscard]] std::int32_t Length() const;
+    /// Target of the next Seek, in milliseconds; beyond the end means the end.
+    void SetTo(std::int32_t ms);
+
+    /// Asks for status reports every `ms` milliseconds while playing, and one after each command.
+    void SetUpdateInterval(int ms);
+    std::function<void()> onStatusUpdate;
+    /// Play completes with Successful at the end of the song, with Aborted by Pause and Seek.
+    std::function<void(MciNotify)> onDone;
+
+    /// While one of these lives no report and no completion is delivered; they come afterwards.
+    class Quiet {
+      public:
+        explicit Quiet(MMControl& control);
+        ~Quiet();
+        Quiet(const Quiet&) = delete;
+        Quiet& operator=(const Quiet&) = delete;
+
+      private:
+        MMControl& control_;
+    };
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+/// The player's test for playing: true for the modes 526 and 527 only.
+[[nodiscard]] constexpr bool IsPlaying(MciMode mode) {
+    return (static_cast<int>(mode) & 526) == 526;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sonnel {
+
+enum class TipoEvento : std::int16_t { Marcatore = 0, Pagina = 1, Colore = 2 };
+
+/// One timed event of a song's lyrics.
+struct Evento {
+    std::int32_t Tempo = 0;  ///< tenths of a second from the start of the song
+    TipoEvento Tipo = TipoEvento::Marcatore;
+    std::string Testo;  ///< page: lines joined by CR LF; colour: count of characters; marker: free
+};
+
+/// The lyrics of the loaded song: its events in file order, counted from 1, and the last of them
+/// that the display shows.
+class Timeline {
+  public:
+    Timeline();
+
+    /// Appends an event; false when the song already holds as many as fit (32,750).
+    [[nodiscard]] bool InserisciEvento(std::int32_t tempo, TipoEvento tipo, std::string testo);
+    /// Forgets the events; what is allocated stays.
+    void Azzera();
+
+    [[nodiscard]] std::int16_t NumEventi() const { return numEventi_; }
+    [[nodiscard]] std::int16_t MaxEventi() const;
+    /// Event `indice`, 1 to NumEventi.
+    [[nodiscard]] const Evento& Eventi(std::int16_t indice) const;
+    [[nodiscard]] Evento& Eventi(std::int16_t indice);
+
+    /// Index of the last event applied to the display; 0 for none.
+    std::int16_t UltimoEvento = 0;
+
+  private:
+    std::vector<Evento> eventi_;
+    std::int16_t numEventi_ = 0;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Temporizzatore.h"
+
+#include <functional>
+#include <utility>
+
+namespace sonnel::test {
+
+/// A timer fired by hand.
+class ManualTimer : public Temporizzatore {
+  public:
+    void Start(int intervalMs, std::function<void()> tick) override {
+        interval = intervalMs;
+        tick_ = std::move(tick);
+    }
+    void Stop() override {
+        interval = 0;
+        tick_ = nullptr;
+    }
+    bool Running() const { return interval > 0; }
+    void Fire() {
+        if (auto tick = tick_) {
+            tick();
+        }
+    }
+
+    int interval = 0;
+
+  private:
+    std::function<void()> tick_;
+};
+
+}  // namespace sonnel::test

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/MsgBox.h"
+
+#include <deque>
+#include <vector>
+
+namespace sonnel::test {
+
+/// Keeps what was shown and answers from a script; Ok when the script is empty.
+class ScriptedMsgBox : public MsgBox {
+  public:
+    Answer Show(const Message& message) override {
+        shown.push_back(message);
+        if (answers.empty()) {
+            return Answer::Ok;
+        }
+        const Answer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+
+    std::vector<Message> shown;
+    std::deque<Answer> answers;
+};
+
+}  // namespace sonnel::test
