@@ -2,7 +2,10 @@
 
 #include "platform/Result.h"
 
+#include <cstddef>
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,16 +16,48 @@ namespace sonnel {
 [[nodiscard]] std::filesystem::path PathFromUtf8(std::string_view text);
 [[nodiscard]] std::string Utf8FromPath(const std::filesystem::path& path);
 
+/// Whether a name stays in the directory it is looked up in: not empty, no separator, not "." or
+/// "..", no NUL character.
+[[nodiscard]] bool IsPlainName(std::string_view name);
+
 /// Finds a regular file by its path: the exact name first, then its name in any letter case within
-/// its directory (a name with the exact stem before others, then in byte order).
+/// its directory. A name with the exact stem comes before others, and of those one with the
+/// extension in upper case, then in lower case; else byte order decides.
 [[nodiscard]] std::optional<std::filesystem::path> FindFile(const std::filesystem::path& path);
 
-/// The whole content of a regular file. The error's number is the system's and its text the
-/// system's reason.
+/// A regular file open for reading.
+class FileReader {
+  public:
+    /// Anything but a regular file (a directory, a pipe, a device) is an error. The error's number
+    /// is the system's and its text the system's reason; so are those of the operations below.
+    static Result<FileReader> Open(const std::filesystem::path& path);
+
+    /// Appends up to `size` bytes to `content`; nothing more is appended at the end of the file. On
+    /// failure what was read until then is appended.
+    std::optional<Error> Read(std::string& content, std::size_t size);
+    /// Appends the rest of the file to `content`; likewise.
+    std::optional<Error> ReadAll(std::string& content);
+
+  private:
+    struct Closer {
+        void operator()(std::FILE* file) const { (void)std::fclose(file); }
+    };
+    explicit FileReader(std::FILE* file) : file_(file) {}
+
+    std::unique_ptr<std::FILE, Closer> file_;
+};
+
+/// Files longer than this are not read: the error is "file too large".
+inline constexpr std::size_t MaxFileSize = std::size_t{1} << 30U;
+
+/// The whole content of a regular file; errors as in FileReader.
 [[nodiscard]] Result<std::string> ReadFile(const std::filesystem::path& path);
 
-/// Replaces a file's content: written beside it, flushed, renamed, so that a crash at any moment
-/// leaves the old or the new file whole. On failure the old file stays and nothing is left behind.
+/// Replaces a file's content, or makes the file: written beside it, flushed, renamed, so that a
+/// crash at any moment leaves the old or the new file whole. The permissions of an existing file
+/// are kept, and a symbolic link stays one: its target is written. A write-protected file is not
+/// replaced. On failure the old file stays and nothing is left behind; the error's number is the
+/// system's and its text a sentence with the file's name and the reason.
 [[nodiscard]] std::optional<Error> WriteFileAtomically(const std::filesystem::path& path,
                                                        std::string_view content);
 

@@ -15,7 +15,7 @@ template <class Int>
     if (std::isnan(value)) {
         return 0;
     }
-    const double rounded = value - std::remainder(value, 1.0);
+    const double rounded = std::isinf(value) ? value : value - std::remainder(value, 1.0);
     if (rounded <= static_cast<double>(std::numeric_limits<Int>::min())) {
         return std::numeric_limits<Int>::min();
     }

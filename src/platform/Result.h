@@ -24,7 +24,7 @@ class [[nodiscard]] Result {
     const T& operator*() const { return std::get<T>(content_); }
     T* operator->() { return &std::get<T>(content_); }
     const T* operator->() const { return &std::get<T>(content_); }
-    const Error& error() const { return std::get<Error>(content_); }
+    [[nodiscard]] const Error& error() const { return std::get<Error>(content_); }
 
   private:
     std::variant<T, Error> content_;

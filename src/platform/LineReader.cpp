@@ -1,0 +1,20 @@
+#include "platform/LineReader.h"
+
+namespace sonnel {
+
+std::optional<std::string_view> LineReader::Next() {
+    if (done_) {
+        return std::nullopt;
+    }
+    const std::size_t end = rest_.find_first_of(ends_);
+    const std::string_view line = rest_.substr(0, end);
+    if (end == std::string_view::npos) {
+        done_ = true;
+        return line;
+    }
+    rest_.remove_prefix(rest_.substr(end, 2) == "\r\n" ? end + 2 : end + 1);
+    done_ = rest_.empty();
+    return line;
+}
+
+}  // namespace sonnel

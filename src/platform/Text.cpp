@@ -1,0 +1,252 @@
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace sonnel {
+namespace {
+
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
+/// One character of a text: its code point and how many bytes it takes.
+struct Character {
+    char32_t codePoint = 0;
+    std::size_t length = 1;
+    bool valid = true;
+};
+
+/// How many bytes the lead byte announces, and the smallest code point that needs so many.
+struct Sequence {
+    std::size_t length;
+    char32_t bits;
+    char32_t smallest;
+};
+
+std::optional<Sequence> SequenceOf(unsigned char lead) {
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        return Sequence{2, lead & 0x1FU, 0x80};
+    }
+    if (lead >= 0xE0 && lead <= 0xEF) {
+        return Sequence{3, lead & 0x0FU, 0x800};
+    }
+    if (lead >= 0xF0 && lead <= 0xF4) {
+        return Sequence{4, lead & 0x07U, 0x10000};
+    }
+    return std::nullopt;
+}
+
+bool IsScalar(char32_t codePoint) {
+    return codePoint <= 0x10FFFF && (codePoint < 0xD800 || codePoint > 0xDFFF);
+}
+
+/// The first character of a text that is not empty.
+Character FirstCharacter(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    if (lead < 0x80) {
+        return {lead, 1, true};
+    }
+    const Character broken{lead, 1, false};
+    const std::optional<Sequence> sequence = SequenceOf(lead);
+    if (!sequence || text.size() < sequence->length) {
+        return broken;
+    }
+    char32_t codePoint = sequence->bits;
+    for (const char byte : text.substr(1, sequence->length - 1)) {
+        const auto next = static_cast<unsigned char>(byte);
+        if ((next & 0xC0U) != 0x80U) {
+            return broken;
+        }
+        codePoint = codePoint << 6U | (next & 0x3FU);
+    }
+    if (codePoint < sequence->smallest || !IsScalar(codePoint)) {
+        return broken;
+    }
+    return {codePoint, sequence->length, true};
+}
+
+void AppendUtf8(std::string& text, char32_t codePoint) {
+    const auto tail = [&](unsigned shift) {
+        text += static_cast<char>(0x80U | (codePoint >> shift & 0x3FU));
+    };
+    if (codePoint < 0x80) {
+        text += static_cast<char>(codePoint);
+    } else if (codePoint < 0x800) {
+        text += static_cast<char>(0xC0U | codePoint >> 6U);
+        tail(0);
+    } else if (codePoint < 0x10000) {
+        text += static_cast<char>(0xE0U | codePoint >> 12U);
+        tail(6);
+        tail(0);
+    } else {
+        text += static_cast<char>(0xF0U | codePoint >> 18U);
+        tail(12);
+        tail(6);
+        tail(0);
+    }
+}
+
+std::size_t AsciiPrefix(std::string_view text) {
+    const auto* const end = std::find_if(text.begin(), text.end(), [](char byte) {
+        return static_cast<unsigned char>(byte) >= 0x80;
+    });
+    return static_cast<std::size_t>(end - text.begin());
+}
+
+/// What Windows-1252 holds in the bytes 80 to 9F.
+constexpr std::array<char32_t, 32> Windows1252High{
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+std::optional<char> Windows1252Byte(char32_t codePoint) {
+    if (codePoint < 0x80 || (codePoint >= 0xA0 && codePoint <= 0xFF)) {
+        return static_cast<char>(codePoint);
+    }
+    const auto* const found = std::find(Windows1252High.begin(), Windows1252High.end(), codePoint);
+    if (found == Windows1252High.end()) {
+        return std::nullopt;
+    }
+    return static_cast<char>(0x80 + (found - Windows1252High.begin()));
+}
+
+/// A run of capital letters. The small letter lies `distance` further on; in a run of pairs only
+/// every second code point, counted from the first, is a capital.
+struct Capitals {
+    char32_t first;
+    char32_t last;
+    int distance;
+    bool pairs;
+};
+
+constexpr std::array CapitalRuns{
+    Capitals{'A', 'Z', 32, false},          Capitals{0xB5, 0xB5, 775, false},
+    Capitals{0xC0, 0xD6, 32, false},        Capitals{0xD8, 0xDE, 32, false},
+    Capitals{0x100, 0x12E, 1, true},        Capitals{0x132, 0x136, 1, true},
+    Capitals{0x139, 0x147, 1, true},        Capitals{0x14A, 0x176, 1, true},
+    Capitals{0x178, 0x178, -121, false},    Capitals{0x179, 0x17D, 1, true},
+    Capitals{0x17F, 0x17F, -268, false},    Capitals{0x18F, 0x18F, 202, false},
+    Capitals{0x1A0, 0x1A4, 1, true},        Capitals{0x1AF, 0x1AF, 1, false},
+    Capitals{0x1C4, 0x1C4, 2, false},       Capitals{0x1C5, 0x1C5, 1, false},
+    Capitals{0x1C7, 0x1C7, 2, false},       Capitals{0x1C8, 0x1C8, 1, false},
+    Capitals{0x1CA, 0x1CA, 2, false},       Capitals{0x1CB, 0x1CB, 1, false},
+    Capitals{0x1CD, 0x1DB, 1, true},        Capitals{0x1DE, 0x1EE, 1, true},
+    Capitals{0x1F1, 0x1F1, 2, false},       Capitals{0x1F2, 0x1F2, 1, false},
+    Capitals{0x1F4, 0x1F4, 1, false},       Capitals{0x1F8, 0x21E, 1, true},
+    Capitals{0x222, 0x232, 1, true},        Capitals{0x246, 0x24E, 1, true},
+    Capitals{0x370, 0x372, 1, true},        Capitals{0x376, 0x376, 1, false},
+    Capitals{0x386, 0x386, 38, false},      Capitals{0x388, 0x38A, 37, false},
+    Capitals{0x38C, 0x38C, 64, false},      Capitals{0x38E, 0x38F, 63, false},
+    Capitals{0x391, 0x3A1, 32, false},      Capitals{0x3A3, 0x3AB, 32, false},
+    Capitals{0x3C2, 0x3C2, 1, false},       Capitals{0x3D8, 0x3EE, 1, true},
+    Capitals{0x400, 0x40F, 80, false},      Capitals{0x410, 0x42F, 32, false},
+    Capitals{0x460, 0x480, 1, true},        Capitals{0x48A, 0x4BE, 1, true},
+    Capitals{0x4C0, 0x4C0, 15, false},      Capitals{0x4C1, 0x4CD, 1, true},
+    Capitals{0x4D0, 0x52E, 1, true},        Capitals{0x1E00, 0x1E94, 1, true},
+    Capitals{0x1E9E, 0x1E9E, -7615, false}, Capitals{0x1EA0, 0x1EFE, 1, true},
+};
+
+char32_t SmallLetter(char32_t codePoint) {
+    const auto* const run =
+        std::find_if(CapitalRuns.begin(), CapitalRuns.end(),
+                     [&](const Capitals& capitals) { return codePoint <= capitals.last; });
+    if (run == CapitalRuns.end() || codePoint < run->first ||
+        (run->pairs && (codePoint - run->first) % 2 != 0)) {
+        return codePoint;
+    }
+    return static_cast<char32_t>(static_cast<int>(codePoint) + run->distance);
+}
+
+}  // namespace
+
+std::size_t CodePoints(std::string_view text) {
+    std::size_t count = 0;
+    while (!text.empty()) {
+        text.remove_prefix(FirstCharacter(text).length);
+        ++count;
+    }
+    return count;
+}
+
+std::string_view FirstCodePoints(std::string_view text, std::size_t count) {
+    std::size_t length = 0;
+    for (; count > 0 && length < text.size(); --count) {
+        length += FirstCharacter(text.substr(length)).length;
+    }
+    return text.substr(0, length);
+}
+
+bool IsValidUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const Character character = FirstCharacter(bytes);
+        if (!character.valid) {
+            return false;
+        }
+        bytes.remove_prefix(character.length);
+    }
+    return true;
+}
+
+std::string FromWindows1252(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 8);
+    while (!bytes.empty()) {
+        const std::size_t plain = AsciiPrefix(bytes);
+        text += bytes.substr(0, plain);
+        bytes.remove_prefix(plain);
+        if (!bytes.empty()) {
+            const auto byte = static_cast<unsigned char>(bytes.front());
+            AppendUtf8(text, byte < 0xA0 ? Windows1252High.at(byte - 0x80U) : byte);
+            bytes.remove_prefix(1);
+        }
+    }
+    return text;
+}
+
+std::optional<std::string> ToWindows1252(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    while (!text.empty()) {
+        const Character character = FirstCharacter(text);
+        const std::optional<char> byte =
+            character.valid ? Windows1252Byte(character.codePoint) : std::nullopt;
+        if (!byte) {
+            return std::nullopt;
+        }
+        bytes += *byte;
+        text.remove_prefix(character.length);
+    }
+    return bytes;
+}
+
+std::string DecodeFileText(std::string_view bytes) {
+    if (bytes.starts_with(Utf8Mark)) {
+        return std::string(bytes.substr(Utf8Mark.size()));
+    }
+    return FromWindows1252(bytes);
+}
+
+std::string EncodeFileText(std::string_view text) {
+    std::optional<std::string> bytes = ToWindows1252(text);
+    // A text whose bytes begin like the mark would come back as something else.
+    if (bytes && !bytes->starts_with(Utf8Mark)) {
+        return *std::move(bytes);
+    }
+    return std::string(Utf8Mark).append(text);
+}
+
+std::string FoldCase(std::string_view text) {
+    std::string key;
+    key.reserve(text.size());
+    while (!text.empty()) {
+        const Character character = FirstCharacter(text);
+        if (character.valid) {
+            AppendUtf8(key, SmallLetter(character.codePoint));
+        } else {
+            key += text.front();
+        }
+        text.remove_prefix(character.length);
+    }
+    return key;
+}
+
+}  // namespace sonnel
