@@ -3,7 +3,11 @@
 
 #include <cerrno>
 #include <csignal>
+#include <string>
+#include <vector>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 

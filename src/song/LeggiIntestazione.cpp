@@ -1,0 +1,100 @@
+#include "song/LeggiIntestazione.h"
+
+#include "platform/Files.h"
+#include "platform/LineReader.h"
+#include "platform/Text.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <optional>
+#include <system_error>
+
+namespace sonnel {
+namespace {
+
+constexpr char InizioCorpo = '0';
+
+/// Whether a line that begins with "0" begins at or after `da`, which is no line's inside. The
+/// first line is seen even behind a byte order mark.
+bool CominciaCorpo(std::string_view byte, std::size_t da) {
+    if (da == 0 && DecodeFileText(byte.substr(0, 4)).starts_with(InizioCorpo)) {
+        return true;
+    }
+    for (std::size_t fine = byte.find('\r', da); fine != std::string_view::npos;
+         fine = byte.find('\r', fine + 1)) {
+        const std::size_t riga = byte.substr(fine + 1, 1) == "\n" ? fine + 2 : fine + 1;
+        if (riga < byte.size() && byte[riga] == InizioCorpo) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The bytes of the file up to some place in its body.
+Result<std::string> LeggiInizio(FileReader& file) {
+    constexpr std::size_t Blocco = 4096;
+    constexpr std::size_t FineRiga = 2;
+    std::string byte;
+    for (;;) {
+        const std::size_t prima = byte.size();
+        if (std::optional<Error> errore = file.Read(byte, Blocco)) {
+            return *errore;
+        }
+        // A line end may lie across two blocks.
+        if (byte.size() == prima || CominciaCorpo(byte, prima < FineRiga ? 0 : prima - FineRiga)) {
+            return byte;
+        }
+        if (byte.size() > MaxFileSize) {
+            return Error{EFBIG, std::generic_category().message(EFBIG)};
+        }
+    }
+}
+
+Intestazione CercaCampi(std::string_view testo) {
+    Intestazione trovata;
+    LineReader righe(testo);
+    while (const auto riga = righe.Next()) {
+        if (riga->starts_with(InizioCorpo)) {
+            break;
+        }
+        const std::string_view campo = riga->substr(0, 3);
+        if (campo == "*TI") {
+            trovata.Titolo = riga->substr(3);
+        } else if (campo == "*AU") {
+            trovata.Autore = riga->substr(3);
+        } else if (campo == "*AL") {
+            trovata.Album = riga->substr(3);
+        }
+    }
+    return trovata;
+}
+
+Error ErroreLettura(const std::filesystem::path& file, int numero) {
+    return {numero, "Can't read the file " + Utf8FromPath(file) + ": " +
+                        std::generic_category().message(numero) + "."};
+}
+
+}  // namespace
+
+Result<Intestazione> LeggiIntestazione(const std::filesystem::path& directory,
+                                       std::string_view name) {
+    const std::filesystem::path atteso = directory / PathFromUtf8(std::string(name) + ".lyk");
+    if (!IsPlainName(name)) {
+        return ErroreLettura(atteso, EINVAL);
+    }
+    return LeggiIntestazione(FindFile(atteso).value_or(atteso));
+}
+
+Result<Intestazione> LeggiIntestazione(const std::filesystem::path& file) {
+    Result<FileReader> aperto = FileReader::Open(file);
+    if (!aperto) {
+        return ErroreLettura(file, aperto.error().number);
+    }
+    const Result<std::string> inizio = LeggiInizio(*aperto);
+    if (!inizio) {
+        return ErroreLettura(file, inizio.error().number);
+    }
+    return CercaCampi(DecodeFileText(*inizio));
+}
+
+}  // namespace sonnel

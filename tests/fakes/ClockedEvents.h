@@ -1,0 +1,32 @@
+#pragma once
+
+#include "fakes/ManualClock.h"
+#include "platform/EventiSistema.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace sonnel::test {
+
+/// An event loop in which waiting moves a manual clock; an event comes after `nextEvent` at latest.
+class ClockedEvents : public EventiSistema {
+  public:
+    explicit ClockedEvents(ManualClock& clock) : clock_(clock) {}
+    void RunPending() override { ++turns; }
+    void WaitPending(std::chrono::milliseconds limit) override {
+        ++turns;
+        clock_.Advance(std::min(limit, nextEvent));
+    }
+    void SetPointer(Pointer shown) override { pointer = shown; }
+    void Beep() override { ++beeps; }
+
+    std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();
+    int turns = 0;
+    int beeps = 0;
+    Pointer pointer = Pointer::Normal;
+
+  private:
+    ManualClock& clock_;
+};
+
+}  // namespace sonnel::test
