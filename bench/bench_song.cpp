@@ -1,0 +1,92 @@
+#include "platform/MsgBox.h"
+#include "song/LeggiIntestazione.h"
+#include "song/LeggiKaraoke.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+namespace sonnel {
+namespace {
+
+class SilentMsgBox : public MsgBox {
+  public:
+    Answer Show(const Message& /*message*/) override { return Answer::Ok; }
+};
+
+std::string Padded(int number, std::size_t width) {
+    std::string digits = std::to_string(number);
+    return std::string(width > digits.size() ? width - digits.size() : 0, '0') + digits;
+}
+
+/// A song as it is usually written: a page of four lines, then a colour event for each of its
+/// words.
+std::string SongText(int events) {
+    constexpr int EventsPerPage = 20;
+    std::string text = "Cantabelle1.0\r\n*TIPerch\xE9 no\r\n*AUSomebody & Co\r\n*ALHits\r\n";
+    for (int i = 0; i < events; ++i) {
+        text += Padded(3 * i, 5);
+        if (i % EventsPerPage == 0) {
+            text +=
+                " 1These are the words of the page,$Ewith perch\xE9 and pi\xF9 in them,$E"
+                "sung in a voice that is loud,$Eand clear for everybody";
+        } else {
+            text += "02" + std::to_string(6 * (i % EventsPerPage));
+        }
+        text += "\r\n";
+    }
+    return text;
+}
+
+/// A song file that is there while the benchmark runs.
+class SongFile {
+  public:
+    explicit SongFile(int events)
+        : base_(std::filesystem::temp_directory_path() /
+                ("sonnel-bench-" + std::to_string(getpid()))) {
+        std::ofstream(base_.string() + ".lyk", std::ios::binary) << SongText(events);
+    }
+    SongFile(const SongFile&) = delete;
+    SongFile& operator=(const SongFile&) = delete;
+    ~SongFile() {
+        std::error_code error;
+        std::filesystem::remove(base_.string() + ".lyk", error);
+    }
+    [[nodiscard]] const std::filesystem::path& Base() const { return base_; }
+
+  private:
+    std::filesystem::path base_;
+};
+
+void ReadSong(benchmark::State& state) {
+    const SongFile file(static_cast<int>(state.range(0)));
+    Timeline timeline;
+    InformazioniBrano info;
+    SilentMsgBox msgBox;
+    for ([[maybe_unused]] auto iteration : state) {
+        const bool read =
+            LeggiKaraoke(file.Base().string(), timeline, info, msgBox, {[] {}, [] {}});
+        if (!read || timeline.NumEventi() != state.range(0)) {
+            state.SkipWithError("the song was not read");
+        }
+    }
+}
+BENCHMARK(ReadSong)->Arg(3000)->Arg(32750)->Unit(benchmark::kMicrosecond);
+
+void ReadHeader(benchmark::State& state) {
+    const SongFile file(static_cast<int>(state.range(0)));
+    const std::filesystem::path directory = file.Base().parent_path();
+    const std::string name = file.Base().filename().string();
+    for ([[maybe_unused]] auto iteration : state) {
+        if (!LeggiIntestazione(directory, name)) {
+            state.SkipWithError("the header was not read");
+        }
+    }
+}
+BENCHMARK(ReadHeader)->Arg(3000)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace sonnel

@@ -1,0 +1,57 @@
+// Any bytes as a song file: whatever they are, the reader comes to an end and the timeline is one
+// that the player can show.
+
+#include "fakes/ScriptedMsgBox.h"
+#include "platform/Text.h"
+#include "song/LeggiKaraoke.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+namespace {
+
+void Require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+std::size_t LineBreaks(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find("\r\n"); at != std::string_view::npos;
+         at = text.find("\r\n", at + 2)) {
+        ++count;
+    }
+    return count;
+}
+
+void CheckTimeline(const sonnel::Timeline& timeline) {
+    Require(timeline.NumEventi() >= 0 && timeline.NumEventi() <= timeline.MaxEventi());
+    for (std::int16_t i = 1; i <= timeline.NumEventi(); ++i) {
+        const sonnel::Evento& event = timeline.Eventi(i);
+        Require(event.Tipo >= sonnel::TipoEvento::Marcatore &&
+                event.Tipo <= sonnel::TipoEvento::Colore);
+        Require(event.Tipo != sonnel::TipoEvento::Pagina || LineBreaks(event.Testo) < 4);
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string bytes(data, data + size);
+    const std::string text = sonnel::DecodeFileText(bytes);
+    Require(sonnel::DecodeFileText(sonnel::EncodeFileText(text)) == text);
+    for (const bool whole : {true, false}) {
+        sonnel::Timeline timeline;
+        sonnel::InformazioniBrano info;
+        sonnel::test::ScriptedMsgBox msgBox;
+        (void)sonnel::LeggiRighe(text, whole, timeline, info, msgBox);
+        Require(msgBox.shown.size() <= 1);
+        CheckTimeline(timeline);
+    }
+    return 0;
+}
