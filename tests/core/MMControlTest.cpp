@@ -5,12 +5,15 @@
 #include "fakes/SmfBuilder.h"
 #include "platform/midi/MMControl.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -42,11 +45,11 @@ std::string Song() {
 
 class MMControlTest : public testing::Test {
   protected:
-    MMControlTest() {
+    void SetUp() override {
         std::filesystem::create_directories(folder);
         Write("song.mid", Song());
     }
-    ~MMControlTest() override {
+    void TearDown() override {
         control.reset();
         std::filesystem::remove_all(folder);
     }
@@ -162,7 +165,7 @@ TEST_F(MMControlTest, TheLastSoundRingsOnWhenTheSongIsRewound) {
     Run(950);
     EXPECT_EQ(control->Mode(), MciMode::Stopped);
     EXPECT_TRUE(synth.sounding.empty()) << "a note that was never ended hangs";
-    EXPECT_EQ(output.sound[2 * 39500], 1.0F);
+    EXPECT_EQ(output.sound.at(79000), 1.0F);
     Send(MciCommand::Play);
     Run(100);
     EXPECT_EQ(control->Position(), 95);
@@ -267,7 +270,7 @@ TEST_F(MMControlTest, EveryEventComesAtItsFrameWhateverTheOutputAsksFor) {
         synth.recorded.clear();
         synth.frame = 0;
         Send(MciCommand::Play);
-        output.Ask(3 * rate, block);
+        output.Ask(std::int64_t{3} * rate, block);
         return synth.recorded;
     };
     const auto reference = record(1, 44100);
@@ -302,6 +305,23 @@ TEST_F(MMControlTest, PositionIsWhatIsHeard) {
     EXPECT_EQ(control->Position(), 400);
 }
 
+TEST_F(MMControlTest, APauseBeforeTheRenderedEndIsHeardAborts) {
+    output.latency = 4410;
+    ASSERT_FALSE(Open());
+    Send(MciCommand::Play);
+    Run(2050);
+    TakeLog();
+    Send(MciCommand::Pause);
+    Run(500);
+    EXPECT_EQ(TakeLog(), "4u");
+    EXPECT_EQ(control->Mode(), MciMode::Paused);
+    EXPECT_EQ(control->Position(), 2000);
+    Send(MciCommand::Play);
+    Run(500);
+    EXPECT_EQ(log.back(), '1');
+    EXPECT_EQ(control->Mode(), MciMode::Stopped);
+}
+
 TEST_F(MMControlTest, PositionRunsOnBetweenReadingsAndNeverBack) {
     ASSERT_FALSE(Open());
     Send(MciCommand::Play);
@@ -319,8 +339,7 @@ TEST_F(MMControlTest, PositionRunsOnBetweenReadingsAndNeverBack) {
 }
 
 TEST_F(MMControlTest, ALyingDeviceCannotStopTheSong) {
-    const std::function<std::int64_t()> lies[] = {
-        // NOLINT(modernize-avoid-c-arrays)
+    const std::vector<std::function<std::int64_t()>> lies = {
         [this] { return output.asked + 50000; },
         [] { return std::int64_t{0}; },
         [this] { return output.asked % 60000; },

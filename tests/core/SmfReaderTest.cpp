@@ -48,8 +48,7 @@ struct ReadCase {
 
 TEST(SmfReader, ReadsWhatItCanAndSaysWhatWasMended) {
     const std::string good = Header(0, 1) + Chunk("MTrk", kNote + kEnd);
-    const ReadCase cases[] = {
-        // NOLINT(modernize-avoid-c-arrays)
+    const std::vector<ReadCase> cases = {
         {"a good file", good, " 0:144 0:47", false},
         {"unknown chunks", Header(0, 1) + Chunk("XFIH", "abc") + Chunk("MTrk", kNote + kEnd),
          " 0:144 0:47", false},
@@ -95,8 +94,7 @@ TEST(SmfReader, ReadsWhatItCanAndSaysWhatWasMended) {
 }
 
 TEST(SmfReader, RefusesWhatCannotBePlayed) {
-    const std::pair<std::string, std::string> cases[] = {
-        // NOLINT(modernize-avoid-c-arrays)
+    const std::vector<std::pair<std::string, std::string>> cases = {
         {"", "The file is empty"},
         {"MThd", "The file is not a MIDI file"},
         {std::string(5000, 'x'), "The file is not a MIDI file"},
@@ -121,35 +119,38 @@ SmfBuilder FullSong() {
     return song.Track().Note(480, 480, 64, 1).Text(500, 5, "la");
 }
 
-TEST(SmfReader, EveryPrefixAndEveryChangedByteIsReadOrRefused) {
+/// The number of tracks of a file that can be read, after all that playing does with it.
+std::size_t TracksPlayed(const std::string& bytes) {
+    const auto file = ReadSmf(bytes);
+    if (!file) {
+        return 0;
+    }
+    const Sequence sequence = MakeSequence(*file, 44100);
+    EXPECT_GE(sequence.lengthMs, 0);
+    EXPECT_LE(Chase(sequence, sequence.events.size()).size(), sequence.events.size());
+    return file->tracks.size();
+}
+
+TEST(SmfReader, EveryPrefixIsReadAsFarAsItGoes) {
     const std::string bytes = FullSong().Bytes();
-    std::size_t read = 0;
-    const auto tryOut = [&read](const std::string& variant) {
-        const auto file = ReadSmf(variant);
-        if (file) {
-            const Sequence sequence = MakeSequence(*file, 44100);
-            const auto chase = Chase(sequence, sequence.events.size());
-            EXPECT_LE(chase.size(), sequence.events.size());
-            EXPECT_GE(sequence.lengthMs, 0);
-            ++read;
-        }
-        return file ? file->tracks.size() : 0;
-    };
     std::size_t tracks = 0;
     for (std::size_t size = 0; size <= bytes.size(); ++size) {
-        const std::size_t now = tryOut(bytes.substr(0, size));
+        const std::size_t now = TracksPlayed(bytes.substr(0, size));
         EXPECT_GE(now, tracks) << "more of the file, fewer tracks";
         tracks = now;
     }
     EXPECT_EQ(tracks, 3U);
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+}
+
+TEST(SmfReader, NoSingleBrokenByteLosesAllTracks) {
+    const std::string bytes = FullSong().Bytes();
+    for (std::size_t i = 14; i < bytes.size(); ++i) {
         for (const char change : {'\0', '\x7F', '\x80', '\xFF'}) {
-            std::string variant = bytes;
-            variant[i] = change;
-            tryOut(variant);
+            std::string broken = bytes;
+            broken[i] = change;
+            EXPECT_GE(TracksPlayed(broken), 2U) << "byte " << i;
         }
     }
-    EXPECT_GT(read, bytes.size());
 }
 
 std::vector<std::string> Exclusives(const Sequence& sequence) {
@@ -199,8 +200,7 @@ TEST(TempoMap, TurnsTicksIntoTime) {
         std::uint32_t tick;
         std::int32_t ms;
     };
-    Case cases[] = {
-        // NOLINT(modernize-avoid-c-arrays)
+    std::vector<Case> cases = {
         {SmfBuilder(1, 480), 960, 1000},
         {SmfBuilder(1, 480).Tempo(0, 250000), 960, 500},
         {SmfBuilder(1, 480).Track().Tempo(480, 1000000).Track().Tempo(960, 250000), 1440, 1750},

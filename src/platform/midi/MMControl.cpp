@@ -54,7 +54,7 @@ struct MMControl::Impl {
     void Tick();
     void Deliver();
     bool DeliverStatus(std::uint64_t opening);
-    bool DeliverDone(MciNotify how, std::uint64_t opening);
+    [[nodiscard]] bool DeliverDone(MciNotify how, std::uint64_t opening) const;
     void UpdateTimer();
 
     MMControl& control;
@@ -173,7 +173,7 @@ void MMControl::Impl::Deliver() {
         }
     }
     if (DeliverStatus(opening) && ended) {
-        DeliverDone(MciNotify::Successful, opening);
+        (void)DeliverDone(MciNotify::Successful, opening);  // nothing comes after it
     }
 }
 
@@ -186,7 +186,7 @@ bool MMControl::Impl::DeliverStatus(std::uint64_t opening) {
     return openings == opening;
 }
 
-bool MMControl::Impl::DeliverDone(MciNotify how, std::uint64_t opening) {
+bool MMControl::Impl::DeliverDone(MciNotify how, std::uint64_t opening) const {
     if (const auto handler = control.onDone) {
         handler(how);
     }
