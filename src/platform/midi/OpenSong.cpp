@@ -1,0 +1,110 @@
+#include "platform/midi/OpenSong.h"
+
+#include "platform/Numbers.h"
+#include "platform/midi/Chase.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace sonnel {
+
+OpenSong::OpenSong(Sequence sequence, Sintetizzatore& sintetizzatore, UscitaAudio& uscita,
+                   const Orologio& orologio)
+    : sequence_(std::move(sequence)),
+      uscita_(uscita),
+      orologio_(orologio),
+      engine_(sequence_, sintetizzatore),
+      heard_(sequence_.rate) {}
+
+OpenSong::~OpenSong() {
+    uscita_.Stop();
+}
+
+std::optional<Error> OpenSong::Start() {
+    return uscita_.Start(engine_);
+}
+
+void OpenSong::Play() {
+    Send({EngineCommand::Kind::Play});
+    playSerial_ = serial_;
+}
+
+void OpenSong::Pause() {
+    Send({EngineCommand::Kind::Pause});
+}
+
+void OpenSong::Seek(std::int32_t ms) {
+    seekMs_ = std::clamp(ms, 0, sequence_.lengthMs);
+    seekFrame_ = seekMs_ == sequence_.lengthMs
+                     ? sequence_.endFrame
+                     : std::min(RoundHalfEven<std::int64_t>(1e-3 * seekMs_ * sequence_.rate),
+                                sequence_.endFrame);
+    backlog_.clear();  // a Seek makes an end of all that waits before it
+    auto chase = std::make_unique<const ChaseList>(
+        ChaseList{serial_ + 1, Chase(sequence_, sequence_.FirstAt(seekFrame_))});
+    const std::vector<std::uint32_t>* events = &chase->events;
+    chases_.push_back(std::move(chase));
+    Send({EngineCommand::Kind::Seek, 0, seekFrame_, events});
+    seekSerial_ = serial_;
+}
+
+void OpenSong::Send(EngineCommand command) {
+    command.serial = ++serial_;
+    backlog_.push_back(command);
+    Tidy();
+}
+
+void OpenSong::Tidy() {
+    EngineSegment segment;
+    while (engine_.NextSegment(segment)) {
+        segments_.push_back(segment);
+    }
+    while (!backlog_.empty() && engine_.Post(backlog_.front())) {
+        backlog_.pop_front();
+    }
+    const std::uint64_t restored = engine_.Restored();
+    while (!chases_.empty() && chases_.front()->serial <= restored) {
+        chases_.pop_front();
+    }
+}
+
+/// What the engine did last, as far as it is heard.
+EngineSegment OpenSong::Heard() {
+    const std::int64_t rendered = engine_.FramesRendered();
+    const std::int64_t heard = heard_.Update(uscita_.FramesHeard(), rendered, orologio_.Steady());
+    Tidy();
+    while (segments_.size() > 1 && segments_[1].streamFrame <= heard) {
+        segments_.pop_front();
+    }
+    if (segments_.empty() || segments_.front().streamFrame > heard ||
+        segments_.front().serial < seekSerial_) {
+        return {heard, seekFrame_, seekSerial_, false, false};
+    }
+    EngineSegment current = segments_.front();
+    if (current.running) {
+        current.songFrame += heard - current.streamFrame;
+    }
+    return current;
+}
+
+std::int32_t OpenSong::PositionMs() {
+    return ToMs(Heard().songFrame);
+}
+
+bool OpenSong::Ended() {
+    const EngineSegment heard = Heard();
+    return heard.ended && heard.serial >= playSerial_;
+}
+
+std::int32_t OpenSong::ToMs(std::int64_t songFrame) const {
+    if (songFrame == seekFrame_) {
+        return seekMs_;
+    }
+    if (songFrame >= sequence_.endFrame) {
+        return sequence_.lengthMs;
+    }
+    const double ms = 1000.0 * static_cast<double>(songFrame) / sequence_.rate;
+    return std::min(RoundHalfEven<std::int32_t>(ms), sequence_.lengthMs);
+}
+
+}  // namespace sonnel

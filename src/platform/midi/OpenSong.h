@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/Orologio.h"
+#include "platform/Result.h"
+#include "platform/UscitaAudio.h"
+#include "platform/midi/HeardFrames.h"
+#include "platform/midi/Sequence.h"
+#include "platform/midi/SequencerEngine.h"
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace sonnel {
+
+/// A song while it is open, as the user-interface thread sees it: hands commands to the engine and
+/// knows which place of the song is being heard.
+class OpenSong {
+  public:
+    /// The synthesiser must be freshly reset.
+    OpenSong(Sequence sequence, Sintetizzatore& sintetizzatore, UscitaAudio& uscita,
+             const Orologio& orologio);
+    ~OpenSong();
+    OpenSong(const OpenSong&) = delete;
+    OpenSong& operator=(const OpenSong&) = delete;
+
+    /// Starts the sound output, silent until Play.
+    std::optional<Error> Start();
+    void Play();
+    void Pause();
+    /// Puts the song to a place; before the start and past the end mean these.
+    void Seek(std::int32_t ms);
+
+    [[nodiscard]] std::int32_t LengthMs() const { return sequence_.lengthMs; }
+    /// The place that is heard, in milliseconds; right after a Seek its target.
+    [[nodiscard]] std::int32_t PositionMs();
+    /// True when the end of the last Play has been heard.
+    [[nodiscard]] bool Ended();
+
+    /// Hands over what the engine had no room for and frees what it no longer needs.
+    void Tidy();
+    /// True while Tidy is to be called again.
+    [[nodiscard]] bool HasBacklog() const { return !backlog_.empty(); }
+
+  private:
+    void Send(EngineCommand command);
+    [[nodiscard]] EngineSegment Heard();
+    [[nodiscard]] std::int32_t ToMs(std::int64_t songFrame) const;
+
+    struct ChaseList {
+        std::uint64_t serial;
+        std::vector<std::uint32_t> events;
+    };
+
+    const Sequence sequence_;
+    UscitaAudio& uscita_;
+    const Orologio& orologio_;
+    SequencerEngine engine_;
+    HeardFrames heard_;
+    std::uint64_t serial_ = 0;
+    std::uint64_t playSerial_ = 0;
+    std::uint64_t seekSerial_ = 0;
+    std::int64_t seekFrame_ = 0;
+    std::int32_t seekMs_ = 0;
+    std::deque<EngineSegment> segments_;
+    std::deque<EngineCommand> backlog_;
+    std::deque<std::unique_ptr<const ChaseList>> chases_;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,239 @@
+#include "platform/midi/SmfReader.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <utility>
+
+namespace sonnel {
+namespace {
+
+constexpr std::size_t kHeaderSize = 14;
+constexpr std::size_t kChunkHeaderSize = 8;
+constexpr std::string_view kTrackName = "MTrk";
+
+std::uint8_t ByteAt(std::string_view bytes, std::size_t at) {
+    return static_cast<std::uint8_t>(bytes[at]);
+}
+
+std::uint32_t BigEndian(std::string_view bytes, std::size_t at, std::size_t count) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        value = (value << 8U) | ByteAt(bytes, at + i);
+    }
+    return value;
+}
+
+int DataBytes(std::uint8_t status) {
+    const int kind = status & 0xF0;
+    return kind == 0xC0 || kind == 0xD0 ? 1 : 2;
+}
+
+/// Reads the events of one track chunk until its end-of-track mark or the first that makes no
+/// sense.
+class TrackReader {
+  public:
+    TrackReader(std::string_view bytes, std::size_t begin) : bytes_(bytes), pos_(begin) {}
+
+    void Read() {
+        while (ReadEvent()) {
+        }
+        if (events.empty() || !events.back().IsMeta(kMetaEndOfTrack)) {
+            damaged = true;
+        }
+    }
+    [[nodiscard]] std::size_t End() const { return pos_; }
+
+    SmfTrack events;
+    bool damaged = false;
+
+  private:
+    [[nodiscard]] std::size_t Left() const { return bytes_.size() - pos_; }
+
+    std::optional<std::uint32_t> ReadNumber() {
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4 && Left() > 0; ++i) {
+            const std::uint8_t byte = ByteAt(bytes_, pos_++);
+            value = (value << 7U) | (byte & 0x7FU);
+            if (byte < 0x80) {
+                return value;
+            }
+        }
+        return std::nullopt;
+    }
+
+    bool ReadEvent() {
+        const auto delta = ReadNumber();
+        if (!delta || Left() == 0) {
+            return false;
+        }
+        tick_ += *delta;
+        std::uint8_t status = ByteAt(bytes_, pos_);
+        if (status >= 0x80) {
+            ++pos_;
+        } else if (running_ != 0) {
+            // A meta or exclusive event ends the running status, but there are files that go on.
+            damaged = damaged || runningEnded_;
+            status = running_;
+        } else {
+            return false;
+        }
+        if (status < kSysEx) {
+            return ReadChannelMessage(status);
+        }
+        if (status == kSysEx || status == kSysExPacket) {
+            return ReadBlock(status, 0);
+        }
+        if (status == kMeta) {
+            return Left() > 0 && ReadBlock(status, ByteAt(bytes_, pos_++));
+        }
+        return SkipSystemMessage(status);
+    }
+
+    bool ReadChannelMessage(std::uint8_t status) {
+        const auto count = static_cast<std::size_t>(DataBytes(status));
+        if (Left() < count) {
+            return false;
+        }
+        running_ = status;
+        runningEnded_ = false;
+        SmfEvent event;
+        event.tick = tick_;
+        event.status = status;
+        event.data1 = ReadDataByte();
+        event.data2 = count == 2 ? ReadDataByte() : std::uint8_t{0};
+        events.push_back(event);
+        return true;
+    }
+
+    std::uint8_t ReadDataByte() {
+        const std::uint8_t byte = ByteAt(bytes_, pos_++);
+        damaged = damaged || byte >= 0x80;
+        return byte & 0x7FU;
+    }
+
+    bool ReadBlock(std::uint8_t status, std::uint8_t metaType) {
+        const auto size = ReadNumber();
+        if (!size || *size > Left()) {
+            return false;
+        }
+        SmfEvent event;
+        event.tick = tick_;
+        event.offset = static_cast<std::uint32_t>(pos_);
+        event.size = *size;
+        event.status = status;
+        event.metaType = metaType;
+        events.push_back(event);
+        pos_ += *size;
+        runningEnded_ = true;
+        return !event.IsMeta(kMetaEndOfTrack);
+    }
+
+    /// System common and real-time messages have no place in a file.
+    bool SkipSystemMessage(std::uint8_t status) {
+        damaged = true;
+        const std::size_t count = status == 0xF2 ? 2 : (status == 0xF1 || status == 0xF3 ? 1 : 0);
+        pos_ += std::min(count, Left());
+        return true;
+    }
+
+    std::string_view bytes_;
+    std::size_t pos_;
+    std::uint64_t tick_ = 0;
+    std::uint8_t running_ = 0;
+    bool runningEnded_ = false;
+};
+
+SmfDivision ReadDivision(std::uint32_t word, bool& damaged) {
+    SmfDivision division;
+    if ((word & 0x8000U) == 0) {
+        division.ticks = static_cast<int>(word);
+    } else {
+        division.framesPerSecond = 256 - static_cast<int>(word >> 8U);
+        division.ticks = static_cast<int>(word & 0xFFU);
+    }
+    if (division.ticks == 0) {
+        damaged = true;
+        return {};
+    }
+    return division;
+}
+
+bool IsChunkName(std::string_view name) {
+    return std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+/// Reads the track chunk that begins at `begin`; returns where the next chunk is to be sought.
+std::size_t ReadTrack(SmfFile& file, std::size_t begin, std::size_t end) {
+    const std::string_view bytes = file.bytes;
+    TrackReader reader(bytes.substr(0, end), begin);
+    reader.Read();
+    file.damaged = file.damaged || reader.damaged || reader.End() != end;
+    file.tracks.push_back(std::move(reader.events));
+    // A chunk that claims too much would swallow the tracks that follow it.
+    const std::size_t inside = bytes.substr(0, end).find(kTrackName, reader.End());
+    return std::min(inside, end);
+}
+
+void ReadChunks(SmfFile& file, std::size_t pos) {
+    const std::string_view bytes = file.bytes;
+    while (pos < bytes.size() && bytes.size() - pos >= kChunkHeaderSize) {
+        const std::string_view name = bytes.substr(pos, 4);
+        const std::size_t length = BigEndian(bytes, pos + 4, 4);
+        const std::size_t begin = pos + kChunkHeaderSize;
+        const bool whole = length <= bytes.size() - begin;
+        file.damaged = file.damaged || !whole;
+        if (name == kTrackName) {
+            pos = ReadTrack(file, begin, whole ? begin + length : bytes.size());
+        } else if (whole && IsChunkName(name)) {
+            pos = begin + length;
+        } else {
+            file.damaged = true;
+            pos = bytes.find(kTrackName, pos + 1);
+        }
+    }
+    file.damaged = file.damaged || pos != bytes.size();
+}
+
+Error MakeError(SmfError number, std::string text) {
+    return {static_cast<int>(number), std::move(text)};
+}
+
+}  // namespace
+
+Result<SmfFile> ReadSmf(std::string bytes) {
+    SmfFile file;
+    file.bytes = std::move(bytes);
+    if (file.bytes.empty()) {
+        return MakeError(SmfError::NotMidi, "The file is empty");
+    }
+    if (file.bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
+        return MakeError(SmfError::TooLarge, "The file is too large");
+    }
+    const std::string_view all = file.bytes;
+    const std::size_t start = all.starts_with("RIFF") ? all.find("MThd") : 0;
+    if (start == std::string_view::npos || all.size() - start < kHeaderSize ||
+        all.substr(start, 4) != "MThd") {
+        return MakeError(SmfError::NotMidi, "The file is not a MIDI file");
+    }
+    file.format = static_cast<int>(BigEndian(all, start + 8, 2));
+    if (file.format > 1) {
+        return MakeError(SmfError::Format, "The MIDI file is of format " +
+                                               std::to_string(file.format) +
+                                               ", only formats 0 and 1 can be played");
+    }
+    const std::size_t headerLength = BigEndian(all, start + 4, 4);
+    const std::size_t trackCount = BigEndian(all, start + 10, 2);
+    file.division = ReadDivision(BigEndian(all, start + 12, 2), file.damaged);
+    const bool headerFits =
+        headerLength >= 6 && headerLength - 6 <= all.size() - start - kHeaderSize;
+    file.damaged = file.damaged || !headerFits;
+    ReadChunks(file, start + kHeaderSize + (headerFits ? headerLength - 6 : 0));
+    if (file.tracks.empty()) {
+        return MakeError(SmfError::NoTracks, "The MIDI file has no track that can be read");
+    }
+    file.damaged = file.damaged || file.tracks.size() != trackCount;
+    return file;
+}
+
+}  // namespace sonnel

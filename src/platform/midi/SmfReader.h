@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/Result.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sonnel {
+
+/// Numbers of the errors with which a file is refused.
+enum class SmfError : int { NotMidi = 1001, Format = 1002, NoTracks = 1003, TooLarge = 1004 };
+
+constexpr std::uint8_t kSysEx = 0xF0;
+constexpr std::uint8_t kSysExPacket = 0xF7;
+constexpr std::uint8_t kMeta = 0xFF;
+constexpr std::uint8_t kMetaEndOfTrack = 0x2F;
+constexpr std::uint8_t kMetaTempo = 0x51;
+
+/// One event of a track. A channel message has its data bytes in `data1` and `data2` (0 when it has
+/// one byte only); the bytes of all others are read through SmfFile::Data.
+struct SmfEvent {
+    std::uint64_t tick = 0;    ///< since the start of the track
+    std::uint32_t offset = 0;  ///< of the data in the file
+    std::uint32_t size = 0;
+    std::uint8_t status = 0;    ///< 80 to EF, F0 and F7 as the file has them (packets), FF
+    std::uint8_t metaType = 0;  ///< of an FF event
+    std::uint8_t data1 = 0;
+    std::uint8_t data2 = 0;
+
+    [[nodiscard]] bool IsChannelMessage() const { return status < kSysEx; }
+    [[nodiscard]] bool IsMeta(std::uint8_t type) const {
+        return status == kMeta && metaType == type;
+    }
+};
+
+/// What a tick is: a part of a quarter note, or of a frame of film when `framesPerSecond` is not 0
+/// (29 stands for 30000/1001).
+struct SmfDivision {
+    int framesPerSecond = 0;
+    int ticks = 96;
+};
+
+using SmfTrack = std::vector<SmfEvent>;
+
+/// A Standard MIDI File as it was read.
+struct SmfFile {
+    std::string bytes;  ///< the file; the events refer into it
+    int format = 0;     ///< 0 or 1
+    SmfDivision division;
+    std::vector<SmfTrack> tracks;
+    bool damaged = false;  ///< something had to be skipped or mended
+
+    /// The data of a meta or system-exclusive event, as they stand in the file.
+    [[nodiscard]] std::string_view Data(const SmfEvent& event) const {
+        return std::string_view(bytes).substr(event.offset, event.size);
+    }
+};
+
+/// Reads a file of format 0 or 1. Tracks that are cut off or broken are read as far as they make
+/// sense. Refused are what is no MIDI file, other formats and a file without a track.
+[[nodiscard]] Result<SmfFile> ReadSmf(std::string bytes);
+
+}  // namespace sonnel

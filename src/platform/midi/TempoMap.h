@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/midi/SmfReader.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace sonnel {
+
+/// When the ticks of a file come. The tempo changes of all tracks count for all tracks. Times past
+/// the range of 32-bit milliseconds stop at its end.
+class TempoMap {
+  public:
+    explicit TempoMap(const SmfFile& file);
+    /// Milliseconds from the start of the song, rounded.
+    [[nodiscard]] std::int32_t Milliseconds(std::uint64_t tick) const;
+    /// Frames from the start of the song, rounded, at `rate` frames per second.
+    [[nodiscard]] std::int64_t Frame(std::uint64_t tick, int rate) const;
+
+  private:
+    /// From `tick` on each tick lasts `micros` microseconds divided by unit_; the start is in
+    /// microseconds multiplied by unit_, so that no rounding adds up.
+    struct Stretch {
+        std::uint64_t tick;
+        std::uint64_t start;
+        std::uint64_t micros;
+    };
+
+    void AddTempos(const SmfFile& file);
+    [[nodiscard]] std::uint64_t Time(const Stretch& stretch, std::uint64_t tick) const;
+    [[nodiscard]] double Microseconds(std::uint64_t tick) const;
+
+    std::uint64_t unit_;
+    std::uint64_t latest_;
+    std::vector<Stretch> stretches_;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,233 @@
+#include "fakes/SmfBuilder.h"
+#include "platform/midi/Chase.h"
+#include "platform/midi/Sequence.h"
+#include "platform/midi/SmfReader.h"
+#include "platform/midi/TempoMap.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace sonnel::test {
+namespace {
+
+using namespace std::string_literals;
+
+std::string Header(int format, int tracks, int division = 480) {
+    return "MThd" + SmfBuilder::Big(6, 4) + SmfBuilder::Big(format, 2) +
+           SmfBuilder::Big(tracks, 2) + SmfBuilder::Big(division, 2);
+}
+
+std::string Chunk(const std::string& name, const std::string& data, int claimedMore = 0) {
+    return name + SmfBuilder::Big(static_cast<int>(data.size()) + claimedMore, 4) + data;
+}
+
+const std::string kEnd = "\0\xFF\x2F\0"s;
+const std::string kNote = "\0\x90\x3C\x40"s;
+
+/// Each event of the first track as "tick:status".
+std::string Outline(const SmfFile& file) {
+    std::string text;
+    for (const SmfTrack& track : file.tracks) {
+        text += text.empty() ? "" : "|";
+        for (const SmfEvent& event : track) {
+            const int shown = event.status == kMeta ? event.metaType : event.status;
+            text += " " + std::to_string(event.tick) + ":" + std::to_string(shown);
+        }
+    }
+    return text;
+}
+
+struct ReadCase {
+    const char* what;
+    std::string bytes;
+    std::string outline;
+    bool damaged;
+};
+
+TEST(SmfReader, ReadsWhatItCanAndSaysWhatWasMended) {
+    const std::string good = Header(0, 1) + Chunk("MTrk", kNote + kEnd);
+    const std::vector<ReadCase> cases = {
+        {"a good file", good, " 0:144 0:47", false},
+        {"unknown chunks", Header(0, 1) + Chunk("XFIH", "abc") + Chunk("MTrk", kNote + kEnd),
+         " 0:144 0:47", false},
+        {"a longer header",
+         "MThd" + SmfBuilder::Big(8, 4) + "\0\0\0\1\1\xE0\7\7"s + Chunk("MTrk", kNote + kEnd),
+         " 0:144 0:47", false},
+        {"RIFF around it", "RIFF\x30\0\0\0RMIDdata\x24\0\0\0"s + good, " 0:144 0:47", false},
+        {"running status", Header(0, 1) + Chunk("MTrk", kNote + "\x10\x3C\0"s + kEnd),
+         " 0:144 16:144 16:47", false},
+        {"running status past a text",
+         Header(0, 1) + Chunk("MTrk", kNote + "\0\xFF\1\1x\x10\x3C\0"s + kEnd),
+         " 0:144 0:1 16:144 16:47", true},
+        {"no end-of-track mark", Header(0, 1) + Chunk("MTrk", kNote), " 0:144", true},
+        {"data without a status", Header(0, 1) + Chunk("MTrk", "\0\x3C\x40"s + kEnd), "", true},
+        {"a status where data belong", Header(0, 1) + Chunk("MTrk", "\0\x90\x3C\xC0"s + kEnd),
+         " 0:144 0:47", true},
+        {"a text longer than its track", Header(0, 1) + Chunk("MTrk", kNote + "\0\xFF\1\x7F-"s),
+         " 0:144", true},
+        {"a length that never ends", Header(0, 1) + Chunk("MTrk", kNote + "\xFF\xFF\xFF\xFF\xFF"s),
+         " 0:144", true},
+        {"a clock message in a track", Header(0, 1) + Chunk("MTrk", "\0\xF8"s + kNote + kEnd),
+         " 0:144 0:47", true},
+        {"a track length past the file", Header(0, 1) + Chunk("MTrk", kNote + kEnd, 1000),
+         " 0:144 0:47", true},
+        {"a track length over the next track",
+         Header(1, 2) + Chunk("MTrk", kNote + kEnd, 12) + Chunk("MTrk", kNote + kEnd),
+         " 0:144 0:47| 0:144 0:47", true},
+        {"a track length that is too small",
+         Header(1, 2) + Chunk("MTrk", kNote + kEnd, -2) + Chunk("MTrk", kNote + kEnd),
+         " 0:144| 0:144 0:47", true},
+        {"more tracks than told", Header(1, 1) + Chunk("MTrk", kEnd) + Chunk("MTrk", kNote + kEnd),
+         " 0:47| 0:144 0:47", true},
+        {"fewer tracks than told", Header(1, 9) + Chunk("MTrk", kNote + kEnd), " 0:144 0:47", true},
+        {"junk at the end", good + "junk", " 0:144 0:47", true},
+        {"a division of 0", Header(0, 1, 0) + Chunk("MTrk", kNote + kEnd), " 0:144 0:47", true},
+    };
+    for (const ReadCase& c : cases) {
+        const auto file = ReadSmf(c.bytes);
+        ASSERT_TRUE(file) << c.what;
+        EXPECT_EQ(Outline(*file), c.outline) << c.what;
+        EXPECT_EQ(file->damaged, c.damaged) << c.what;
+    }
+}
+
+TEST(SmfReader, RefusesWhatCannotBePlayed) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"", "The file is empty"},
+        {"MThd", "The file is not a MIDI file"},
+        {std::string(5000, 'x'), "The file is not a MIDI file"},
+        {"RIFF____WAVEfmt ", "The file is not a MIDI file"},
+        {Header(2, 1) + Chunk("MTrk", kEnd),
+         "The MIDI file is of format 2, only formats 0 and 1 can be played"},
+        {Header(1, 1), "The MIDI file has no track that can be read"},
+    };
+    for (const auto& [bytes, text] : cases) {
+        const auto file = ReadSmf(bytes);
+        ASSERT_FALSE(file) << text;
+        EXPECT_EQ(file.error().text, text);
+        EXPECT_NE(file.error().number, 0);
+    }
+}
+
+SmfBuilder FullSong() {
+    SmfBuilder song;
+    song.Track().Tempo(0, 400000).Text(0, 3, "Title").Tempo(960, 250000);
+    song.Track().Control(0, 0, 1).Program(0, 5).Note(0, 480, 60).Bend(200, 9000);
+    song.Exclusive(300, "\x7E\x7F\x09\x01\xF7");
+    return song.Track().Note(480, 480, 64, 1).Text(500, 5, "la");
+}
+
+/// The number of tracks of a file that can be read, after all that playing does with it.
+std::size_t TracksPlayed(const std::string& bytes) {
+    const auto file = ReadSmf(bytes);
+    if (!file) {
+        return 0;
+    }
+    const Sequence sequence = MakeSequence(*file, 44100);
+    EXPECT_GE(sequence.lengthMs, 0);
+    EXPECT_LE(Chase(sequence, sequence.events.size()).size(), sequence.events.size());
+    return file->tracks.size();
+}
+
+TEST(SmfReader, EveryPrefixIsReadAsFarAsItGoes) {
+    const std::string bytes = FullSong().Bytes();
+    std::size_t tracks = 0;
+    for (std::size_t size = 0; size <= bytes.size(); ++size) {
+        const std::size_t now = TracksPlayed(bytes.substr(0, size));
+        EXPECT_GE(now, tracks) << "more of the file, fewer tracks";
+        tracks = now;
+    }
+    EXPECT_EQ(tracks, 3U);
+}
+
+TEST(SmfReader, NoSingleBrokenByteLosesAllTracks) {
+    const std::string bytes = FullSong().Bytes();
+    for (std::size_t i = 14; i < bytes.size(); ++i) {
+        for (const char change : {'\0', '\x7F', '\x80', '\xFF'}) {
+            std::string broken = bytes;
+            broken[i] = change;
+            EXPECT_GE(TracksPlayed(broken), 2U) << "byte " << i;
+        }
+    }
+}
+
+std::vector<std::string> Exclusives(const Sequence& sequence) {
+    std::vector<std::string> texts;
+    for (const SequenceEvent& event : sequence.events) {
+        if (event.status == kSysEx) {
+            const auto data = sequence.Exclusive(event);
+            texts.push_back(std::to_string(event.frame) + ":" +
+                            std::string(data.begin(), data.end()));
+        }
+    }
+    return texts;
+}
+
+TEST(Sequence, JoinsExclusivePacketsAndTakesEscapes) {
+    SmfBuilder song(0, 500);  // a tick is a millisecond
+    song.Exclusive(0, "whole\xF7").Exclusive(10, "sp").Exclusive(20, "l", '\xF7');
+    song.Exclusive(30, "it\xF7", '\xF7').Exclusive(40, "open").Note(50, 10, 60);
+    song.Exclusive(60,
+                   "\xF0"
+                   "escaped\xF7",
+                   '\xF7')
+        .Exclusive(70, "\xB1\x07\x50", '\xF7');
+    const Sequence sequence = MakeSequence(*ReadSmf(song.Bytes()), 1000);
+    EXPECT_EQ(Exclusives(sequence),
+              (std::vector<std::string>{"0:whole", "30:split", "40:open", "60:escaped"}));
+    EXPECT_EQ(sequence.events.back().status, 0xB1);
+    EXPECT_EQ(sequence.events.back().data2, 0x50);
+}
+
+TEST(Sequence, SameTickKeepsTrackAndFileOrder) {
+    SmfBuilder song;
+    song.Track().Control(100, 7, 1).Control(100, 7, 2);
+    song.Track().Control(0, 7, 3).Control(100, 7, 4);
+    std::string order;
+    for (const SequenceEvent& event : MakeSequence(*ReadSmf(song.Bytes()), 44100).events) {
+        order += std::to_string(event.data2);
+    }
+    EXPECT_EQ(order, "3124");
+}
+
+TEST(TempoMap, TurnsTicksIntoTime) {
+    const int smpte25 = 0xE728;  // 25 frames of 40 ticks: a tick is a millisecond
+    const int smpte29 = 0xE364;  // 30000/1001 frames of 100 ticks
+    struct Case {
+        SmfBuilder song;
+        std::uint32_t tick;
+        std::int32_t ms;
+    };
+    std::vector<Case> cases = {
+        {SmfBuilder(1, 480), 960, 1000},
+        {SmfBuilder(1, 480).Tempo(0, 250000), 960, 500},
+        {SmfBuilder(1, 480).Track().Tempo(480, 1000000).Track().Tempo(960, 250000), 1440, 1750},
+        {SmfBuilder(1, 480).Tempo(480, 0), 960, 1000},
+        {SmfBuilder(1, 480).Text(480, 0x51, "\x0F"), 960, 1000},
+        {SmfBuilder(1, 480).Tempo(480, 9).Tempo(480, 1000000), 960, 1500},
+        {SmfBuilder(1, smpte25).Tempo(0, 9), 1234, 1234},
+        {SmfBuilder(1, smpte29), 2997, 1000},
+        {SmfBuilder(1, 1).Tempo(0, 0xFFFFFF), 0xFFFFFFF, 2147483647},
+    };
+    for (Case& c : cases) {
+        c.song.Text(c.tick, 1, "end");
+        const auto file = ReadSmf(c.song.Bytes());
+        ASSERT_TRUE(file);
+        EXPECT_EQ(LengthMs(*file), c.ms);
+        EXPECT_NEAR(static_cast<double>(MakeSequence(*file, 48000).endFrame), c.ms * 48.0, 24.0);
+    }
+}
+
+TEST(TempoMap, RoundingDoesNotAddUp) {
+    SmfBuilder song(1, 480);
+    for (std::uint32_t tick = 0; tick < 48000; tick += 7) {
+        song.Tempo(tick, 333333);
+    }
+    song.Text(48000, 1, "end");
+    EXPECT_EQ(MakeSequence(*ReadSmf(song.Bytes()), 44100).endFrame, 1469999);
+}
+
+}  // namespace
+}  // namespace sonnel::test
