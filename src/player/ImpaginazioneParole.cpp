@@ -1,0 +1,86 @@
+#include "player/ImpaginazioneParole.h"
+
+#include "platform/Numbers.h"
+
+#include <algorithm>
+
+namespace sonnel {
+namespace {
+
+constexpr double PuntiInPiu = 8;
+constexpr double PuntiMinimi = 8;
+constexpr double PuntiPiccoli = 10;
+constexpr int MargineRiga = 25;  // twips below each line, for descenders and the shadow
+
+const Message AvvisoRigheLunghe{
+    "Warning! The selected song contains one or more long text lines! The words will be displayed "
+    "using a very small font."
+    "\r\n\r\n"
+    "To have a regular karaoke, please edit the LYK and avoid having too long text lines.",
+    Icon::Information, "Sonnel Karaoke"};
+
+}  // namespace
+
+ImpaginazioneParole::ImpaginazioneParole(const Config& config, const Timeline& timeline,
+                                         PictureBox& parole, CorniceParole& cornice, MsgBox& msgBox)
+    : config_(config), timeline_(timeline), parole_(parole), cornice_(cornice), msgBox_(msgBox) {}
+
+void ImpaginazioneParole::ApplicaConfig() {
+    parole_.SetForeColor(config_.ColoreTesto);
+    cornice_.ColoreSfondo(config_.ColoreSfondo);
+    parole_.SetBackColor(config_.ColoreSfondo);
+    FontSpec font = parole_.Font();
+    font.name = config_.FontName;
+    if (config_.AutoFont == 0) {
+        font.size = config_.FontSize;
+    }
+    font.bold = config_.FontBold != 0;
+    parole_.SetFont(font);
+}
+
+void ImpaginazioneParole::FontAutomatico() {
+    if (config_.AutoFont == 0) {
+        return;
+    }
+    FontSpec font = parole_.Font();
+    font.size = config_.FontSize + PuntiInPiu;
+    parole_.SetFont(font);
+    bool avvisato = false;
+    for (std::int16_t i = 1; i <= timeline_.NumEventi(); ++i) {
+        const Evento& evento = timeline_.Eventi(i);
+        if (evento.Tipo != TipoEvento::Pagina) {
+            continue;
+        }
+        RiduciFont(evento);
+        if (!avvisato && parole_.Font().size <= PuntiPiccoli) {
+            msgBox_.Show(AvvisoRigheLunghe);
+            avvisato = true;
+        }
+    }
+}
+
+void ImpaginazioneParole::RiduciFont(const Evento& pagina) {
+    FontSpec font = parole_.Font();
+    double richiesta = font.size;
+    while (font.size > PuntiMinimi &&
+           parole_.Measure(pagina.Testo).width > cornice_.LarghezzaParole()) {
+        // A font that offers only some sizes may answer with a larger one than was asked for.
+        richiesta = std::min(font.size, richiesta) - 1;
+        if (richiesta < 1) {
+            return;
+        }
+        font.size = richiesta;
+        parole_.SetFont(font);
+        font = parole_.Font();
+    }
+}
+
+void ImpaginazioneParole::ResizeParole(std::int16_t& righe) {
+    righe = std::max<std::int16_t>(righe, 1);
+    const int altezza = (parole_.Measure("T").height + MargineRiga) * righe;
+    const int barra = cornice_.AltezzaBarra();
+    const int top = RoundHalfEven<int>(barra + (cornice_.AltezzaInterna() - barra - altezza) / 2.0);
+    cornice_.DisponiParole(std::max(top, barra), altezza);
+}
+
+}  // namespace sonnel

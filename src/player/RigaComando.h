@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace sonnel {
+
+/// The command line without the double quote it begins with and, after that one, its last
+/// character.
+[[nodiscard]] std::string SenzaVirgolette(std::string riga);
+
+/// The base path of the song that a command line names: one apostrophe at either end dropped, then
+/// the extension ".lyk" or ".mid" (any last characters that occur in ".mid.lyk", in fact).
+[[nodiscard]] std::string BranoDaRiga(std::string riga);
+
+}  // namespace sonnel
