@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/PictureBox.h"
+
+#include <functional>
+#include <string>
+
+#include <QColor>
+#include <QFont>
+#include <QPixmap>
+#include <QWidget>
+
+namespace sonnel {
+
+/// A drawing surface that is a widget. Its picture lives in a pixmap of the screen's own resolution,
+/// so it comes back whole after it was covered, and letters are sharp at any scale factor.
+class QtPictureBox : public QWidget, public PictureBox {
+  public:
+    explicit QtPictureBox(double twipsPerPixel, QWidget* parent = nullptr);
+
+    void Clear() override;
+    void SetBackColor(Colour colour) override;
+    void SetForeColor(Colour colour) override;
+    void SetFont(const FontSpec& font) override;
+    [[nodiscard]] FontSpec Font() const override;
+    [[nodiscard]] TextSize Measure(std::string_view text) const override;
+    void Print(int x, int y, std::string_view text) override;
+
+    std::function<void()> onClick;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    /// The last text printed, for going on from it.
+    struct Printed {
+        int x = 0;
+        int y = 0;
+        QColor colour;
+        QString text;
+    };
+
+    void FitPixmap();
+    [[nodiscard]] double AlreadyPrinted(const Printed& next) const;
+
+    double twipsPerPixel_;
+    QColor backColour_ = Qt::black;
+    QColor foreColour_ = Qt::white;
+    QFont font_;
+    QPixmap picture_;
+    Printed last_;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,154 @@
+#include "platform/qt/QtSystem.h"
+
+#include "platform/Numbers.h"
+
+#include <utility>
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QTime>
+
+namespace sonnel {
+namespace {
+
+constexpr double TwipsPerInch = 1440;
+
+QMessageBox::Icon ToQt(Icon icon) {
+    switch (icon) {
+        case Icon::Critical:
+            return QMessageBox::Critical;
+        case Icon::Question:
+            return QMessageBox::Question;
+        case Icon::Exclamation:
+            return QMessageBox::Warning;
+        case Icon::Information:
+            return QMessageBox::Information;
+        case Icon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+struct ButtonAnswer {
+    QMessageBox::StandardButton button;
+    Answer answer;
+};
+
+/// The buttons in their order.
+std::vector<ButtonAnswer> ToQt(Buttons buttons) {
+    switch (buttons) {
+        case Buttons::OkCancel:
+            return {{QMessageBox::Ok, Answer::Ok}, {QMessageBox::Cancel, Answer::Cancel}};
+        case Buttons::YesNo:
+            return {{QMessageBox::Yes, Answer::Yes}, {QMessageBox::No, Answer::No}};
+        case Buttons::YesNoCancel:
+            return {{QMessageBox::Yes, Answer::Yes},
+                    {QMessageBox::No, Answer::No},
+                    {QMessageBox::Cancel, Answer::Cancel}};
+        case Buttons::RetryCancel:
+            return {{QMessageBox::Retry, Answer::Retry}, {QMessageBox::Cancel, Answer::Cancel}};
+        case Buttons::Ok:
+            break;
+    }
+    return {{QMessageBox::Ok, Answer::Ok}};
+}
+
+}  // namespace
+
+double QtOrologio::TimeOfDay() const {
+    return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
+
+std::chrono::nanoseconds QtOrologio::Steady() const {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+QtTemporizzatore::QtTemporizzatore() {
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, [this] {
+        // The tick may start this timer anew.
+        if (const auto tick = tick_) {
+            tick();
+        }
+    });
+}
+
+void QtTemporizzatore::Start(int intervalMs, std::function<void()> tick) {
+    tick_ = std::move(tick);
+    timer_.start(intervalMs);
+}
+
+void QtTemporizzatore::Stop() {
+    timer_.stop();
+    tick_ = nullptr;
+}
+
+void QtEventiSistema::RunPending() {
+    QCoreApplication::processEvents();
+}
+
+void QtEventiSistema::WaitPending(std::chrono::milliseconds limit) {
+    QEventLoop loop;
+    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void QtEventiSistema::SetPointer(Pointer pointer) {
+    const bool busy = pointer == Pointer::Busy;
+    if (busy == busy_) {
+        return;
+    }
+    busy_ = busy;
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void QtEventiSistema::Beep() {
+    QApplication::beep();
+}
+
+int QtSchermo::Width() const {
+    return RoundHalfEven<int>(QGuiApplication::primaryScreen()->size().width() * TwipsPerPixel());
+}
+
+int QtSchermo::Height() const {
+    return RoundHalfEven<int>(QGuiApplication::primaryScreen()->size().height() * TwipsPerPixel());
+}
+
+double QtSchermo::TwipsPerPixel() const {
+    return TwipsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInch();
+}
+
+Answer QtMsgBox::Show(const Message& message) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QString::fromStdString(message.text).replace("\r\n", "\n"));
+    box.setIcon(ToQt(message.icon));
+    box.setWindowTitle(QString::fromStdString(message.title));
+    const auto buttons = ToQt(message.buttons);
+    for (const auto& [button, answer] : buttons) {
+        box.addButton(button);
+    }
+    const auto first = static_cast<std::size_t>(message.defaultButton - 1);
+    box.setDefaultButton(buttons.at(first < buttons.size() ? first : 0).button);
+    if (buttons.back().answer != Answer::Ok) {
+        box.setEscapeButton(buttons.back().button);
+    }
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int pressed = box.exec();
+    QApplication::restoreOverrideCursor();
+    for (const auto& [button, answer] : buttons) {
+        if (button == pressed) {
+            return answer;
+        }
+    }
+    return buttons.back().answer;
+}
+
+}  // namespace sonnel
