@@ -3,14 +3,13 @@
 #include "platform/Numbers.h"
 #include "platform/qt/QtColour.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
+#include <cmath>
 
 namespace sonnel {
 namespace {

@@ -2,18 +2,18 @@
 
 #include "platform/PictureBox.h"
 
-#include <functional>
-#include <string>
-
 #include <QColor>
 #include <QFont>
 #include <QPixmap>
 #include <QWidget>
+#include <functional>
+#include <string>
 
 namespace sonnel {
 
-/// A drawing surface that is a widget. Its picture lives in a pixmap of the screen's own resolution,
-/// so it comes back whole after it was covered, and letters are sharp at any scale factor.
+/// A drawing surface that is a widget. Its picture lives in a pixmap of the screen's own
+/// resolution, so it comes back whole after it was covered, and letters are sharp at any scale
+/// factor.
 class QtPictureBox : public QWidget, public PictureBox {
   public:
     explicit QtPictureBox(double twipsPerPixel, QWidget* parent = nullptr);

@@ -2,14 +2,13 @@
 
 #include "platform/Numbers.h"
 
-#include <utility>
-
 #include <QApplication>
 #include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTime>
+#include <utility>
 
 namespace sonnel {
 namespace {

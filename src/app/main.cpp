@@ -1,0 +1,95 @@
+#include "platform/FileRegistro.h"
+#include "platform/Files.h"
+#include "platform/audio/AudioDriver.h"
+#include "platform/audio/FluidSintetizzatore.h"
+#include "platform/audio/SoundFont.h"
+#include "platform/audio/UscitaPredefinita.h"
+#include "platform/qt/QtSystem.h"
+#include "player/Programma.h"
+#include "player/frmKaraoke.h"
+#include "settings/DirectoryKaraoke.h"
+#include "settings/Impostazioni.h"
+#include "ui/Titoli.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <cstdlib>
+#include <system_error>
+
+namespace {
+
+using namespace sonnel;
+
+std::optional<std::string> Environment(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+/// The text after the program's name.
+std::string CommandLine() {
+    return QCoreApplication::arguments().mid(1).join(' ').toStdString();
+}
+
+/// Default karaoke directory; the user's data directory for the player is made on the way.
+std::string DefaultKaraokeDirectory() {
+    const QString program = QCoreApplication::applicationDirPath();
+    const std::filesystem::path directory = DirectoryKaraoke(
+        PathFromUtf8(program.toStdString()), QFileInfo(program).isWritable(), Environment);
+    std::error_code ignored;  // a directory that cannot be made is reported by who needs it
+    std::filesystem::create_directories(directory.parent_path().parent_path(), ignored);
+    return Utf8FromPath(directory);
+}
+
+/// Lets the user choose a song's LYK file.
+std::string ChooseSong(const Config& config) {
+    const QString file = QFileDialog::getOpenFileName(QApplication::activeWindow(), "Open",
+                                                      QString::fromStdString(config.OpenDir),
+                                                      "Karaoke songs (*.lyk *.LYK);;All files (*)");
+    const QFileInfo info(file);
+    return file.isEmpty() ? "" : "F=" + (info.path() + "/" + info.completeBaseName()).toStdString();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QCoreApplication::setApplicationName("sonnel");
+    QGuiApplication::setApplicationDisplayName("");
+    QGuiApplication::setDesktopFileName("sonnel");
+
+    FileRegistro registro(UserSettingsFile(Environment), MachineSettingsFile(Environment));
+    const auto setting = [&registro](const char* name) {
+        return LeggiImpostazione(registro, "Opzioni", name, "");
+    };
+    FluidSintetizzatore synthesiser([&setting] {
+        return FindSoundFont(setting("SoundFont"), ProcessEnvironment,
+                             SoundFontDirectories(ProcessEnvironment));
+    });
+    UscitaPredefinita output(ChooseAudioDriver(setting("AudioDriver"), ProcessEnvironment));
+    QtTemporizzatore timer;
+    const QtOrologio clock;
+    MMControl sequencer(synthesiser, output, timer, clock);
+    QtMsgBox msgBox;
+    QtEventiSistema events;
+    const QtSchermo screen;
+
+    Programma programma{.registro = registro,
+                        .sequencer = sequencer,
+                        .msgBox = msgBox,
+                        .eventi = events,
+                        .orologio = clock,
+                        .schermo = screen,
+                        .rigaComando = CommandLine(),
+                        .openDirPredefinita = DefaultKaraokeDirectory(),
+                        .scelta = {},
+                        .config = {},
+                        .timeline = {},
+                        .informazioni = {}};
+    programma.scelta.scegli = [&programma] { return ChooseSong(programma.config); };
+    programma.scelta.nomeFile = [](std::int32_t) { return std::string(); };
+
+    frmKaraoke window(programma);
+    window.Form_Load();
+    return QApplication::exec();
+}

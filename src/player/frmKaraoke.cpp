@@ -1,0 +1,329 @@
+#include "player/frmKaraoke.h"
+
+#include "platform/Numbers.h"
+#include "platform/qt/QtColour.h"
+#include "player/FormattaTempo.h"
+#include "player/RigaComando.h"
+#include "settings/Impostazioni.h"
+#include "settings/TestoNumero.h"
+#include "ui/Titoli.h"
+#include "ui/basCommon.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <algorithm>
+
+namespace sonnel {
+namespace {
+
+constexpr int LarghezzaMinima = 8300;  // twips
+constexpr int IntervalloLogo = 500;    // ms, before the first frame
+constexpr int IntervalloCursore = 500;
+
+QString ToQString(const std::string& testo) {
+    return QString::fromStdString(testo);
+}
+
+}  // namespace
+
+frmKaraoke::frmKaraoke(Programma& programma)
+    : programma_(programma),
+      twipsPerPixel_(programma.schermo.TwipsPerPixel()),
+      area_(new QWidget(this)),
+      striscia_(new QWidget(area_)),
+      Parole(twipsPerPixel_, area_),
+      riproduzione_(Parti()) {
+    setWindowIcon(QIcon(":/sonnel.svg"));
+    setCentralWidget(area_);
+    area_->setAutoFillBackground(true);
+    area_->installEventFilter(this);
+    area_->setAccessibleName("Lyrics");
+    Parole.onClick = [this] { Parole_Click(); };
+    CreaMenu();
+    CreaBarra();
+    tmrLogo.setInterval(IntervalloLogo);
+    tmrSlider.setInterval(IntervalloCursore);
+    connect(&tmrLogo, &QTimer::timeout, this, &frmKaraoke::tmrLogo_Timer);
+    connect(&tmrSlider, &QTimer::timeout, this, &frmKaraoke::tmrSlider_Timer);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState stato) {
+                if (stato == Qt::ApplicationInactive) {
+                    Form_LostFocus();
+                }
+            });
+    setMinimumWidth(Pixel(LarghezzaMinima));
+}
+
+Riproduzione::Parti frmKaraoke::Parti() {
+    return {programma_.config,
+            programma_.timeline,
+            programma_.informazioni,
+            programma_.sequencer,
+            Parole,
+            *this,
+            *this,
+            programma_.msgBox,
+            programma_.eventi,
+            programma_.scelta};
+}
+
+int frmKaraoke::Twips(double pixel) const {
+    return RoundHalfEven<int>(pixel * twipsPerPixel_);
+}
+
+int frmKaraoke::Pixel(double twips) const {
+    return RoundHalfEven<int>(twips / twipsPerPixel_);
+}
+
+// Start-up and closing
+
+void frmKaraoke::Form_Load() {
+    CRebar::TBMakeFlat(*tlbBar, false);
+    Rebar.Parent(area_);
+    Rebar.Create();
+    programma_.eventi.SetPointer(Pointer::Busy);
+    programma_.timeline.Azzera();
+    ColoreSfondo(0);
+    programma_.config = CaricaConfig(programma_.registro, programma_.schermo.Width(),
+                                     programma_.openDirPredefinita);
+    riproduzione_.ApplicaConfig();
+    Titolo(Riproduzione::EtichettaVersione());
+    resize(Pixel(programma_.schermo.Width()), Pixel(programma_.config.WinHeight));
+    DisponiFinestra();
+    CaricaDaRigaComando();
+    riproduzione_.AbilitaFunzioni();
+    RipristinaPosto();
+    caricata_ = true;
+    programma_.eventi.SetPointer(Pointer::Normal);
+}
+
+void frmKaraoke::CaricaDaRigaComando() {
+    const std::string riga = SenzaVirgolette(programma_.rigaComando);
+    if (riga.empty()) {
+        return;
+    }
+    if (riproduzione_.CaricaBrano(BranoDaRiga(riga))) {
+        riproduzione_.PreparaBrano();
+        return;
+    }
+    programma_.eventi.SetPointer(Pointer::Normal);
+    programma_.msgBox.Show({"Wrong parameter: '" + programma_.rigaComando + "'", Icon::Critical,
+                            std::string(TitoloMessaggi)});
+}
+
+/// Puts the window where it was closed and shows it.
+void frmKaraoke::RipristinaPosto() {
+    const Config& config = programma_.config;
+    const int larghezza = area_->width();
+    resize(Pixel(config.WinWidth), Pixel(config.WinHeight));
+    move(Pixel(config.WinLeft), Pixel(config.WinTop));
+    if (config.FullScreen != 0) {
+        showMaximized();
+    } else {
+        show();
+    }
+    DisponiFinestra();
+    // The song's font was fitted to the width the window had then.
+    if (area_->width() != larghezza && !programma_.sequencer.FileName().empty()) {
+        riproduzione_.PreparaBrano();
+    }
+}
+
+void frmKaraoke::Form_Unload() {
+    programma_.sequencer.Command(MciCommand::Close);
+    SalvaFinestra();
+    Rebar.DestroyRebar();
+    QApplication::quit();
+}
+
+void frmKaraoke::SalvaFinestra() {
+    const auto salva = [this](const char* chiave, const std::string& valore) {
+        SalvaImpostazione(programma_.registro, "Finestra", chiave, valore);
+    };
+    if (isMaximized()) {
+        salva("FullScreen", TestoLogico(true));
+        return;
+    }
+    salva("Top", TestoNumero(static_cast<float>(Twips(y()))));
+    salva("Left", TestoNumero(static_cast<float>(Twips(x()))));
+    salva("Width", TestoNumero(static_cast<float>(Twips(width()))));
+    salva("Height", TestoNumero(static_cast<float>(Twips(height()))));
+    salva("FullScreen", TestoLogico(false));
+}
+
+void frmKaraoke::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Form_Unload();
+}
+
+// Commands
+
+void frmKaraoke::mnuFileLoad_Click() {
+    riproduzione_.FileLoad();
+}
+
+void frmKaraoke::mnuFileExit_Click() {
+    close();
+}
+
+void frmKaraoke::mnuSound_Click() {
+    riproduzione_.AbilitaFunzioni();
+}
+
+void frmKaraoke::mnuSoundPlay_Click() {
+    riproduzione_.SoundPlay();
+}
+
+void frmKaraoke::mnuSoundPause_Click() {
+    riproduzione_.SoundPause();
+}
+
+void frmKaraoke::mnuSoundStop_Click() {
+    riproduzione_.SoundStop();
+}
+
+void frmKaraoke::Parole_Click() {
+    riproduzione_.ParoleClick();
+}
+
+void frmKaraoke::sldPosition_Change(int value) {
+    riproduzione_.CursoreSpostato(value);
+}
+
+void frmKaraoke::tmrSlider_Timer() {
+    riproduzione_.AggiornaCursore();
+}
+
+void frmKaraoke::Form_LostFocus() {
+    riproduzione_.Sospendi();
+}
+
+// Layout
+
+bool frmKaraoke::eventFilter(QObject* object, QEvent* event) {
+    if (object == area_ && event->type() == QEvent::Resize) {
+        Form_Resize();
+    }
+    return QMainWindow::eventFilter(object, event);
+}
+
+void frmKaraoke::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && isMinimized()) {
+        riproduzione_.Sospendi();
+    }
+}
+
+void frmKaraoke::Form_Resize() {
+    if (isMinimized()) {
+        return;
+    }
+    Rebar.Resize(*area_);
+    striscia_->setGeometry(0, 0, area_->width(), striscia_->sizeHint().height());
+    Parole.setGeometry(0, Parole.y(), area_->width(), Parole.height());
+    riproduzione_.Ridisponi();
+}
+
+/// Gives the window's contents their sizes at once, also while it is hidden.
+void frmKaraoke::DisponiFinestra() {
+    ensurePolished();
+    layout()->activate();
+    Form_Resize();
+}
+
+int frmKaraoke::AltezzaBarra() const {
+    return Twips(striscia_->height());
+}
+
+int frmKaraoke::AltezzaInterna() const {
+    return Twips(area_->height());
+}
+
+int frmKaraoke::LarghezzaParole() const {
+    return Twips(Parole.width());
+}
+
+void frmKaraoke::DisponiParole(int top, int altezza) {
+    Parole.setGeometry(0, Pixel(top), Parole.width(), Pixel(altezza));
+}
+
+void frmKaraoke::ColoreSfondo(Colour colore) {
+    QPalette colori = area_->palette();
+    colori.setColor(QPalette::Window, ToQColor(colore));
+    area_->setPalette(colori);
+}
+
+// What playback shows
+
+void frmKaraoke::Titolo(const std::string& titolo) {
+    setWindowTitle(ToQString(titolo));
+}
+
+void frmKaraoke::Durata(std::int32_t secondi, const std::string& testo) {
+    const QSignalBlocker fermo(sldPosition);
+    sldPosition->setRange(0, secondi);
+    lblTrackLength->setText(ToQString(testo));
+}
+
+void frmKaraoke::Cursore(std::int32_t secondi) {
+    const QSignalBlocker fermo(sldPosition);
+    sldPosition->setValue(secondi);
+}
+
+void frmKaraoke::Posizione(const std::string& testo) {
+    lblPosition->setText(ToQString(testo));
+}
+
+void frmKaraoke::AnimaLogo(bool attiva) {
+    if (attiva == tmrLogo.isActive()) {
+        return;
+    }
+    if (attiva) {
+        tmrLogo.start();
+    } else {
+        tmrLogo.stop();
+    }
+}
+
+void frmKaraoke::PrimaImmagineLogo() {
+    MostraLogo(1);
+}
+
+void frmKaraoke::tmrLogo_Timer() {
+    contatoreLogo_ = contatoreLogo_ >= static_cast<int>(ImageList2.size()) ? 1 : contatoreLogo_ + 1;
+    MostraLogo(contatoreLogo_);
+    constexpr int PrimaImmagine = 800;
+    constexpr int AltreImmagini = 600;
+    tmrLogo.setInterval(contatoreLogo_ == 1 ? PrimaImmagine : AltreImmagini);
+}
+
+void frmKaraoke::Comandi(const StatoComandi& stato) {
+    mnuFileLoad->setEnabled(stato.FileLoad);
+    mnuSoundPlay->setEnabled(stato.SoundPlay);
+    mnuSoundPause->setEnabled(stato.SoundPause);
+    mnuSoundStop->setEnabled(stato.SoundStop);
+    bottoni_[0]->setEnabled(stato.FileLoad);
+    bottoni_[8]->setEnabled(stato.SoundPlay);
+    bottoni_[9]->setEnabled(stato.SoundPause);
+    bottoni_[10]->setEnabled(stato.SoundStop);
+    sldPosition->setEnabled(stato.Cursore);
+    if (stato.TimerCursore != tmrSlider.isActive()) {
+        if (stato.TimerCursore) {
+            tmrSlider.start();
+        } else {
+            tmrSlider.stop();
+        }
+    }
+}
+
+void frmKaraoke::Disabilita(VistaKaraoke::Comando comando) {
+    if (comando == VistaKaraoke::Comando::SoundStop) {
+        mnuSoundStop->setEnabled(false);
+    }
+}
+
+}  // namespace sonnel

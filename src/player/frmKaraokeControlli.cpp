@@ -1,0 +1,163 @@
+// The main window's menus, toolbar and position controls.
+
+#include "player/FormattaTempo.h"
+#include "player/frmKaraoke.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QMenuBar>
+
+namespace sonnel {
+namespace {
+
+constexpr QSize ImmagineBottone(24, 24);
+constexpr QSize ImmagineLogo(36, 36);
+constexpr int PaginaCursore = 10;  // seconds that a page key moves the slider
+
+/// Light whatever the desktop's theme: the button images are drawn for it.
+constexpr const char* StileStriscia =
+    "#striscia { background: #f0f0f0; border-bottom: 1px solid #c8c8c8; }"
+    "#striscia QToolBar { background: transparent; border: none; spacing: 2px; padding: 4px; }"
+    "#striscia QToolButton { border: 1px solid transparent; border-radius: 5px; padding: 4px; }"
+    "#striscia QToolButton:hover, #striscia QToolButton:focus {"
+    "  background: #e0eaea; border-color: #9cc4c4; }"
+    "#striscia QToolButton:pressed { background: #c8dcdc; }"
+    "#SSPanel1 { background: #fafafa; border: 1px solid #d0d0d0; border-radius: 6px; }"
+    "#SSPanel1 QLabel { color: #2d3b40; }"
+    "#SSPanel1 QLabel:disabled { color: #2d3b40; }";
+
+struct Bottone {
+    const char* suggerimento;  ///< null for a separator
+    const char* immagine;
+    bool comando;  ///< there is a command behind it
+};
+
+constexpr std::array<Bottone, 11> Bottoni{{
+    {"Open", "open", true},
+    {"Song informations", "song-info", false},
+    {nullptr, nullptr, false},
+    {"Video calibration", "calibration", false},
+    {"Options", "options", false},
+    {"Volume control", "volume", false},
+    {"Visit Sonnel Web site", "web", false},
+    {nullptr, nullptr, false},
+    {"Play", "play", true},
+    {"Pause", "pause", true},
+    {"Stop", "stop", true},
+}};
+
+}  // namespace
+
+void frmKaraoke::CreaMenu() {
+    QMenu* mnuFile = menuBar()->addMenu("&File");
+    mnuFileLoad = mnuFile->addAction("&Open", this, &frmKaraoke::mnuFileLoad_Click);
+    mnuFileLoad->setShortcut(Qt::CTRL | Qt::Key_O);
+    mnuFile->addSeparator();
+    QAction* mnuFileExit = mnuFile->addAction("&Exit", this, &frmKaraoke::mnuFileExit_Click);
+    mnuFileExit->setShortcut(Qt::CTRL | Qt::Key_X);
+
+    QMenu* mnuSound = menuBar()->addMenu("&Karaoke");
+    connect(mnuSound, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
+    mnuSoundPlay = mnuSound->addAction("&Play", this, &frmKaraoke::mnuSoundPlay_Click);
+    mnuSoundPlay->setShortcut(Qt::Key_F2);
+    mnuSoundPause = mnuSound->addAction("&Pause/continue", this, &frmKaraoke::mnuSoundPause_Click);
+    mnuSoundPause->setShortcut(Qt::Key_F3);
+    mnuSoundStop = mnuSound->addAction("&Stop", this, &frmKaraoke::mnuSoundStop_Click);
+    mnuSoundStop->setShortcut(Qt::Key_F4);
+    for (QAction* azione : {mnuSoundPlay, mnuSoundPause, mnuSoundStop}) {
+        azione->setEnabled(false);
+    }
+}
+
+void frmKaraoke::CreaBarra() {
+    striscia_->setObjectName("striscia");
+    striscia_->setAttribute(Qt::WA_StyledBackground);
+    striscia_->setStyleSheet(StileStriscia);
+
+    tlbBar = new QToolBar(striscia_);
+    tlbBar->setIconSize(ImmagineBottone);
+    for (std::size_t i = 0; i < Bottoni.size(); ++i) {
+        const Bottone& bottone = Bottoni[i];
+        if (bottone.suggerimento == nullptr) {
+            bottoni_[i] = tlbBar->addSeparator();
+            continue;
+        }
+        const int indice = static_cast<int>(i) + 1;
+        bottoni_[i] = tlbBar->addAction(QIcon(QString(":/toolbar/%1.svg").arg(bottone.immagine)),
+                                        bottone.suggerimento, this,
+                                        [this, indice] { tlbBar_ButtonClick(indice); });
+        bottoni_[i]->setEnabled(bottone.comando);
+        tlbBar->widgetForAction(bottoni_[i])->setFocusPolicy(Qt::TabFocus);
+    }
+
+    imgLogo = new QLabel(striscia_);
+    imgLogo->setFixedSize(ImmagineLogo);
+    for (std::size_t i = 0; i < ImageList2.size(); ++i) {
+        ImageList2[i] = QIcon(QString(":/logo/logo%1.svg").arg(i + 1));
+    }
+    MostraLogo(1);
+
+    auto* fila = new QHBoxLayout(striscia_);
+    fila->setContentsMargins(2, 2, 8, 3);
+    fila->setSpacing(8);
+    fila->addWidget(tlbBar);
+    fila->addWidget(CreaPosizione(), 1);
+    fila->addWidget(imgLogo);
+}
+
+QWidget* frmKaraoke::CreaPosizione() {
+    auto* SSPanel1 = new QFrame(striscia_);
+    SSPanel1->setObjectName("SSPanel1");
+    const QString zero = QString::fromStdString(FormattaTempo(0));
+    lblPosition = new QLabel(zero, SSPanel1);
+    lblTrackLength = new QLabel(zero, SSPanel1);
+    for (QLabel* etichetta : {lblPosition, lblTrackLength}) {
+        // Room for long songs: the slider does not move while the digits change.
+        etichetta->setMinimumWidth(etichetta->fontMetrics().horizontalAdvance("000' 00\""));
+        etichetta->setAlignment(Qt::AlignCenter);
+    }
+    sldPosition = new QSlider(Qt::Horizontal, SSPanel1);
+    sldPosition->setRange(0, 0);
+    sldPosition->setPageStep(PaginaCursore);
+    sldPosition->setEnabled(false);
+    sldPosition->setMinimumWidth(60);
+    sldPosition->setAccessibleName("Song position in seconds");
+    connect(sldPosition, &QSlider::valueChanged, this, &frmKaraoke::sldPosition_Change);
+
+    auto* fila = new QHBoxLayout(SSPanel1);
+    fila->setContentsMargins(6, 2, 6, 2);
+    fila->addWidget(lblPosition);
+    fila->addWidget(sldPosition, 1);
+    fila->addWidget(lblTrackLength);
+    return SSPanel1;
+}
+
+void frmKaraoke::MostraLogo(int immagine) {
+    if (immagine == immagineLogo_) {
+        return;
+    }
+    immagineLogo_ = immagine;
+    const QIcon& icona = ImageList2.at(static_cast<std::size_t>(immagine) - 1);
+    imgLogo->setPixmap(icona.pixmap(ImmagineLogo, devicePixelRatioF()));
+}
+
+void frmKaraoke::tlbBar_ButtonClick(int index) {
+    switch (index) {
+        case 1:
+            mnuFileLoad_Click();
+            break;
+        case 9:
+            mnuSoundPlay_Click();
+            break;
+        case 10:
+            mnuSoundPause_Click();
+            break;
+        case 11:
+            mnuSoundStop_Click();
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace sonnel
