@@ -14,17 +14,11 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <cstdlib>
 #include <system_error>
 
 namespace {
 
 using namespace sonnel;
-
-std::optional<std::string> Environment(const std::string& name) {
-    const char* value = std::getenv(name.c_str());
-    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
 
 /// The text after the program's name.
 std::string CommandLine() {
@@ -35,7 +29,7 @@ std::string CommandLine() {
 std::string DefaultKaraokeDirectory() {
     const QString program = QCoreApplication::applicationDirPath();
     const std::filesystem::path directory = DirectoryKaraoke(
-        PathFromUtf8(program.toStdString()), QFileInfo(program).isWritable(), Environment);
+        PathFromUtf8(program.toStdString()), QFileInfo(program).isWritable(), ProcessEnvironment);
     std::error_code ignored;  // a directory that cannot be made is reported by who needs it
     std::filesystem::create_directories(directory.parent_path().parent_path(), ignored);
     return Utf8FromPath(directory);
@@ -58,7 +52,8 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName("");
     QGuiApplication::setDesktopFileName("sonnel");
 
-    FileRegistro registro(UserSettingsFile(Environment), MachineSettingsFile(Environment));
+    FileRegistro registro(UserSettingsFile(ProcessEnvironment),
+                          MachineSettingsFile(ProcessEnvironment));
     const auto setting = [&registro](const char* name) {
         return LeggiImpostazione(registro, "Opzioni", name, "");
     };

@@ -50,15 +50,6 @@ fs::path InConfiguration(const fs::path& directory) {
     return directory / "sonnel" / "settings.conf";
 }
 
-/// The directory an environment variable names; relative ones do not count.
-std::optional<fs::path> NamedDirectory(const EnvironmentLookup& environment, const char* name) {
-    const std::optional<std::string> value = environment(name);
-    if (!value || !PathFromUtf8(*value).is_absolute()) {
-        return std::nullopt;
-    }
-    return PathFromUtf8(*value);
-}
-
 }  // namespace
 
 FileRegistro::FileRegistro(fs::path currentUser, fs::path localMachine)
@@ -147,7 +138,7 @@ void FileRegistro::CloseKey(RegistryKey key) {
     open_.erase(key);
 }
 
-fs::path UserSettingsFile(const EnvironmentLookup& environment) {
+fs::path UserSettingsFile(const Environment& environment) {
     if (const auto directory = NamedDirectory(environment, "XDG_CONFIG_HOME")) {
         return InConfiguration(*directory);
     }
@@ -160,8 +151,8 @@ fs::path UserSettingsFile(const EnvironmentLookup& environment) {
     return {};
 }
 
-fs::path MachineSettingsFile(const EnvironmentLookup& environment) {
-    const std::string directories = environment("XDG_CONFIG_DIRS").value_or("");
+fs::path MachineSettingsFile(const Environment& environment) {
+    const std::string directories = environment("XDG_CONFIG_DIRS");
     const fs::path first = PathFromUtf8(directories.substr(0, directories.find(':')));
     return InConfiguration(first.is_absolute() ? first : fs::path("/etc/xdg"));
 }

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "platform/Environment.h"
 #include "platform/Registro.h"
 
 #include <filesystem>
-#include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -55,12 +54,9 @@ class FileRegistro : public Registro {
     RegistryKey lastKey_ = 0;
 };
 
-/// The value of an environment variable, if it is set.
-using EnvironmentLookup = std::function<std::optional<std::string>(const std::string& name)>;
-
 /// Where the settings of the user and of the machine are: sonnel/settings.conf in the first
 /// configuration directory that the environment names. Empty when it names none.
-[[nodiscard]] std::filesystem::path UserSettingsFile(const EnvironmentLookup& environment);
-[[nodiscard]] std::filesystem::path MachineSettingsFile(const EnvironmentLookup& environment);
+[[nodiscard]] std::filesystem::path UserSettingsFile(const Environment& environment);
+[[nodiscard]] std::filesystem::path MachineSettingsFile(const Environment& environment);
 
 }  // namespace sonnel

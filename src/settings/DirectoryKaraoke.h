@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileRegistro.h"
+#include "platform/Environment.h"
 
 #include <filesystem>
 
@@ -10,7 +10,6 @@ namespace sonnel {
 /// place can be written, else "sonnel/Karaoke" in the user's data directory. Ends in a separator
 /// and may not exist.
 [[nodiscard]] std::filesystem::path DirectoryKaraoke(const std::filesystem::path& dirProgramma,
-                                                     bool scrivibile,
-                                                     const EnvironmentLookup& ambiente);
+                                                     bool scrivibile, const Environment& ambiente);
 
 }  // namespace sonnel

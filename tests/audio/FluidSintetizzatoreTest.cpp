@@ -1,4 +1,4 @@
-#include "platform/audio/Environment.h"
+#include "platform/Environment.h"
 #include "platform/audio/FluidSintetizzatore.h"
 #include "platform/audio/SoundFont.h"
 

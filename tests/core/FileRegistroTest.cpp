@@ -198,9 +198,9 @@ TEST(SettingsFiles, AreWhereTheEnvironmentSays) {
         {{{"XDG_CONFIG_HOME", ""}}, "", "/etc/xdg/sonnel/settings.conf"},
     };
     for (const Case& c : cases) {
-        const EnvironmentLookup lookup = [&](const std::string& name) {
+        const Environment lookup = [&](const std::string& name) {
             const auto found = c.environment.find(name);
-            return found != c.environment.end() ? std::optional(found->second) : std::nullopt;
+            return found != c.environment.end() ? found->second : std::string();
         };
         EXPECT_EQ(UserSettingsFile(lookup).string(), c.user);
         EXPECT_EQ(MachineSettingsFile(lookup).string(), c.machine);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/audio/Environment.h"
+#include "platform/Environment.h"
 
 #include <string>
 

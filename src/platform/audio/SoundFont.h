@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Result.h"
-#include "platform/audio/Environment.h"
+#include "platform/Environment.h"
 
 #include <filesystem>
 #include <string>

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace sonnel {
@@ -10,5 +12,9 @@ using Environment = std::function<std::string(const std::string& name)>;
 
 /// The environment of this process.
 [[nodiscard]] std::string ProcessEnvironment(const std::string& name);
+
+/// The directory an environment variable names, if it names one; relative ones do not count.
+[[nodiscard]] std::optional<std::filesystem::path> NamedDirectory(const Environment& environment,
+                                                                  const std::string& name);
 
 }  // namespace sonnel
