@@ -7,6 +7,7 @@
 #include "ui/basCommon.h"
 
 #include <limits>
+#include <map>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -111,33 +112,20 @@ TEST_F(LyricsTest, LinesAreCentredWithHalvesToEvenAlsoWhenTooWide) {
 
 TEST_F(LyricsTest, ACountColoursThatManyCharactersALineBreakBeingTwo) {
     constexpr std::int32_t Most = std::numeric_limits<std::int32_t>::max();
-    const std::vector<std::tuple<std::string, std::int32_t, std::string>> cases{
-        {"Hello/world", -1, ""},
-        {"Hello/world", 0, ""},
-        {"Hello/world", 1, "H"},
-        {"Hello/world", 5, "Hello"},
-        {"Hello/world", 7, "Hello"},
-        {"Hello/world", 8, "Hello/w"},
-        {"Hello/world", 12, "Hello/world"},
-        {"Hello/world", 15, "Hello/world"},
-        {"Hello/world", Most, "Hello/world"},
-        {"Hi  you", 3, "Hi"},
-        {"Hi  you", 4, "Hi"},
-        {"Hi  you", 5, "Hi  y"},
-        {"Hi  /you", 6, "Hi"},
-        {"Hi  /you", 7, "Hi  /y"},
-        {"Hi\ryou", 3, "Hi"},
-        {"Così è/più", 4, "Così"},
-        {"Così è/più", 6, "Così è"},
-        {"Così è/più", 8, "Così è"},
-        {"Così è/più", 11, "Così è/più"},
-        {"One//Three", 5, "One"},
-        {"One//Three", 7, "One/"},
-        {"One//Three", 8, "One//T"},
-        {"a/b/c/d", 9, "a/b/c"},
-        {"a/b/c/d", 10, "a/b/c/d"}};
-    for (const auto& [page, count, coloured] : cases) {
-        EXPECT_EQ(Coloured(page, count), coloured) << page << " " << count;
+    const std::map<std::string, std::map<std::int32_t, std::string>> cases{
+        {"He/you", {{-1, ""}, {0, ""}, {1, "H"}, {2, "He"}, {4, "He"}, {5, "He/y"}}},
+        {"Hello/you",
+         {{10, "Hello/you"}, {12, "Hello/you"}, {13, "Hello/you"}, {Most, "Hello/you"}}},
+        {"Hi  you", {{3, "Hi"}, {4, "Hi"}, {5, "Hi  y"}}},
+        {"Hi  /you", {{6, "Hi"}, {7, "Hi  /y"}}},
+        {"Hi\ryou", {{3, "Hi"}}},
+        {"Così è/più", {{4, "Così"}, {6, "Così è"}, {8, "Così è"}, {11, "Così è/più"}}},
+        {"One//Two", {{5, "One"}, {7, "One/"}, {8, "One//T"}}},
+        {"a/b/c/d", {{9, "a/b/c"}, {10, "a/b/c/d"}}}};
+    for (const auto& [page, counts] : cases) {
+        for (const auto& [count, coloured] : counts) {
+            EXPECT_EQ(Coloured(page, count), coloured) << page << " " << count;
+        }
     }
 }
 
@@ -182,36 +170,25 @@ TEST_F(LyricsTest, SettingsGiveColoursAndFontAndTheSizeUnlessItIsAutomatic) {
 }
 
 TEST_F(LyricsTest, TheFontFitsTheWidestLine) {
-    struct Case {
-        float configured;
-        std::vector<double> offered;
-        std::size_t length;
-        double fitted;
-        bool warned;
-    };
-    const std::vector<Case> cases{{24, {}, 12, 32, false},
-                                  {24, {}, 13, 30, false},
-                                  {24, {}, 25, 16, false},  // just as wide as the area
-                                  {24, {}, 36, 11, false},
-                                  {24, {}, 40, 10, true},
-                                  {24, {}, 50, 8, true},
-                                  {24, {}, 5000, 8, true},
-                                  {2, {}, 1, 10, true},
-                                  {16.5F, {}, 5000, 8, true},
-                                  {24, {9, 12, 18, 30}, 20, 18, false},
-                                  {24, {9, 12, 18, 30}, 5000, 9, true},
-                                  {24, {12}, 5000, 12, false},
-                                  {24, {40}, 5000, 40, false},
-                                  {24, {7.5, 8.25, 9.75, 12}, 5000, 8.25, true}};
-    for (const Case& c : cases) {
-        config.FontSize = c.configured;
-        box.sizes = c.offered;
+    using Sizes = std::vector<double>;
+    const Sizes some{9, 12, 18, 30};
+    const std::vector<std::tuple<float, Sizes, std::size_t, double, bool>> cases{
+        {24, {}, 12, 32, false},     {24, {}, 13, 30, false},
+        {24, {}, 25, 16, false},     {24, {}, 36, 11, false},
+        {24, {}, 40, 10, true},      {24, {}, 50, 8, true},
+        {24, {}, 5000, 8, true},     {2, {}, 1, 10, true},
+        {16.5F, {}, 5000, 8, true},  {24, some, 20, 18, false},
+        {24, some, 5000, 9, true},   {24, {12}, 5000, 12, false},
+        {24, {40}, 5000, 40, false}, {24, {7.5, 8.25, 12}, 5000, 8.25, true}};
+    for (const auto& [configured, offered, length, fitted, warned] : cases) {
+        config.FontSize = configured;
+        box.sizes = offered;
         box.fontsSet = 0;
         msgBox.shown.clear();
-        Pages({Page("short/") + std::string(c.length, 'x') + Page("/short")});
+        Pages({Page("short/") + std::string(length, 'x') + Page("/short")});
         layout.FontAutomatico();
-        EXPECT_EQ(box.font.size, c.fitted) << c.configured << " " << c.length;
-        EXPECT_EQ(msgBox.shown.size(), c.warned ? 1U : 0U) << c.configured << " " << c.length;
+        EXPECT_EQ(box.font.size, fitted) << configured << " " << length;
+        EXPECT_EQ(msgBox.shown.size(), warned ? 1U : 0U) << configured << " " << length;
         EXPECT_LE(box.fontsSet, 33);
     }
 }
@@ -250,14 +227,15 @@ class SyncTest : public LyricsTest {
     std::vector<Words> shown;
 };
 
+/// Half tenths go to the even one (compensations 3 and 9); a page that is not due holds up the
+/// colours behind it (compensation -3).
 TEST_F(SyncTest, ResyncShiftsPagesByTheCompensationAndColoursByASixth) {
-    const std::vector<std::tuple<std::int32_t, std::int32_t, std::int16_t>> cases{
-        {0, 0, 0},      {0, 9999, 0},   {0, 10000, 2},  {0, 10299, 2},  {0, 10300, 3},
-        {6, 9399, 0},   {6, 9400, 1},   {6, 9899, 1},   {6, 9900, 2},   {6, 10199, 2},
-        {6, 10200, 3},  {6, 19399, 3},  {6, 19400, 4},  {6, 999999, 4}, {3, 9700, 1},
-        {3, 9999, 1},   {3, 10000, 2},  {3, 10199, 2},  {3, 10200, 3},    // 99.5, 102.5
-        {9, 9799, 1},   {9, 9800, 2},   {9, 10199, 2},  {9, 10200, 3},    // 98.5, 101.5
-        {-3, 10299, 0}, {-3, 10300, 2}, {-3, 10399, 2}, {-3, 10400, 3}};  // the page comes last
+    const std::vector<std::tuple<std::int32_t, std::int32_t, int>> cases{
+        {0, 0, 0},      {0, 9999, 0},   {0, 10000, 2}, {0, 10299, 2}, {0, 10300, 3}, {6, 9399, 0},
+        {6, 9400, 1},   {6, 9899, 1},   {6, 9900, 2},  {6, 10199, 2}, {6, 10200, 3}, {6, 19399, 3},
+        {6, 19400, 4},  {6, 999999, 4}, {3, 9700, 1},  {3, 9999, 1},  {3, 10000, 2}, {3, 10199, 2},
+        {3, 10200, 3},  {9, 9799, 1},   {9, 9800, 2},  {9, 10199, 2}, {9, 10200, 3}, {-3, 10299, 0},
+        {-3, 10300, 2}, {-3, 10399, 2}, {-3, 10400, 3}};
     for (const auto& [compensation, position, last] : cases) {
         config.Compensazione = compensation;
         sync.Risincronizza(position);

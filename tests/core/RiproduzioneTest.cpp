@@ -204,31 +204,26 @@ TEST_F(PlaybackTest, AMissingFileLeavesThePlayingSongAlone) {
 
 TEST_F(PlaybackTest, ASongThatCannotBeOpenedLeavesNoneOpen) {
     const std::string notLyk = "That's not a Cantabelle1.0 file!";
-    struct Case {
-        std::string lyrics;
-        std::string midi;
-        std::string text;
-    };
-    const std::vector<Case> cases{
+    const std::string format2 = SmfBuilder(2).Note(0, 1, 60).Bytes();
+    const std::vector<std::tuple<std::string, std::string, std::string>> cases{
         {"Cantabile\r\n", Midi(100), notLyk},
         {"", Midi(100), notLyk},
-        {kLyrics, "", " (err.1001 - The file is empty)"},
-        {kLyrics, "no music", " (err.1001 - The file is not a MIDI file)"},
-        {kLyrics, SmfBuilder(2).Note(0, 1, 60).Bytes(),
-         " (err.1002 - The MIDI file is of format 2, only formats 0 and 1 can be played)"}};
-    for (const Case& c : cases) {
+        {kLyrics, "", "1001 - The file is empty"},
+        {kLyrics, "no music", "1001 - The file is not a MIDI file"},
+        {kLyrics, format2,
+         "1002 - The MIDI file is of format 2, only formats 0 and 1 can be played"}};
+    for (const auto& [lyrics, midi, text] : cases) {
         Open();
-        directory.Write("bad.lyk", c.lyrics);
-        directory.Write("bad.mid", c.midi);
+        directory.Write("bad.lyk", lyrics);
+        directory.Write("bad.mid", midi);
         WatchBoxes();
         config.Autoplay = true;
         Open("bad");
         config.Autoplay = false;
-        const bool lyk = c.text == notLyk;
-        EXPECT_EQ(msgBox.shown.back().text,
-                  lyk ? notLyk : "Can't open " + Base("bad") + ".mid" + c.text);
-        EXPECT_EQ(msgBox.shown.back().icon, Icon::Critical);
-        EXPECT_EQ(msgBox.shown.back().title, kTitle);
+        const bool lyk = text == notLyk;
+        const Message& shown = msgBox.shown.back();
+        EXPECT_EQ(shown.text, lyk ? text : "Can't open " + Base("bad") + ".mid (err." + text + ")");
+        EXPECT_EQ(std::tuple(shown.icon, shown.title), std::tuple(Icon::Critical, kTitle));
         EXPECT_EQ(timeline.NumEventi(), lyk ? 0 : 5);
         EXPECT_EQ(control.Mode(), MciMode::NotReady);
         EXPECT_EQ(control.FileName(), "");
@@ -243,7 +238,7 @@ TEST_F(PlaybackTest, ASongThatCannotBeOpenedLeavesNoneOpen) {
     EXPECT_THAT(msgBox.shown.back().text, EndsWith("song.mid (err.8 - No output)"));
 }
 
-TEST_F(PlaybackTest, ADamagedMidiFilePlaysAsFarAsItCanBeRead) {
+TEST_F(PlaybackTest, ADamagedMidiFileLastsAsLongAsItCanBeRead) {
     directory.Write("song.mid",
                     SmfBuilder(0, 500).Note(0, 900, 60).Note(1000, 900, 62).Truncated(7));
     Open();

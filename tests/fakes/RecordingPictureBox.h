@@ -40,14 +40,13 @@ class RecordingPictureBox : public PictureBox {
     }
     FontSpec Font() const override { return font; }
     TextSize Measure(std::string_view text) const override {
+        int lines = 0;
         std::size_t characters = 0;
-        int lines = 1;
-        for (std::size_t end = text.find("\r\n"); end != std::string_view::npos;
-             end = text.find("\r\n"), ++lines) {
-            characters = std::max(characters, CodePoints(text.substr(0, end)));
-            text.remove_prefix(end + 2);
+        for (std::size_t start = 0; start <= text.size(); ++lines) {
+            const std::size_t end = std::min(text.find("\r\n", start), text.size());
+            characters = std::max(characters, CodePoints(text.substr(start, end - start)));
+            start = end + 2;
         }
-        characters = std::max(characters, CodePoints(text));
         return {RoundHalfEven<int>(10 * font.size * static_cast<double>(characters)),
                 RoundHalfEven<int>(20 * font.size * lines)};
     }
