@@ -229,6 +229,7 @@ TEST_F(PlaybackTest, ASongThatCannotBeOpenedLeavesNoneOpen) {
         EXPECT_EQ(control.FileName(), "");
         EXPECT_EQ(window.commands, AbilitaFunzioni(MciMode::NotReady, "", 0));
         EXPECT_EQ(window.captions.back(), Riproduzione::EtichettaVersione());
+        EXPECT_EQ(window.lengthText, "0' 03\"") << "nothing is set up for the song";
         EXPECT_EQ(events.pointer, Pointer::Normal);
         EXPECT_THAT(reportsBehindBoxes, IsEmpty());
     }
