@@ -17,7 +17,7 @@ struct PaginaMostrata {
     std::string Testo;                 ///< lines joined by CR LF, no line break at its end
     std::array<std::string, 4> Righe;  ///< the first NumRighe count
     std::array<int, 4> RigaX{};        ///< left edge of each line, twips
-    std::int16_t NumRighe = 0;
+    std::int16_t NumRighe = 4;         ///< before the first page: the lines the area has room for
 };
 
 /// Draws pages of lyrics and colours their words. All coordinates are twips within the lyrics area.

@@ -62,13 +62,10 @@ void ImpaginazioneParole::FontAutomatico() {
 void ImpaginazioneParole::RiduciFont(const Evento& pagina) {
     FontSpec font = parole_.Font();
     double richiesta = font.size;
-    while (font.size > PuntiMinimi &&
+    while (font.size > PuntiMinimi && richiesta > PuntiMinimi &&
            parole_.Measure(pagina.Testo).width > cornice_.LarghezzaParole()) {
         // A font that offers only some sizes may answer with a larger one than was asked for.
-        richiesta = std::min(font.size, richiesta) - 1;
-        if (richiesta < 1) {
-            return;
-        }
+        richiesta = std::max(std::min(font.size, richiesta) - 1, PuntiMinimi);
         font.size = richiesta;
         parole_.SetFont(font);
         font = parole_.Font();

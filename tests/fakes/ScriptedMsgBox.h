@@ -3,6 +3,7 @@
 #include "platform/MsgBox.h"
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace sonnel::test {
@@ -12,6 +13,9 @@ class ScriptedMsgBox : public MsgBox {
   public:
     Answer Show(const Message& message) override {
         shown.push_back(message);
+        if (whileShown) {
+            whileShown();
+        }
         if (answers.empty()) {
             return Answer::Ok;
         }
@@ -22,6 +26,7 @@ class ScriptedMsgBox : public MsgBox {
 
     std::vector<Message> shown;
     std::deque<Answer> answers;
+    std::function<void()> whileShown;  ///< what goes on behind an open box
 };
 
 }  // namespace sonnel::test
