@@ -1,0 +1,28 @@
+# What people type. The build itself is CMake's: see CMakePresets.json.
+
+# make run SONG=path plays another song than the demo.
+SONG ?=
+export SONG
+
+.PHONY: run test bench format lint clean
+
+run:
+	@scripts/run
+
+test:
+	@scripts/setup
+	cmake --preset debug
+	cmake --build --preset debug
+	ctest --preset debug -j 2
+
+bench:
+	@bench/run
+
+format:
+	@scripts/format
+
+lint:
+	@scripts/lint
+
+clean:
+	rm -rf build
