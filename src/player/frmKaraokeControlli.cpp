@@ -11,14 +11,14 @@ namespace sonnel {
 namespace {
 
 constexpr QSize ImmagineBottone(24, 24);
-constexpr QSize ImmagineLogo(36, 36);
+constexpr QSize ImmagineLogo(32, 32);
 constexpr int PaginaCursore = 10;  // seconds that a page key moves the slider
 
 /// Light whatever the desktop's theme: the button images are drawn for it.
 constexpr const char* StileStriscia =
     "#striscia { background: #f0f0f0; border-bottom: 1px solid #c8c8c8; }"
-    "#striscia QToolBar { background: transparent; border: none; spacing: 2px; padding: 4px; }"
-    "#striscia QToolButton { border: 1px solid transparent; border-radius: 5px; padding: 4px; }"
+    "#striscia QToolBar { background: transparent; border: none; spacing: 0px; padding: 2px; }"
+    "#striscia QToolButton { border: 1px solid transparent; border-radius: 5px; padding: 2px; }"
     "#striscia QToolButton:hover, #striscia QToolButton:focus {"
     "  background: #e0eaea; border-color: #9cc4c4; }"
     "#striscia QToolButton:pressed { background: #c8dcdc; }"
@@ -76,6 +76,7 @@ void frmKaraoke::CreaBarra() {
 
     tlbBar = new QToolBar(striscia_);
     tlbBar->setIconSize(ImmagineBottone);
+    tlbBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     for (std::size_t i = 0; i < Bottoni.size(); ++i) {
         const Bottone& bottone = Bottoni[i];
         if (bottone.suggerimento == nullptr) {
@@ -98,8 +99,8 @@ void frmKaraoke::CreaBarra() {
     MostraLogo(1);
 
     auto* fila = new QHBoxLayout(striscia_);
-    fila->setContentsMargins(2, 2, 8, 3);
-    fila->setSpacing(8);
+    fila->setContentsMargins(4, 4, 8, 5);
+    fila->setSpacing(6);
     fila->addWidget(tlbBar);
     fila->addWidget(CreaPosizione(), 1);
     fila->addWidget(imgLogo);
@@ -112,20 +113,21 @@ QWidget* frmKaraoke::CreaPosizione() {
     lblPosition = new QLabel(zero, SSPanel1);
     lblTrackLength = new QLabel(zero, SSPanel1);
     for (QLabel* etichetta : {lblPosition, lblTrackLength}) {
-        // Room for long songs: the slider does not move while the digits change.
-        etichetta->setMinimumWidth(etichetta->fontMetrics().horizontalAdvance("000' 00\""));
+        // The slider does not move while the digits change.
+        etichetta->setMinimumWidth(etichetta->fontMetrics().horizontalAdvance("00' 00\"") + 2);
         etichetta->setAlignment(Qt::AlignCenter);
     }
     sldPosition = new QSlider(Qt::Horizontal, SSPanel1);
     sldPosition->setRange(0, 0);
     sldPosition->setPageStep(PaginaCursore);
     sldPosition->setEnabled(false);
-    sldPosition->setMinimumWidth(60);
+    sldPosition->setMinimumWidth(48);
     sldPosition->setAccessibleName("Song position in seconds");
     connect(sldPosition, &QSlider::valueChanged, this, &frmKaraoke::sldPosition_Change);
 
     auto* fila = new QHBoxLayout(SSPanel1);
-    fila->setContentsMargins(6, 2, 6, 2);
+    fila->setContentsMargins(6, 0, 6, 0);
+    fila->setSpacing(6);
     fila->addWidget(lblPosition);
     fila->addWidget(sldPosition, 1);
     fila->addWidget(lblTrackLength);

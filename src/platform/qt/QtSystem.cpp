@@ -91,7 +91,10 @@ void QtEventiSistema::RunPending() {
 
 void QtEventiSistema::WaitPending(std::chrono::milliseconds limit) {
     QEventLoop loop;
-    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    QTimer timer;
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    timer.start(limit);
     loop.exec();
 }
 
