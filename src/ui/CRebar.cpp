@@ -109,11 +109,13 @@ void CRebar::DestroyRebar() {
     }
     strip_->hide();
     for (const Banda& banda : bande_) {
-        if (banda.figlio) {
-            banda.figlio->setParent(parent_);
-        }
+        delete banda.cornice;
     }
     bande_.clear();
+    // Also the windows of bands that were removed: they are in the strip still, hidden.
+    for (QWidget* figlio : strip_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        figlio->setParent(parent_);
+    }
     delete strip_;
 }
 
