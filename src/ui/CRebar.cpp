@@ -78,7 +78,7 @@ void CRebar::AddBands(const QString& bandText, std::int16_t bandName, QWidget* c
 
 QVariant CRebar::GetBandId(const QVariant& id) const {
     bool numero = false;
-    const int posizione = id.toInt(&numero);
+    const int posizione = RoundHalfEven<int>(id.toDouble(&numero));
     if (!numero || posizione < 0 || posizione >= static_cast<int>(bande_.size())) {
         return {};
     }
