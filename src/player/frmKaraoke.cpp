@@ -145,7 +145,7 @@ void frmKaraoke::SalvaFinestra() {
     const auto salva = [this](const char* chiave, const std::string& valore) {
         SalvaImpostazione(programma_.registro, "Finestra", chiave, valore);
     };
-    if (isMaximized()) {
+    if (isMaximized() && !isMinimized()) {
         salva("FullScreen", TestoLogico(true));
         return;
     }

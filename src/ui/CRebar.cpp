@@ -78,7 +78,7 @@ void CRebar::AddBands(const QString& bandText, std::int16_t bandName, QWidget* c
 
 QVariant CRebar::GetBandId(const QVariant& id) const {
     bool numero = false;
-    const int posizione = id.toInt(&numero);
+    const int posizione = RoundHalfEven<int>(id.toDouble(&numero));
     if (!numero || posizione < 0 || posizione >= static_cast<int>(bande_.size())) {
         return {};
     }
@@ -109,11 +109,13 @@ void CRebar::DestroyRebar() {
     }
     strip_->hide();
     for (const Banda& banda : bande_) {
-        if (banda.figlio) {
-            banda.figlio->setParent(parent_);
-        }
+        delete banda.cornice;
     }
     bande_.clear();
+    // Also the windows of bands that were removed: they are in the strip still, hidden.
+    for (QWidget* figlio : strip_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        figlio->setParent(parent_);
+    }
     delete strip_;
 }
 

@@ -30,7 +30,7 @@ QtPictureBox::QtPictureBox(double twipsPerPixel, QWidget* parent)
 void QtPictureBox::Clear() {
     FitPixmap();
     picture_.fill(backColour_);
-    last_ = {};
+    printed_.clear();
     update();
 }
 
@@ -46,7 +46,7 @@ void QtPictureBox::SetFont(const FontSpec& font) {
     font_.setFamily(QString::fromStdString(font.name));
     font_.setPointSizeF(std::max(font.size, 1.0));
     font_.setBold(font.bold);
-    last_ = {};
+    printed_.clear();
 }
 
 FontSpec QtPictureBox::Font() const {
@@ -68,33 +68,61 @@ TextSize QtPictureBox::Measure(std::string_view text) const {
 
 void QtPictureBox::Print(int x, int y, std::string_view text) {
     FitPixmap();
-    const QFontMetricsF metrics(font_);
     const Printed next{x, y, foreColour_, ToQString(text)};
-    const QPointF corner(x / twipsPerPixel_, y / twipsPerPixel_);
-    const double done = AlreadyPrinted(next);
-    // Letters may reach beyond their advance; an em on either side holds them all.
-    const double em = metrics.height();
-    QRectF place(corner, QSizeF(metrics.horizontalAdvance(next.text), em));
-    place.adjust(-em, -em, em, em);
-    QPainter painter(&picture_);
-    if (done > 0) {
-        place.setLeft(corner.x() + done);
-        painter.setClipRect(place);
+    const auto old = std::find_if(printed_.begin(), printed_.end(), [&next](const Printed& other) {
+        return other.x == next.x && other.y == next.y;
+    });
+    // Drawing letters again over themselves would thicken their smooth edges each time.
+    if (old != printed_.end() && old->colour == next.colour) {
+        if (old->text.startsWith(next.text)) {
+            return;
+        }
+        if (old + 1 == printed_.end() && next.text.startsWith(old->text)) {
+            TakeBackLast();
+        }
     }
+    if (old != printed_.end()) {
+        printed_.erase(old);
+    }
+    printed_.push_back(next);
+    const QRectF place = PlaceOf(next);
+    KeepPicture(place);
+    QPainter painter(&picture_);
     painter.setFont(font_);
     painter.setPen(foreColour_);
-    painter.drawText(corner + QPointF(0, metrics.ascent()), next.text);
+    const QPointF corner(x / twipsPerPixel_, y / twipsPerPixel_);
+    painter.drawText(corner + QPointF(0, QFontMetricsF(font_).ascent()), next.text);
     painter.end();
-    last_ = next;
     update(place.toAlignedRect());
 }
 
-/// How much of a text stands on the picture already, in pixels: drawing the same letters again
-/// would thicken their smooth edges a little more each time.
-double QtPictureBox::AlreadyPrinted(const Printed& next) const {
-    const bool goesOn = !last_.text.isEmpty() && next.x == last_.x && next.y == last_.y &&
-                        next.colour == last_.colour && next.text.startsWith(last_.text);
-    return goesOn ? QFontMetricsF(font_).horizontalAdvance(last_.text) : 0;
+/// Where a text's ink may be. Letters may reach beyond their advance; an em on either side holds
+/// them all.
+QRectF QtPictureBox::PlaceOf(const Printed& printed) const {
+    const QFontMetricsF metrics(font_);
+    const double em = metrics.height();
+    const QPointF corner(printed.x / twipsPerPixel_, printed.y / twipsPerPixel_);
+    const QSizeF size(metrics.horizontalAdvance(printed.text), em);
+    return QRectF(corner, size).adjusted(-em, -em, em, em);
+}
+
+/// Puts back what the latest text was printed on.
+void QtPictureBox::TakeBackLast() {
+    const double ratio = picture_.devicePixelRatio();
+    picture_.setDevicePixelRatio(1);
+    QPainter painter(&picture_);
+    painter.drawPixmap(coveredCorner_, covered_);
+    painter.end();
+    picture_.setDevicePixelRatio(ratio);
+}
+
+void QtPictureBox::KeepPicture(const QRectF& place) {
+    const double ratio = picture_.devicePixelRatio();
+    const QRectF pixels(place.topLeft() * ratio, place.size() * ratio);
+    const QRect kept = pixels.toAlignedRect().intersected(picture_.rect());
+    covered_ = kept.isEmpty() ? QPixmap() : picture_.copy(kept);
+    covered_.setDevicePixelRatio(1);
+    coveredCorner_ = kept.topLeft();
 }
 
 /// Makes the pixmap at least as large as the widget, at the screen's resolution. What is drawn
@@ -113,6 +141,9 @@ void QtPictureBox::FitPixmap() {
         QPainter painter(&next);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawPixmap(QRectF(QPointF(0, 0), old), picture_, picture_.rect());
+    }
+    if (ratio != picture_.devicePixelRatio()) {
+        covered_ = {};
     }
     picture_ = next;
 }

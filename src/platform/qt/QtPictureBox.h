@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace sonnel {
 
@@ -33,7 +34,7 @@ class QtPictureBox : public QWidget, public PictureBox {
     void mousePressEvent(QMouseEvent* event) override;
 
   private:
-    /// The last text printed, for going on from it.
+    /// A text that stands on the picture.
     struct Printed {
         int x = 0;
         int y = 0;
@@ -42,14 +43,18 @@ class QtPictureBox : public QWidget, public PictureBox {
     };
 
     void FitPixmap();
-    [[nodiscard]] double AlreadyPrinted(const Printed& next) const;
+    [[nodiscard]] QRectF PlaceOf(const Printed& printed) const;
+    void TakeBackLast();
+    void KeepPicture(const QRectF& place);
 
     double twipsPerPixel_;
     QColor backColour_ = Qt::black;
     QColor foreColour_ = Qt::white;
     QFont font_;
     QPixmap picture_;
-    Printed last_;
+    std::vector<Printed> printed_;  ///< since Clear, one for each place, the latest last
+    QPixmap covered_;               ///< what the latest of them was printed on
+    QPoint coveredCorner_;          ///< where that is, in pixels of the screen
 };
 
 }  // namespace sonnel
