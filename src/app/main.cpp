@@ -20,9 +20,13 @@ namespace {
 
 using namespace sonnel;
 
-/// The text after the program's name.
-std::string CommandLine() {
-    return QCoreApplication::arguments().mid(1).join(' ').toStdString();
+/// The text after the program's name, byte by byte; the window system has taken its own options.
+std::string CommandLine(int argc, char** argv) {
+    std::string line;
+    for (int i = 1; i < argc; ++i) {
+        line += (i > 1 ? " " : "") + std::string(argv[i]);
+    }
+    return line;
 }
 
 /// Default karaoke directory; the user's data directory for the player is made on the way.
@@ -75,7 +79,7 @@ int main(int argc, char** argv) {
                         .eventi = events,
                         .orologio = clock,
                         .schermo = screen,
-                        .rigaComando = CommandLine(),
+                        .CmdLine = CommandLine(argc, argv),
                         .openDirPredefinita = DefaultKaraokeDirectory(),
                         .scelta = {},
                         .config = {},

@@ -17,8 +17,8 @@ struct FontSpec {
 };
 
 struct TextSize {
-    int width = 0;   ///< twips; of the widest line
-    int height = 0;  ///< twips
+    double width = 0;   ///< twips; of the widest line
+    double height = 0;  ///< twips
 };
 
 /// A drawing surface in twips. It keeps its picture when it is covered, moved or resized.

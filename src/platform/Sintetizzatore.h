@@ -9,7 +9,7 @@
 namespace sonnel {
 
 /// The door to one synthesiser with 16 channels. After Prepare only one thread at a time uses it;
-/// apart from Prepare nothing allocates, blocks or throws.
+/// apart from Prepare nothing blocks, throws or allocates but what the library behind it does.
 class Sintetizzatore {
   public:
     virtual ~Sintetizzatore() = default;

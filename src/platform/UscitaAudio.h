@@ -23,9 +23,8 @@ class UscitaAudio {
     virtual ~UscitaAudio() = default;
     /// Frames per second; known before Start.
     virtual int SampleRate() = 0;
-    /// Starts asking `source` for frames; it must live until Stop has returned. An output that
-    /// finds no device goes on silently on the system clock, so only what cannot be helped is an
-    /// error.
+    /// Starts asking `source` for frames; it must live until Stop has returned. Fails when there is
+    /// no device or file to play to.
     virtual std::optional<Error> Start(SoundSource& source) = 0;
     /// Ends the asking; no Fill runs after it has returned. Harmless when not started.
     virtual void Stop() = 0;

@@ -2,11 +2,11 @@
 
 #include "platform/Numbers.h"
 #include "platform/Text.h"
+#include "song/Timeline.h"
 
 namespace sonnel {
 namespace {
 
-constexpr std::string_view FineRiga = "\r\n";
 constexpr int CaratteriFineRiga = 2;
 constexpr int DistanzaOmbra = 30;  // twips, right of and below the text
 
@@ -38,10 +38,11 @@ DisegnoParole::DisegnoParole(const Config& config, PictureBox& parole, const Cor
 void DisegnoParole::MostraPagina(std::string_view testo) {
     parole_.SetBackColor(config_.ColoreSfondo);
     parole_.Clear();
-    pagina_.Testo = SenzaFineRighe(testo);
-    DividiRighe(pagina_.Testo);
+    pagina_.PaginaCorrente = SenzaFineRighe(testo);
+    DividiRighe(pagina_.PaginaCorrente);
     impaginazione_.ResizeParole(pagina_.NumRighe);
-    ColoraPagina(static_cast<std::int32_t>(CodePoints(pagina_.Testo)), config_.ColoreTesto);
+    ColoraPagina(static_cast<std::int32_t>(CodePoints(pagina_.PaginaCorrente)),
+                 config_.ColoreTesto);
 }
 
 void DisegnoParole::DividiRighe(std::string_view testo) {
@@ -52,7 +53,7 @@ void DisegnoParole::DividiRighe(std::string_view testo) {
         const std::string_view riga = testo.substr(0, fine);
         pagina_.Righe[i] = riga;
         pagina_.RigaX[i] =
-            RoundHalfEven<int>((cornice_.LarghezzaParole() - parole_.Measure(riga).width) / 2.0);
+            RoundHalfEven<int>((cornice_.LarghezzaParole() - parole_.Measure(riga).width) / 2);
         ++pagina_.NumRighe;
         if (fine == std::string_view::npos) {
             return;
@@ -62,11 +63,11 @@ void DisegnoParole::DividiRighe(std::string_view testo) {
 }
 
 void DisegnoParole::ColoraPagina(std::int32_t n, Colour colore) {
-    const int passo = parole_.Measure("T").height;
+    const double passo = parole_.Measure("T").height;
     for (std::size_t j = 0; j < static_cast<std::size_t>(pagina_.NumRighe) && n >= 1; ++j) {
         const std::string& riga = pagina_.Righe[j];
         const int x = pagina_.RigaX[j];
-        const int y = static_cast<int>(j) * passo;
+        const int y = RoundHalfEven<int>(static_cast<double>(j) * passo);
         const auto conFine = static_cast<std::int32_t>(CodePoints(riga)) + CaratteriFineRiga;
         if (n <= conFine) {
             ScriviTesto(x, y, colore, ParteCantata(riga, n));

@@ -14,7 +14,7 @@ namespace sonnel {
 
 /// The page that the lyrics area shows.
 struct PaginaMostrata {
-    std::string Testo;                 ///< lines joined by CR LF, no line break at its end
+    std::string PaginaCorrente;        ///< lines joined by CR LF, no line break at its end
     std::array<std::string, 4> Righe;  ///< the first NumRighe count
     std::array<int, 4> RigaX{};        ///< left edge of each line, twips
     std::int16_t NumRighe = 4;         ///< before the first page: the lines the area has room for

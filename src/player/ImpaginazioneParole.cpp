@@ -39,24 +39,27 @@ void ImpaginazioneParole::ApplicaConfig() {
 }
 
 void ImpaginazioneParole::FontAutomatico() {
+    if (AdattaFont()) {
+        msgBox_.Show(AvvisoRigheLunghe);
+    }
+}
+
+bool ImpaginazioneParole::AdattaFont() {
     if (config_.AutoFont == 0) {
-        return;
+        return false;
     }
     FontSpec font = parole_.Font();
     font.size = config_.FontSize + PuntiInPiu;
     parole_.SetFont(font);
-    bool avvisato = false;
+    bool piccolo = false;
     for (std::int16_t i = 1; i <= timeline_.NumEventi(); ++i) {
         const Evento& evento = timeline_.Eventi(i);
-        if (evento.Tipo != TipoEvento::Pagina) {
-            continue;
-        }
-        RiduciFont(evento);
-        if (!avvisato && parole_.Font().size <= PuntiPiccoli) {
-            msgBox_.Show(AvvisoRigheLunghe);
-            avvisato = true;
+        if (evento.Tipo == TipoEvento::Pagina) {
+            RiduciFont(evento);
+            piccolo = piccolo || parole_.Font().size <= PuntiPiccoli;
         }
     }
+    return piccolo;
 }
 
 void ImpaginazioneParole::RiduciFont(const Evento& pagina) {
@@ -74,10 +77,10 @@ void ImpaginazioneParole::RiduciFont(const Evento& pagina) {
 
 void ImpaginazioneParole::ResizeParole(std::int16_t& righe) {
     righe = std::max<std::int16_t>(righe, 1);
-    const int altezza = (parole_.Measure("T").height + MargineRiga) * righe;
+    const double altezza = (parole_.Measure("T").height + MargineRiga) * righe;
     const int barra = cornice_.AltezzaBarra();
-    const int top = RoundHalfEven<int>(barra + (cornice_.AltezzaInterna() - barra - altezza) / 2.0);
-    cornice_.DisponiParole(std::max(top, barra), altezza);
+    const int top = RoundHalfEven<int>(barra + (cornice_.AltezzaInterna() - barra - altezza) / 2);
+    cornice_.DisponiParole(std::max(top, barra), RoundHalfEven<int>(altezza));
 }
 
 }  // namespace sonnel

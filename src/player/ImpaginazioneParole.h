@@ -23,6 +23,8 @@ class ImpaginazioneParole {
     /// which the widest line of every page fits the area; not below 8 points. Warns once when a
     /// page takes 10 points or less.
     void FontAutomatico();
+    /// The same without the warning: true when it would be due.
+    [[nodiscard]] bool AdattaFont();
     /// Makes the area high enough for `righe` lines (at least 1, which is written back) and centres
     /// it below the toolbar.
     void ResizeParole(std::int16_t& righe);

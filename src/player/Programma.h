@@ -24,7 +24,7 @@ struct Programma {
     EventiSistema& eventi;
     const Orologio& orologio;
     const Schermo& schermo;
-    std::string rigaComando;         ///< the text after the program's name, as it was received
+    std::string CmdLine;             ///< the text after the program's name, as it was received
     std::string openDirPredefinita;  ///< karaoke directory when the settings name none
     SceltaBrano scelta;
 

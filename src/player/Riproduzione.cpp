@@ -40,8 +40,8 @@ Riproduzione::Riproduzione(Parti parti)
       impaginazione_(p_.config, p_.timeline, p_.parole, p_.cornice, p_.msgBox),
       disegno_(p_.config, p_.parole, p_.cornice, impaginazione_),
       sincronia_(p_.config, p_.timeline, disegno_) {
-    p_.sequencer.onStatusUpdate = [this] { StatusUpdate(); };
-    p_.sequencer.onDone = [this](MciNotify codice) { Done(codice); };
+    p_.sequencer.onStatusUpdate = [this] { MMControl1_StatusUpdate(); };
+    p_.sequencer.onDone = [this](MciNotify codice) { MMControl1_Done(codice); };
 }
 
 std::string Riproduzione::EtichettaVersione() {
@@ -54,10 +54,9 @@ bool Riproduzione::InRiproduzione() const {
 }
 
 void Riproduzione::FileLoad() {
-    basePath_ = PercorsoScelto(p_.scelta.scegli());
-    if (!basePath_.empty()) {
-        if (!CaricaBrano(basePath_)) {
-            basePath_.clear();
+    const std::string basePath = PercorsoScelto(p_.scelta.scegli());
+    if (!basePath.empty()) {
+        if (!CaricaBrano(basePath)) {
             return;
         }
         PreparaBrano();
@@ -72,7 +71,8 @@ void Riproduzione::FileLoad() {
 std::string Riproduzione::PercorsoScelto(const std::string& scelta) const {
     const auto posizione = ReadInteger<std::int32_t>(scelta);
     if (posizione > 0) {
-        return p_.config.OpenDir + p_.scelta.nomeFile(posizione);
+        const std::string nome = p_.scelta.nomeFile(posizione);
+        return IsPlainName(nome) ? p_.config.OpenDir + nome : "";
     }
     return scelta.starts_with(PrefissoFile) ? scelta.substr(PrefissoFile.size()) : "";
 }
@@ -141,6 +141,13 @@ void Riproduzione::PreparaBrano() {
     disegno_.Pulisci();
     impaginazione_.FontAutomatico();
     RisincronizzaParole();
+}
+
+void Riproduzione::Riadatta() {
+    if (!p_.sequencer.FileName().empty()) {
+        (void)impaginazione_.AdattaFont();
+        RisincronizzaParole();
+    }
 }
 
 void Riproduzione::ApplicaConfig() {
@@ -213,7 +220,7 @@ void Riproduzione::AggiornaCursore() {
     }
 }
 
-void Riproduzione::StatusUpdate() {
+void Riproduzione::MMControl1_StatusUpdate() {
     if (!InRiproduzione()) {
         p_.vista.AnimaLogo(false);
         p_.vista.PrimaImmagineLogo();
@@ -225,7 +232,7 @@ void Riproduzione::StatusUpdate() {
     AbilitaFunzioni();
 }
 
-void Riproduzione::Done(MciNotify codice) {
+void Riproduzione::MMControl1_Done(MciNotify codice) {
     if (codice != MciNotify::Aborted) {
         p_.sequencer.Command(MciCommand::Prev);
     }

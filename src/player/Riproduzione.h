@@ -62,6 +62,8 @@ class Riproduzione {
     bool CaricaBrano(const std::string& basePath);
     /// Sets up position controls, font and lyrics for the song just loaded.
     void PreparaBrano();
+    /// Fits font and lyrics of the loaded song to the area's new width, without a warning.
+    void Riadatta();
     /// The settings have changed: colours and font of the lyrics area.
     void ApplicaConfig();
     void RisincronizzaParole();
@@ -77,14 +79,13 @@ class Riproduzione {
     [[nodiscard]] bool FileDelBrano(const std::string& basePath);
     [[nodiscard]] bool LeggiParole(const std::string& basePath);
     [[nodiscard]] std::optional<Error> ApriSequencer(const std::string& basePath);
-    void StatusUpdate();
-    void Done(MciNotify codice);
+    void MMControl1_StatusUpdate();
+    void MMControl1_Done(MciNotify codice);
 
     Parti p_;
     ImpaginazioneParole impaginazione_;
     DisegnoParole disegno_;
     SincroniaParole sincronia_;
-    std::string basePath_;
 };
 
 }  // namespace sonnel

@@ -12,11 +12,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QLayout>
-#include <QScreen>
 #include <QSignalBlocker>
-#include <algorithm>
+#include <cmath>
 
 namespace sonnel {
 namespace {
@@ -42,7 +40,7 @@ frmKaraoke::frmKaraoke(Programma& programma)
     setCentralWidget(area_);
     area_->setAutoFillBackground(true);
     area_->installEventFilter(this);
-    area_->setAccessibleName("Lyrics");
+    Parole.setAccessibleName("Lyrics");
     Parole.onClick = [this] { Parole_Click(); };
     CreaMenu();
     CreaBarra();
@@ -50,13 +48,7 @@ frmKaraoke::frmKaraoke(Programma& programma)
     tmrSlider.setInterval(IntervalloCursore);
     connect(&tmrLogo, &QTimer::timeout, this, &frmKaraoke::tmrLogo_Timer);
     connect(&tmrSlider, &QTimer::timeout, this, &frmKaraoke::tmrSlider_Timer);
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
-            [this](Qt::ApplicationState stato) {
-                if (stato == Qt::ApplicationInactive) {
-                    Form_LostFocus();
-                }
-            });
-    setMinimumWidth(Pixel(LarghezzaMinima));
+    setMinimumWidth(static_cast<int>(std::ceil(LarghezzaMinima / twipsPerPixel_)));
 }
 
 Riproduzione::Parti frmKaraoke::Parti() {
@@ -93,17 +85,15 @@ void frmKaraoke::Form_Load() {
                                      programma_.openDirPredefinita);
     riproduzione_.ApplicaConfig();
     Titolo(Riproduzione::EtichettaVersione());
-    resize(Pixel(programma_.schermo.Width()), Pixel(programma_.config.WinHeight));
-    DisponiFinestra();
+    AllargaAlloSchermo();
     CaricaDaRigaComando();
     riproduzione_.AbilitaFunzioni();
     RipristinaPosto();
-    caricata_ = true;
     programma_.eventi.SetPointer(Pointer::Normal);
 }
 
 void frmKaraoke::CaricaDaRigaComando() {
-    const std::string riga = SenzaVirgolette(programma_.rigaComando);
+    const std::string riga = SenzaVirgolette(programma_.CmdLine);
     if (riga.empty()) {
         return;
     }
@@ -112,25 +102,34 @@ void frmKaraoke::CaricaDaRigaComando() {
         return;
     }
     programma_.eventi.SetPointer(Pointer::Normal);
-    programma_.msgBox.Show({"Wrong parameter: '" + programma_.rigaComando + "'", Icon::Critical,
+    programma_.msgBox.Show({"Wrong parameter: '" + programma_.CmdLine + "'", Icon::Critical,
                             std::string(TitoloMessaggi)});
+}
+
+void frmKaraoke::AllargaAlloSchermo() {
+    const Schermo& schermo = programma_.schermo;
+    resize(Pixel(schermo.Width()), Pixel(programma_.config.WinHeight));
+    const sonnel::Posizione posto =
+        CentraForm(static_cast<float>(schermo.Width()), static_cast<float>(schermo.Height()),
+                   static_cast<float>(Twips(width())), static_cast<float>(Twips(height())));
+    move(Pixel(posto.left), Pixel(posto.top));
+    DisponiFinestra();
 }
 
 /// Puts the window where it was closed and shows it.
 void frmKaraoke::RipristinaPosto() {
     const Config& config = programma_.config;
+    if (config.FullScreen != 0) {
+        showMaximized();
+        return;
+    }
     const int larghezza = area_->width();
     resize(Pixel(config.WinWidth), Pixel(config.WinHeight));
     move(Pixel(config.WinLeft), Pixel(config.WinTop));
-    if (config.FullScreen != 0) {
-        showMaximized();
-    } else {
-        show();
-    }
+    show();
     DisponiFinestra();
-    // The song's font was fitted to the width the window had then.
-    if (area_->width() != larghezza && !programma_.sequencer.FileName().empty()) {
-        riproduzione_.PreparaBrano();
+    if (area_->width() != larghezza) {
+        riproduzione_.Riadatta();
     }
 }
 
@@ -217,6 +216,10 @@ void frmKaraoke::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange && isMinimized()) {
         riproduzione_.Sospendi();
     }
+    // A menu of the window leaves it active.
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+        Form_LostFocus();
+    }
 }
 
 void frmKaraoke::Form_Resize() {
@@ -261,7 +264,8 @@ void frmKaraoke::ColoreSfondo(Colour colore) {
 // What playback shows
 
 void frmKaraoke::Titolo(const std::string& titolo) {
-    setWindowTitle(ToQString(titolo));
+    // The window system's mark for unsaved changes stands for itself when it is doubled.
+    setWindowTitle(ToQString(titolo).replace("[*]", "[*][*]"));
 }
 
 void frmKaraoke::Durata(std::int32_t secondi, const std::string& testo) {

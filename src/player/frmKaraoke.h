@@ -14,7 +14,6 @@
 #include <QTimer>
 #include <QToolBar>
 #include <array>
-#include <vector>
 
 namespace sonnel {
 
@@ -72,6 +71,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void MostraLogo(int immagine);
     void CaricaDaRigaComando();
     void DisponiFinestra();
+    void AllargaAlloSchermo();
     void RipristinaPosto();
     void SalvaFinestra();
     [[nodiscard]] int Twips(double pixel) const;
@@ -89,7 +89,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QLabel* imgLogo = nullptr;
     QTimer tmrLogo;
     QTimer tmrSlider;
-    CRebar Rebar;
+    CRebar Rebar;  ///< without bands: the strip lies over it, as wide as the window
     std::array<QIcon, 3> ImageList2;
     int immagineLogo_ = 0;
     int contatoreLogo_ = 0;
@@ -101,7 +101,6 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     std::array<QAction*, NumBottoni> bottoni_{};
 
     Riproduzione riproduzione_;
-    bool caricata_ = false;  ///< Form_Load has run
 };
 
 }  // namespace sonnel

@@ -14,7 +14,6 @@
 namespace sonnel {
 namespace {
 
-constexpr std::string_view FineRiga = "\r\n";
 constexpr std::string_view SeparatoreRighe = "$E";
 constexpr std::string_view Estensione = ".LYK";
 

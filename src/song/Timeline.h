@@ -2,9 +2,13 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sonnel {
+
+/// What separates the lines of a page.
+inline constexpr std::string_view FineRiga = "\r\n";
 
 enum class TipoEvento : std::int16_t { Marcatore = 0, Pagina = 1, Colore = 2 };
 

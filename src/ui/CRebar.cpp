@@ -129,6 +129,9 @@ void CRebar::RemoveBands(int bandPosition) {
     }
     delete posto->cornice;
     bande_.erase(posto);
+    if (bande_.empty()) {
+        strip_->resize(strip_->width(), 0);
+    }
     Disponi();
 }
 
@@ -169,7 +172,7 @@ void CRebar::Disponi() {
         altezzaRiga = std::max(altezzaRiga, altezza);
     }
     const int altezza = y + altezzaRiga;
-    if (strip_ && strip_->height() != altezza && (altezza > 0 || strip_->height() == 0)) {
+    if (strip_ && !bande_.empty() && strip_->height() != altezza) {
         strip_->resize(strip_->width(), altezza);
         if (notified_) {
             QApplication::postEvent(notified_, new QEvent(QEvent::LayoutRequest));

@@ -123,7 +123,8 @@ TEST_F(MMControlTest, AFailedOpenTellsWhyAndLeavesNothingOpen) {
     };
     EXPECT_EQ(fails("missing.mid"), "No such file or directory");
     EXPECT_EQ(fails("folder.mid"), "Is a directory");
-    EXPECT_EQ(fails("text.mid"), "The file is not a MIDI file");
+    EXPECT_EQ(fails("text.mid"),
+              "This is not a MIDI file: choose a song whose MID file other players can play");
     EXPECT_EQ(fails("two.mid"), "The MIDI file is of format 2, only formats 0 and 1 can be played");
     synth.prepareError = Error{7, "No SoundFont"};
     EXPECT_EQ(Open()->text, "No SoundFont");

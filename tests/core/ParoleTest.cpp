@@ -71,7 +71,7 @@ class LyricsTest : public ::testing::Test {
 
 TEST_F(LyricsTest, APageIsDrawnCentredOverItsShadow) {
     drawing.MostraPagina(Page("One/Two!!//"));
-    EXPECT_EQ(drawing.Pagina().Testo, Page("One/Two!!"));
+    EXPECT_EQ(drawing.Pagina().PaginaCorrente, Page("One/Two!!"));
     EXPECT_EQ(drawing.Pagina().NumRighe, 2);
     EXPECT_EQ(box.cleared, 4);
     const Words page{"2 One @1880,30", "1 One @1850,0", "2 Two!! @1780,230", "1 Two!! @1750,200"};

@@ -208,8 +208,9 @@ TEST_F(PlaybackTest, ASongThatCannotBeOpenedLeavesNoneOpen) {
     const std::vector<std::tuple<std::string, std::string, std::string>> cases{
         {"Cantabile\r\n", Midi(100), notLyk},
         {"", Midi(100), notLyk},
-        {kLyrics, "", "1001 - The file is empty"},
-        {kLyrics, "no music", "1001 - The file is not a MIDI file"},
+        {kLyrics, "", "1001 - The MIDI file is empty: copy it again from where it came"},
+        {kLyrics, "no music",
+         "1001 - This is not a MIDI file: choose a song whose MID file other players can play"},
         {kLyrics, format2,
          "1002 - The MIDI file is of format 2, only formats 0 and 1 can be played"}};
     for (const auto& [lyrics, midi, text] : cases) {

@@ -95,10 +95,12 @@ TEST(SmfReader, ReadsWhatItCanAndSaysWhatWasMended) {
 
 TEST(SmfReader, RefusesWhatCannotBePlayed) {
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"", "The file is empty"},
-        {"MThd", "The file is not a MIDI file"},
-        {std::string(5000, 'x'), "The file is not a MIDI file"},
-        {"RIFF____WAVEfmt ", "The file is not a MIDI file"},
+        {"", "The MIDI file is empty: copy it again from where it came"},
+        {"MThd", "This is not a MIDI file: choose a song whose MID file other players can play"},
+        {std::string(5000, 'x'),
+         "This is not a MIDI file: choose a song whose MID file other players can play"},
+        {"RIFF____WAVEfmt ",
+         "This is not a MIDI file: choose a song whose MID file other players can play"},
         {Header(2, 1) + Chunk("MTrk", kEnd),
          "The MIDI file is of format 2, only formats 0 and 1 can be played"},
         {Header(1, 1), "The MIDI file has no track that can be read"},

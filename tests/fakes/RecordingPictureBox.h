@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Numbers.h"
 #include "platform/PictureBox.h"
 #include "platform/Text.h"
 
@@ -50,8 +49,7 @@ class RecordingPictureBox : public PictureBox {
             characters = std::max(characters, CodePoints(text.substr(start, end - start)));
             start = end + 2;
         }
-        return {RoundHalfEven<int>(10 * font.size * static_cast<double>(characters)),
-                RoundHalfEven<int>(20 * font.size * lines)};
+        return {10 * font.size * static_cast<double>(characters), 20 * font.size * lines};
     }
     void Print(int x, int y, std::string_view text) override {
         printed.push_back({x, y, foreColour, std::string(text)});

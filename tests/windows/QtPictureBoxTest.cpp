@@ -119,9 +119,9 @@ TEST(QtPictureBox, MeasuresWhatItDraws) {
         };
         const QRect five = ink("HHHHH");
         const QRect ten = ink("HHHHHHHHHH");
-        const int width = surface.Measure("HHHHHHHHHH").width;
+        const double width = surface.Measure("HHHHHHHHHH").width;
         // The empty edges of the first and last letter drop out of the difference.
-        const int wider = width - surface.Measure("HHHHH").width;
+        const double wider = width - surface.Measure("HHHHH").width;
         EXPECT_NEAR(ten.width() - five.width(), wider * scale, 1.5) << size;
         EXPECT_GE(ten.left() + 1, 150 * scale) << size;
         EXPECT_LE(ten.right(), (150 + width) * scale + 1) << size;

@@ -58,7 +58,7 @@ class frmKaraokeTest : public testing::Test {
         }
     }
     void Open(const std::string& commandLine) {
-        program.rigaComando = commandLine;
+        program.CmdLine = commandLine;
         window = std::make_unique<frmKaraoke>(program);
         window->Form_Load();
         window->activateWindow();
@@ -120,7 +120,7 @@ class frmKaraokeTest : public testing::Test {
                       .eventi = events,
                       .orologio = clock,
                       .schermo = screen,
-                      .rigaComando = "",
+                      .CmdLine = "",
                       .openDirPredefinita = folder.Path().string(),
                       .scelta = {[this] { return ++asked, ""; }, {}},
                       .config = {},

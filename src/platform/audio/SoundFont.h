@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Result.h"
 #include "platform/Environment.h"
+#include "platform/Result.h"
 
 #include <filesystem>
 #include <string>

@@ -41,8 +41,8 @@ class MMControl {
     MMControl(const MMControl&) = delete;
     MMControl& operator=(const MMControl&) = delete;
 
-    /// The file the next Open opens (its name in any letter case); "" when no file is open. Close
-    /// and a failed Open empty it.
+    /// The file the next Open opens (its name in any letter case); "" when no file is open. Closing
+    /// a file and a failed Open empty it.
     void SetFileName(std::string fileName);
     [[nodiscard]] const std::string& FileName() const;
 

@@ -205,16 +205,19 @@ Result<SmfFile> ReadSmf(std::string bytes) {
     SmfFile file;
     file.bytes = std::move(bytes);
     if (file.bytes.empty()) {
-        return MakeError(SmfError::NotMidi, "The file is empty");
+        return MakeError(SmfError::NotMidi,
+                         "The MIDI file is empty: copy it again from where it came");
     }
     if (file.bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
-        return MakeError(SmfError::TooLarge, "The file is too large");
+        return MakeError(SmfError::TooLarge, "The MIDI file is too large to be a song");
     }
     const std::string_view all = file.bytes;
     const std::size_t start = all.starts_with("RIFF") ? all.find("MThd") : 0;
     if (start == std::string_view::npos || all.size() - start < kHeaderSize ||
         all.substr(start, 4) != "MThd") {
-        return MakeError(SmfError::NotMidi, "The file is not a MIDI file");
+        return MakeError(
+            SmfError::NotMidi,
+            "This is not a MIDI file: choose a song whose MID file other players can play");
     }
     file.format = static_cast<int>(BigEndian(all, start + 8, 2));
     if (file.format > 1) {

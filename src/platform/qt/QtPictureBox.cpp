@@ -1,6 +1,5 @@
 #include "platform/qt/QtPictureBox.h"
 
-#include "platform/Numbers.h"
 #include "platform/qt/QtColour.h"
 
 #include <QFontInfo>
@@ -62,8 +61,7 @@ TextSize QtPictureBox::Measure(std::string_view text) const {
         width = std::max(width, metrics.horizontalAdvance(line));
     }
     const double height = metrics.height() * static_cast<double>(lines.size());
-    return {RoundHalfEven<int>(width * twipsPerPixel_),
-            RoundHalfEven<int>(height * twipsPerPixel_)};
+    return {width * twipsPerPixel_, height * twipsPerPixel_};
 }
 
 void QtPictureBox::Print(int x, int y, std::string_view text) {
