@@ -106,10 +106,13 @@ QRectF QtPictureBox::PlaceOf(const Printed& printed) const {
 
 /// Puts back what the latest text was printed on.
 void QtPictureBox::TakeBackLast() {
+    if (coveredPlace_.isEmpty()) {
+        return;
+    }
     const double ratio = picture_.devicePixelRatio();
     picture_.setDevicePixelRatio(1);
     QPainter painter(&picture_);
-    painter.drawPixmap(coveredCorner_, covered_);
+    painter.drawPixmap(coveredPlace_.topLeft(), covered_, QRect({}, coveredPlace_.size()));
     painter.end();
     picture_.setDevicePixelRatio(ratio);
 }
@@ -117,10 +120,16 @@ void QtPictureBox::TakeBackLast() {
 void QtPictureBox::KeepPicture(const QRectF& place) {
     const double ratio = picture_.devicePixelRatio();
     const QRectF pixels(place.topLeft() * ratio, place.size() * ratio);
-    const QRect kept = pixels.toAlignedRect().intersected(picture_.rect());
-    covered_ = kept.isEmpty() ? QPixmap() : picture_.copy(kept);
-    covered_.setDevicePixelRatio(1);
-    coveredCorner_ = kept.topLeft();
+    coveredPlace_ = pixels.toAlignedRect().intersected(picture_.rect());
+    if (coveredPlace_.isEmpty()) {
+        return;
+    }
+    // One pixmap for all: to allocate one for every print would take most of a page's time.
+    if (!QRect({}, covered_.size()).contains(QRect({}, coveredPlace_.size()))) {
+        covered_ = QPixmap(covered_.size().expandedTo(coveredPlace_.size()));
+    }
+    QPainter painter(&covered_);
+    painter.drawPixmap(QRect({}, coveredPlace_.size()), picture_, coveredPlace_);
 }
 
 /// Makes the pixmap at least as large as the widget, at the screen's resolution. What is drawn
@@ -141,7 +150,7 @@ void QtPictureBox::FitPixmap() {
         painter.drawPixmap(QRectF(QPointF(0, 0), old), picture_, picture_.rect());
     }
     if (ratio != picture_.devicePixelRatio()) {
-        covered_ = {};
+        coveredPlace_ = {};
     }
     picture_ = next;
 }

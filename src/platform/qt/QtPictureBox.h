@@ -53,8 +53,8 @@ class QtPictureBox : public QWidget, public PictureBox {
     QFont font_;
     QPixmap picture_;
     std::vector<Printed> printed_;  ///< since Clear, one for each place, the latest last
-    QPixmap covered_;               ///< what the latest of them was printed on
-    QPoint coveredCorner_;          ///< where that is, in pixels of the screen
+    QPixmap covered_;               ///< what the latest of them was printed on, at the top left
+    QRect coveredPlace_;            ///< where that is in the picture, in pixels of the screen
 };
 
 }  // namespace sonnel
