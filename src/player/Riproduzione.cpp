@@ -199,7 +199,8 @@ void Riproduzione::CursoreSpostato(std::int32_t secondi) {
     if (InRiproduzione()) {
         return;
     }
-    p_.sequencer.SetTo(secondi * static_cast<std::int32_t>(MillisecondiPerSecondo));
+    // The last second of a song of the greatest length ends past the range.
+    p_.sequencer.SetTo(RoundHalfEven<std::int32_t>(secondi * MillisecondiPerSecondo));
     p_.sequencer.Command(MciCommand::Seek);
     p_.vista.Posizione(FormattaTempo(Secondi(p_.sequencer.Position())));
     RisincronizzaParole();
