@@ -29,7 +29,8 @@ struct Band {
     }
     [[nodiscard]] const std::vector<float>& Sound() const { return rig.output.sound; }
     [[nodiscard]] double Ms(std::size_t sample) const {
-        return 1000.0 * static_cast<double>(sample / 2) / rig.output.rate;
+        const std::size_t frame = sample / 2;
+        return 1000.0 * static_cast<double>(frame) / rig.output.rate;
     }
     /// The loudest sample of the last milliseconds.
     [[nodiscard]] float LastPeak(int ms) const {
@@ -111,6 +112,7 @@ std::vector<std::pair<std::size_t, std::size_t>> Notes(const songs::Arrangement&
     }
     std::sort(notes.begin(), notes.end());
     std::vector<std::pair<std::size_t, std::size_t>> places;
+    places.reserve(notes.size());
     for (const auto& [tick, track, number] : notes) {
         places.emplace_back(track, number);
     }

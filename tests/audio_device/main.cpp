@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <exception>
 #include <iostream>
 #include <iterator>
 #include <optional>
@@ -163,6 +164,7 @@ std::optional<std::vector<double>> Measure(const std::string& pipe) {
         return {};
     }
     std::vector<double> differences;
+    differences.reserve(kClicks);
     for (int i = 0; i < kClicks; ++i) {
         differences.push_back(PositionAt(readings, heard[static_cast<std::size_t>(i)]) -
                               ClickMs(i));
@@ -236,11 +238,16 @@ bool TestLoss() {
 
 int main(int argc, char** argv) {
     const std::string_view what = argc > 1 ? argv[1] : "";
-    if (what == "sync" && argc == 3) {
-        return sonnel::test::TestSync(argv[2]) ? 0 : 1;
-    }
-    if (what == "loss" && argc == 2) {
-        return sonnel::test::TestLoss() ? 0 : 1;
+    try {
+        if (what == "sync" && argc == 3) {
+            return sonnel::test::TestSync(argv[2]) ? 0 : 1;
+        }
+        if (what == "loss" && argc == 2) {
+            return sonnel::test::TestLoss() ? 0 : 1;
+        }
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << "\n";
+        return 1;
     }
     std::cerr << "usage: " << argv[0] << " sync PIPE | loss\n";
     return 2;

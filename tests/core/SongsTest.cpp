@@ -13,6 +13,8 @@
 #include <ostream>
 #include <set>
 
+#include <gmock/gmock.h>
+
 namespace sonnel::songs {
 
 namespace {
