@@ -1,6 +1,5 @@
-#include "platform/Environment.h"
+#include "fakes/SmallSoundFont.h"
 #include "platform/audio/FluidSintetizzatore.h"
-#include "platform/audio/SoundFont.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,16 +14,6 @@ namespace {
 
 constexpr int kRate = 44100;
 using Bytes = std::vector<std::uint8_t>;
-
-/// The smallest of the usual SoundFonts that is there, so that the tests stay quick.
-Result<std::filesystem::path> SmallSoundFont() {
-    for (const auto& directory : SoundFontDirectories(ProcessEnvironment)) {
-        if (std::filesystem::exists(directory / "TimGM6mb.sf2")) {
-            return directory / "TimGM6mb.sf2";
-        }
-    }
-    return FindSoundFont("", ProcessEnvironment, SoundFontDirectories(ProcessEnvironment));
-}
 
 class FluidSintetizzatoreTest : public testing::Test {
   protected:

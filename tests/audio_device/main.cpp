@@ -1,15 +1,23 @@
-// Plays into the real sound device and compares what is heard there with what the output reports.
+// Plays a song into the real sound device, with the player's own sequencer and synthesiser, and
+// compares what is heard there with the position the sequencer shows.
 //   sonnel_audio_device_test sync PIPE   the position at each onset, against the recording in PIPE
 //   sonnel_audio_device_test loss        plays for ten seconds while the device goes and comes
 
 #include "Recording.h"
 
+#include "fakes/ManualTimer.h"
+#include "fakes/SmallSoundFont.h"
+#include "fakes/SmfBuilder.h"
+#include "fakes/TempDirectory.h"
+#include "platform/audio/FluidSintetizzatore.h"
 #include "platform/audio/UscitaCubeb.h"
 #include "platform/audio/UscitaPredefinita.h"
+#include "platform/midi/MMControl.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <exception>
 #include <iostream>
 #include <iterator>
 #include <optional>
@@ -22,83 +30,103 @@ using std::chrono::milliseconds;
 
 constexpr double kToleranceMs = 25;
 constexpr int kRecordingRate = 48000;
-constexpr int kClicks = 24;
+constexpr int kClicks = 40;
 constexpr milliseconds kQuiet{80};
 
-/// The time of click `number`: after a silent start, at uneven distances so that a shift by one
-/// click cannot pass for a match.
-double ClickSeconds(int number) {
-    return 1.5 + 0.2 * number + 0.03 * (number * number % 4);
+/// The time of click `number` in milliseconds: after a silent start, at uneven distances so that a
+/// shift by one click cannot pass for a match.
+int ClickMs(int number) {
+    return 1500 + 200 * number + 30 * (number * number % 4);
 }
 
-/// 20 ms of a tone at each click's time.
-class Clicks : public SoundSource {
+/// A song of side sticks, a sound that is there with its first milliseconds and soon gone, without
+/// echo. A tick is a millisecond. A last note nobody hears keeps the song going.
+std::string ClickSong() {
+    constexpr int drums = 9;
+    constexpr int sideStick = 37;
+    SmfBuilder song(0, 500);
+    song.Control(0, 7, 127, drums).Control(0, 91, 0, drums).Control(0, 93, 0, drums);
+    for (int i = 0; i < kClicks; ++i) {
+        const auto tick = static_cast<std::uint32_t>(ClickMs(i));
+        song.Message(tick, {0x90 + drums, sideStick, 127})
+            .Message(tick + 50, {0x80 + drums, sideStick, 0});
+    }
+    return song.Control(15000, 7, 0, drums).Bytes();
+}
+
+class SteadyClock : public Orologio {
   public:
-    explicit Clicks(int sampleRate) : sampleRate_(sampleRate) {}
-    void Fill(std::span<float> out) noexcept override {
-        for (std::size_t i = 0; i + 1 < out.size(); i += 2, ++frame_) {
-            out[i] = out[i + 1] = Sample();
+    [[nodiscard]] double TimeOfDay() const override { return 0; }
+    [[nodiscard]] std::chrono::nanoseconds Steady() const override {
+        return Clock::now().time_since_epoch();
+    }
+};
+
+/// The click song, playing into an output.
+class Player {
+  public:
+    explicit Player(UscitaAudio& output) : control(synth_, output, timer_, clock_) {}
+    /// False, and the reason on standard output, when it cannot be played.
+    bool Start() {
+        control.SetFileName(folder_.Write("clicks.mid", ClickSong()).string());
+        if (const auto error = control.Command(MciCommand::Open)) {
+            std::cout << error->text << "\n";
+            return false;
+        }
+        control.Command(MciCommand::Play);
+        return true;
+    }
+    /// To be called often: the user-interface timer, every 10 ms.
+    void Turn() {
+        if (Clock::now() >= next_) {
+            next_ = Clock::now() + milliseconds(10);
+            timer_.Fire();
         }
     }
 
   private:
-    float Sample() {
-        const double now = static_cast<double>(frame_) / sampleRate_;
-        while (next_ < kClicks && now >= ClickSeconds(next_) + 0.02) {
-            ++next_;
-        }
-        const double into = now - ClickSeconds(next_);
-        return next_ < kClicks && into >= 0 ? static_cast<float>(0.5 * std::cos(6000 * into))
-                                            : 0.0F;
-    }
-    int sampleRate_;
-    std::int64_t frame_ = 0;
-    int next_ = 0;
+    TempDirectory folder_;
+    FluidSintetizzatore synth_{SmallSoundFont};
+    ManualTimer timer_;
+    SteadyClock clock_;
+    Clock::time_point next_;
+
+  public:
+    MMControl control;
 };
 
 struct Reading {
     Clock::time_point time;
-    double position;  // seconds
+    double position;  // milliseconds
 };
 
-/// One performance: when each onset should be heard on the output's own clock, and what that clock
-/// said meanwhile.
-struct Performance {
-    std::vector<double> onsets;  // seconds
-    std::vector<Reading> readings;
-};
-
-/// Plays all the clicks and reads the position about every millisecond. What plays and what is read
-/// is decided here alone.
-std::optional<Performance> Play() {
+/// Plays the song to its last click and reads the position about every millisecond. What plays and
+/// what is read is decided here alone. Empty when it does not play.
+std::vector<Reading> Play() {
     UscitaCubeb output;
-    Clicks clicks(output.SampleRate());
-    if (const auto error = output.Start(clicks)) {
-        std::cout << error->text << "\n";
+    Player player(output);
+    if (!player.Start()) {
         return {};
     }
     std::cout << "output: " << output.System() << ", " << output.SampleRate() << " Hz, latency "
               << output.LatencyFrames() * 1000.0 / output.SampleRate() << " ms\n";
-    Performance performance;
-    for (int i = 0; i < kClicks; ++i) {
-        performance.onsets.push_back(ClickSeconds(i));
-    }
+    std::vector<Reading> readings;
     const Clock::time_point limit = Clock::now() + std::chrono::seconds(30);
-    double position = 0;
+    int position = 0;
     // The stream runs on until its last click is recorded: the sink works in other steps when a
     // stream ends, which moves what it has in hand.
-    while (position < performance.onsets.back() + 1.5) {
+    while (position < ClickMs(kClicks - 1) + 1500) {
+        player.Turn();
         const Clock::time_point before = Clock::now();
-        position = static_cast<double>(output.FramesHeard()) / output.SampleRate();
-        performance.readings.push_back({before + (Clock::now() - before) / 2, position});
+        position = player.control.Position();
+        readings.push_back({before + (Clock::now() - before) / 2, static_cast<double>(position)});
         if (before > limit) {
-            std::cout << "the position stands still at " << position << " s\n";
+            std::cout << "the position stands still at " << position << " ms\n";
             return {};
         }
         std::this_thread::sleep_for(milliseconds(1));
     }
-    output.Stop();
-    return performance;
+    return readings;
 }
 
 /// The reported position at a moment, on the straight line between the readings around it.
@@ -126,20 +154,20 @@ std::optional<std::vector<double>> Measure(const std::string& pipe) {
         }
         std::this_thread::sleep_for(milliseconds(20));
     }
-    const auto performance = Play();
-    if (!performance) {
+    const std::vector<Reading> readings = Play();
+    if (readings.empty()) {
         return {};
     }
     const auto heard = recording.Onsets(kQuiet);
-    if (heard.size() != performance->onsets.size()) {
-        std::cout << performance->onsets.size() << " onsets were played, " << heard.size()
-                  << " heard\n";
+    if (heard.size() != kClicks) {
+        std::cout << kClicks << " onsets were played, " << heard.size() << " heard\n";
         return {};
     }
     std::vector<double> differences;
-    for (std::size_t i = 0; i < heard.size(); ++i) {
-        differences.push_back(
-            1000 * (PositionAt(performance->readings, heard[i]) - performance->onsets[i]));
+    differences.reserve(kClicks);
+    for (int i = 0; i < kClicks; ++i) {
+        differences.push_back(PositionAt(readings, heard[static_cast<std::size_t>(i)]) -
+                              ClickMs(i));
     }
     return differences;
 }
@@ -173,39 +201,36 @@ bool TestLoss() {
     // A null sink that nobody listens to yet works in steps of two seconds.
     constexpr double longestHaltMs = 2500;
     UscitaPredefinita output({});
-    Clicks clicks(output.SampleRate());
-    if (const auto error = output.Start(clicks)) {
-        std::cout << error->text << "\n";
+    Player player(output);
+    if (!player.Start()) {
         return false;
     }
     std::cout << "playing" << std::endl;  // the script waits for this line
     const Clock::time_point start = Clock::now();
     Clock::time_point moved = start;
-    std::int64_t last = 0;
+    int last = 0;
     double longest = 0;
     double slowest = 0;
     bool wentBack = false;
     while (Clock::now() - start < std::chrono::seconds(10)) {
         const Clock::time_point before = Clock::now();
-        output.Maintain();
+        player.Turn();
         slowest = std::max(
             slowest, std::chrono::duration<double, std::milli>(Clock::now() - before).count());
-        const std::int64_t heard = output.FramesHeard();
-        wentBack = wentBack || heard < last;
-        if (heard != last) {
+        const int position = player.control.Position();
+        wentBack = wentBack || position < last;
+        if (position != last) {
             longest = std::max(longest,
                                std::chrono::duration<double, std::milli>(before - moved).count());
             moved = before;
         }
-        last = heard;
+        last = position;
         std::this_thread::sleep_for(milliseconds(10));
     }
-    output.Stop();
-    const double seconds = static_cast<double>(last) / output.SampleRate();
-    std::printf("position after 10 s: %.2f s, longest halt %.0f ms, slowest Maintain %.0f ms%s\n",
-                seconds, longest, slowest, wentBack ? ", WENT BACK" : "");
+    std::printf("position after 10 s: %.2f s, longest halt %.0f ms, slowest turn %.0f ms%s\n",
+                last / 1000.0, longest, slowest, wentBack ? ", WENT BACK" : "");
     std::fflush(stdout);
-    return !wentBack && longest <= longestHaltMs && seconds > 6;
+    return !wentBack && longest <= longestHaltMs && last > 6000;
 }
 
 }  // namespace
@@ -213,11 +238,16 @@ bool TestLoss() {
 
 int main(int argc, char** argv) {
     const std::string_view what = argc > 1 ? argv[1] : "";
-    if (what == "sync" && argc == 3) {
-        return sonnel::test::TestSync(argv[2]) ? 0 : 1;
-    }
-    if (what == "loss" && argc == 2) {
-        return sonnel::test::TestLoss() ? 0 : 1;
+    try {
+        if (what == "sync" && argc == 3) {
+            return sonnel::test::TestSync(argv[2]) ? 0 : 1;
+        }
+        if (what == "loss" && argc == 2) {
+            return sonnel::test::TestLoss() ? 0 : 1;
+        }
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << "\n";
+        return 1;
     }
     std::cerr << "usage: " << argv[0] << " sync PIPE | loss\n";
     return 2;

@@ -264,6 +264,68 @@ TEST_F(MMControlTest, SeekSendsLittleHoweverMuchWasOverridden) {
     EXPECT_EQ(synth.state.channels[0].bend, 18999 % 16384);
 }
 
+TEST_F(MMControlTest, OddSongsPlayToTheirEndAndAreRewound) {
+    constexpr std::uint32_t farTick = 0x0FFFFFFF;
+    const std::vector<std::pair<SmfBuilder, std::int32_t>> songs = {
+        {SmfBuilder(0).Track(), 0},
+        {SmfBuilder(0).Note(0, 0, 60), 0},
+        {SmfBuilder(0, 480).Tempo(0, 0).Note(0, 480, 60), 500},
+        {SmfBuilder(0, 0).Note(0, 96, 60), 500},
+        {SmfBuilder(0, 1).Note(0, 1, 60), 500},
+        {SmfBuilder(0, 32767).Note(0, 32767, 60), 500},
+        {SmfBuilder(0, 1).Note(0, farTick, 60).Note(2 * farTick, 9, 61), 2147483647},
+        {SmfBuilder(0).Exclusive(0, std::string(1 << 20, 'x') + '\xF7').Note(0, 480, 60), 500},
+    };
+    for (const auto& [song, length] : songs) {
+        Write("odd.mid", song.Bytes());
+        ASSERT_FALSE(Open("odd.mid"));
+        EXPECT_EQ(control->Length(), length);
+        Send(MciCommand::Play);
+        Run(100);
+        SeekTo(std::max(0, length - 50));
+        Run(20);
+        TakeLog();
+        Send(MciCommand::Play);
+        Run(200);
+        EXPECT_EQ(std::count(log.begin(), log.end(), '1'), 1) << length;
+        EXPECT_EQ(control->Position(), length);
+        Send(MciCommand::Prev);
+        Run(50);
+        EXPECT_EQ(control->Position(), 0);
+        EXPECT_TRUE(synth.sounding.empty());
+    }
+}
+
+TEST_F(MMControlTest, ACrowdOfEventsDoesNotHoldUpTheSound) {
+    constexpr std::size_t crowd = 20000;
+    SmfBuilder song(0, 500);
+    for (std::size_t i = 0; i < crowd; ++i) {
+        song.Exclusive(100, "\x7E\x7F\x09\x01\xF7");
+        song.Message(200 + static_cast<std::uint32_t>(i / 5000), {0x90, 60, 100});
+    }
+    Write("crowd.mid", song.Message(203, {0x80, 60, 0}).Bytes());
+    ASSERT_FALSE(Open("crowd.mid"));
+    const auto plays = [this](std::size_t messages) {
+        synth.recorded.clear();
+        Send(MciCommand::Play);
+        for (std::size_t i = 0; i < 1000 && control->Mode() == MciMode::Playing; ++i) {
+            const std::size_t before = synth.recorded.size();
+            output.Ask(441);
+            EXPECT_LE(synth.recorded.size() - before, 4096U);
+            timer.Fire();
+        }
+        EXPECT_EQ(synth.recorded.size(), messages);
+        EXPECT_TRUE(synth.sounding.empty());
+        EXPECT_EQ(control->Position(), 203);
+        EXPECT_EQ(log.back(), '1');
+    };
+    plays(2 * crowd + 1);
+    SeekTo(150);
+    output.Ask(1);  // releases the notes
+    EXPECT_EQ(control->Position(), 150);
+    plays(2 * crowd + 1);
+}
+
 TEST_F(MMControlTest, EveryEventComesAtItsFrameWhateverTheOutputAsksFor) {
     const auto record = [this](std::int64_t block, int rate) {
         output.rate = rate;

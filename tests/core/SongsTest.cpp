@@ -1,3 +1,4 @@
+#include "fakes/DemoSong.h"
 #include "generator/Arranger.h"
 #include "generator/Lyk.h"
 #include "generator/ScoreReader.h"
@@ -11,6 +12,8 @@
 #include <filesystem>
 #include <ostream>
 #include <set>
+
+#include <gmock/gmock.h>
 
 namespace sonnel::songs {
 
@@ -225,15 +228,6 @@ std::vector<LykEvent> Body(const std::string& lyk) {
     return body;
 }
 
-std::vector<std::filesystem::path> Scores() {
-    std::vector<std::filesystem::path> scores;
-    for (const auto& entry : std::filesystem::directory_iterator(SONNEL_SCORES_FOLDER)) {
-        scores.push_back(entry.path());
-    }
-    std::sort(scores.begin(), scores.end());
-    return scores;
-}
-
 class DemoSongTest : public testing::TestWithParam<std::filesystem::path> {
   protected:
     std::string text = *ReadFile(GetParam());
@@ -367,11 +361,8 @@ TEST_P(DemoSongTest, KarHoldsTheWords) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Songs, DemoSongTest, testing::ValuesIn(Scores()), [](const auto& test) {
-    std::string name = test.param.stem().string();
-    std::erase(name, ' ');
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Songs, DemoSongTest, testing::ValuesIn(test::DemoScores()),
+                         test::TestName);
 
 // A quarter note lasts half a second here, so a tenth is 96 ticks.
 Arrangement TwoPages(int secondPage) {

@@ -273,4 +273,8 @@ void FluidSintetizzatore::Render(std::span<float> out) noexcept {
     }
 }
 
+int FluidSintetizzatore::ActiveVoices() const noexcept {
+    return impl_ ? fluid_synth_get_active_voice_count(impl_->synth.get()) : 0;
+}
+
 }  // namespace sonnel

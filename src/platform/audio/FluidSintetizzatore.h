@@ -31,6 +31,9 @@ class FluidSintetizzatore final : public Sintetizzatore {
     void AllSoundOff() noexcept override;
     void Render(std::span<float> out) noexcept override;
 
+    /// Voices that sound or ring on.
+    [[nodiscard]] int ActiveVoices() const noexcept;
+
   private:
     struct Impl;
     SoundFontFinder findSoundFont_;

@@ -8,6 +8,10 @@ namespace sonnel {
 namespace {
 
 constexpr int kFadesPerSecond = 200;  // 5 ms each
+/// A synthesiser with all its voices in use takes some 7 microseconds for a note, so this many take
+/// about as long as the window lasts.
+constexpr int kMostInWindow = 256;
+constexpr std::int64_t kWindowFrames = 64;
 constexpr std::uint8_t kControlChange = 0xB0;
 constexpr std::uint8_t kSustainPedal = 64;
 constexpr std::uint8_t kSostenutoPedal = 66;
@@ -23,10 +27,15 @@ SequencerEngine::SequencerEngine(const Sequence& sequence, Sintetizzatore& sinte
 
 void SequencerEngine::Fill(std::span<float> out) noexcept {
     while (out.size() >= 2) {
+        if (restoring_) {
+            RestoreSome();
+        }
         TakeCommands();
         auto frames = static_cast<std::int64_t>(out.size() / 2);
         if (fading_) {
             frames = std::min(frames, level_);
+        } else if (restoring_) {
+            frames = std::min(frames, kWindowFrames);
         } else if (running_) {
             frames = std::min(frames, SendDue());
         }
@@ -39,7 +48,7 @@ void SequencerEngine::Fill(std::span<float> out) noexcept {
 
 void SequencerEngine::TakeCommands() noexcept {
     EngineCommand command;
-    while (!fading_ && commands_.Pop(command)) {
+    while (!fading_ && !restoring_ && commands_.Pop(command)) {
         serial_ = command.serial;
         switch (command.kind) {
             case EngineCommand::Kind::Play:
@@ -76,6 +85,7 @@ void SequencerEngine::HandleSeek(const EngineCommand& command) noexcept {
     restorePending_ = true;
     songFrame_ = command.frame;
     cursor_ = sequence_.FirstAt(command.frame);
+    window_ = -1;
     running_ = false;
     const bool rewound = ended_;
     ended_ = false;
@@ -105,12 +115,11 @@ void SequencerEngine::FinishFade() noexcept {
     fading_ = false;
     synth_.AllSoundOff();
     if (restorePending_) {
-        Restore();
-        level_ = fadeFrames_;
-    }
-    if (playAfterFade_) {
-        playAfterFade_ = false;
-        StartPlaying();
+        restorePending_ = false;
+        synth_.Reset();
+        restoring_ = true;
+        restoredEvents_ = 0;
+        RestoreSome();
     }
 }
 
@@ -123,21 +132,37 @@ void SequencerEngine::ReleaseNotes() noexcept {
     }
 }
 
-void SequencerEngine::Restore() noexcept {
-    restorePending_ = false;
-    synth_.Reset();
-    if (seek_.chase != nullptr) {
-        for (const std::uint32_t number : *seek_.chase) {
-            Send(sequence_.events[number]);
-        }
+/// Sends the next of the chased events, and begins to play after the last of them when that is due.
+void SequencerEngine::RestoreSome() noexcept {
+    const std::vector<std::uint32_t>& chase = *seek_.chase;
+    const std::size_t end = std::min(chase.size(), restoredEvents_ + kMostInWindow);
+    for (; restoredEvents_ < end; ++restoredEvents_) {
+        Send(sequence_.events[chase[restoredEvents_]]);
     }
+    if (restoredEvents_ < chase.size()) {
+        return;
+    }
+    restoring_ = false;
+    level_ = fadeFrames_;
     restored_.store(seek_.serial, std::memory_order_release);
+    if (playAfterFade_) {
+        playAfterFade_ = false;
+        StartPlaying();
+    }
 }
 
 /// Sends what is due now; returns the frames until more is.
 std::int64_t SequencerEngine::SendDue() noexcept {
     const auto& events = sequence_.events;
+    if (window_ != songFrame_ / kWindowFrames) {
+        window_ = songFrame_ / kWindowFrames;
+        room_ = kMostInWindow;
+    }
     while (cursor_ < events.size() && events[cursor_].frame <= songFrame_) {
+        if (room_ == 0) {
+            return (window_ + 1) * kWindowFrames - songFrame_;
+        }
+        --room_;
         Send(events[cursor_++]);
     }
     if (songFrame_ >= sequence_.endFrame) {

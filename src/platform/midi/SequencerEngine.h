@@ -19,7 +19,7 @@ struct EngineCommand {
     Kind kind = Kind::Play;
     std::uint64_t serial = 0;
     std::int64_t frame = 0;                             ///< of a Seek: the target
-    const std::vector<std::uint32_t>* chase = nullptr;  ///< of a Seek: see Chase()
+    const std::vector<std::uint32_t>* chase = nullptr;  ///< of a Seek, never null: see Chase()
 };
 
 /// From `streamFrame` of the sound output on the song is at `songFrame`, and goes on from there
@@ -34,7 +34,8 @@ struct EngineSegment {
 
 /// Plays a sequence on a synthesiser, on the sound output's thread: it neither locks, allocates nor
 /// throws. Post, NextSegment and the counters are for one other thread. While the song does not run
-/// the synthesiser is still rendered, so what rings on is heard.
+/// the synthesiser is still rendered, so what rings on is heard. Where a song has more messages at
+/// once than can be sent in time, they come a little later, so that the sound goes on.
 class SequencerEngine final : public SoundSource {
   public:
     /// Both must outlive the engine; the synthesiser is freshly reset.
@@ -64,7 +65,7 @@ class SequencerEngine final : public SoundSource {
     void StartFade() noexcept;
     void FinishFade() noexcept;
     void ReleaseNotes() noexcept;
-    void Restore() noexcept;
+    void RestoreSome() noexcept;
     std::int64_t SendDue() noexcept;
     void Send(const SequenceEvent& event) noexcept;
     void RenderBlock(std::span<float> block) noexcept;
@@ -78,12 +79,16 @@ class SequencerEngine final : public SoundSource {
     std::int64_t streamFrame_ = 0;
     std::int64_t songFrame_ = 0;
     std::size_t cursor_ = 0;
+    std::int64_t window_ = -1;  ///< of the song: this many kWindowFrames from its start
+    int room_ = 0;              ///< messages that may still be sent in it
     std::uint64_t serial_ = 0;
     bool running_ = false;
     bool ended_ = false;
     EngineCommand seek_;           ///< whose restoring is still to be done
     bool restorePending_ = false;  ///< for seek_
-    bool playAfterFade_ = false;
+    bool restoring_ = false;       ///< it is under way
+    std::size_t restoredEvents_ = 0;
+    bool playAfterFade_ = false;  ///< and after the restoring it leads to
     bool fading_ = false;
     std::int64_t level_;  ///< of the sound: 0 is silence, fadeFrames_ all of it
 

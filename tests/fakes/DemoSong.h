@@ -1,0 +1,44 @@
+#pragma once
+
+#include "generator/Arranger.h"
+#include "generator/ScoreReader.h"
+#include "generator/Smf.h"
+#include "platform/Files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace sonnel::test {
+
+/// A song of the demo library, made from its score as the build makes it.
+struct DemoSong {
+    explicit DemoSong(const std::filesystem::path& path)
+        : score(songs::ReadScore(*ReadFile(path))) {}
+
+    songs::Score score;
+    songs::Arrangement song = songs::Arrange(score);
+    std::string midi = songs::WriteMidi(score, song);
+};
+
+/// The scores of all demo songs.
+inline std::vector<std::filesystem::path> DemoScores() {
+    std::vector<std::filesystem::path> scores;
+    for (const auto& entry : std::filesystem::directory_iterator(SONNEL_SCORES_FOLDER)) {
+        scores.push_back(entry.path());
+    }
+    std::sort(scores.begin(), scores.end());
+    return scores;
+}
+
+/// The name of a score as a test's name.
+inline std::string TestName(const testing::TestParamInfo<std::filesystem::path>& test) {
+    std::string name = test.param.stem().string();
+    std::erase(name, ' ');
+    return name;
+}
+
+}  // namespace sonnel::test

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "fakes/ManualClock.h"
+#include "fakes/ManualOutput.h"
+#include "fakes/ManualTimer.h"
+#include "fakes/TempDirectory.h"
+#include "platform/Numbers.h"
+#include "platform/Sintetizzatore.h"
+#include "platform/midi/MMControl.h"
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sonnel::test {
+
+/// The sequencer on a synthesiser of the test's choice, sound, clock and timer moved by hand.
+struct SequencerRig {
+    explicit SequencerRig(Sintetizzatore& synth) : control(synth, output, timer, clock) {
+        control.onDone = [this](MciNotify how) { done.push_back(how); };
+    }
+
+    /// Opens a song of these bytes; what went wrong, or "".
+    std::string Open(const std::string& midi) {
+        control.SetFileName(folder.Write("song.mid", midi).string());
+        const auto error = control.Command(MciCommand::Open);
+        return error ? error->text : "";
+    }
+    void SeekTo(std::int32_t ms) {
+        control.SetTo(ms);
+        control.Command(MciCommand::Seek);
+    }
+    /// Lets time pass in steps of 10 ms.
+    void Run(int ms) {
+        for (int i = 0; i < ms; i += 10) {
+            output.Ask(output.rate / 100);
+            clock.Advance(std::chrono::milliseconds(10));
+            timer.Fire();
+        }
+    }
+    [[nodiscard]] std::int64_t Frame(double ms) const {
+        return RoundHalfEven<std::int64_t>(ms * output.rate / 1000);
+    }
+
+    TempDirectory folder;
+    ManualOutput output;
+    ManualTimer timer;
+    ManualClock clock;
+    MMControl control;
+    std::vector<MciNotify> done;
+};
+
+}  // namespace sonnel::test
