@@ -171,7 +171,8 @@ TEST_F(ThePlayer, ColoursTheWordsInTimePausesResumesAndStops) {
 TEST_F(ThePlayer, TellsOfAWrongCommandLineAndIsThereWithoutASong) {
     Start("no such song");
     const auto message = [&] { return player_->OnScreen().Window(kMessageTitle); };
-    ASSERT_TRUE(WaitUntil([&] { return message().has_value(); }, kPatience));
+    ASSERT_TRUE(WaitUntil([&] { return message().has_value(); }, kPatience))
+        << player_->Program().Output();
     EXPECT_FALSE(player_->MainWindowShown());
     // One message tells what is missing, the next one that the command line was wrong.
     const auto dismissed = [&] {

@@ -31,10 +31,12 @@ Clock::duration Seconds(double seconds) {
 std::vector<Step> Steps(const std::vector<Sample>& samples) {
     std::vector<Step> steps;
     for (std::size_t i = 1; i < samples.size(); ++i) {
-        const double before = samples[i - 1].sung;
-        const double after = samples[i].sung;
-        if (before != after && (steps.empty() || samples[i].at - steps.back().at > kOneStep)) {
-            steps.push_back({samples[i].at, after > before});
+        const double change = samples[i].sung - samples[i - 1].sung;
+        const Step step{samples[i].at, change > 0};
+        const bool goesOn = !steps.empty() && steps.back().grown == step.grown &&
+                            step.at - steps.back().at <= kOneStep;
+        if (change != 0 && !goesOn) {
+            steps.push_back(step);
         }
     }
     return steps;

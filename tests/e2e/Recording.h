@@ -17,8 +17,8 @@ struct Sample {
     std::uintmax_t soundBytes = 0;
 };
 
-/// One change of the share of sung pixels. What changes within 60 ms is one step: the screen may
-/// have been grabbed half painted.
+/// One change of the share of sung pixels. What goes on within 60 ms is the same step: the screen
+/// may have been grabbed half painted.
 struct Step {
     Clock::time_point at;  ///< when its first pixels were seen
     bool grown = false;

@@ -48,8 +48,9 @@ std::string NumberLine(const std::string& output) {
 }  // namespace
 
 Screen::Screen()
+    // Without -noreset the server starts anew whenever its last client leaves.
     : server_({"Xvfb", "-displayfd", "1", "-screen", "0", "900x500x24", "-nolisten", "tcp",
-               "-fbdir", directory_.Path().string()},
+               "-noreset", "-fbdir", directory_.Path().string()},
               directory_ / "server.log") {
     const auto ready = [this] {
         display_ = NumberLine(server_.Output());

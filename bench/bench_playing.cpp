@@ -1,0 +1,234 @@
+// The whole player, main window and all, playing a song in real time into silence.
+
+#include "bench/Offscreen.h"
+
+#include "fakes/MemoryRegistro.h"
+#include "fakes/ScriptedMsgBox.h"
+#include "platform/Environment.h"
+#include "platform/audio/FluidSintetizzatore.h"
+#include "platform/audio/SoundFont.h"
+#include "platform/audio/UscitaPredefinita.h"
+#include "platform/qt/QtSystem.h"
+#include "player/Programma.h"
+#include "player/frmKaraoke.h"
+#include "settings/Impostazioni.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <ctime>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace sonnel {
+namespace {
+
+/// Seconds of processor time of the calling thread or the whole process.
+double ProcessorTime(clockid_t whose) {
+    timespec time{};
+    clock_gettime(whose, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+/// A synthesiser that knows how much processor time it has taken, on whatever thread it ran.
+class MeteredSynth : public Sintetizzatore {
+  public:
+    explicit MeteredSynth(Sintetizzatore& synth) : synth_(synth) {}
+
+    std::optional<Error> Prepare(int sampleRate) override { return synth_.Prepare(sampleRate); }
+    void Reset() noexcept override {
+        Metered([&] { synth_.Reset(); });
+    }
+    void ChannelMessage(std::uint8_t status, std::uint8_t data1,
+                        std::uint8_t data2) noexcept override {
+        Metered([&] { synth_.ChannelMessage(status, data1, data2); });
+    }
+    void SystemExclusive(std::span<const std::uint8_t> data) noexcept override {
+        Metered([&] { synth_.SystemExclusive(data); });
+    }
+    void AllSoundOff() noexcept override {
+        Metered([&] { synth_.AllSoundOff(); });
+    }
+    void Render(std::span<float> out) noexcept override {
+        Metered([&] { synth_.Render(out); });
+    }
+
+    [[nodiscard]] double Seconds() const { return seconds_; }
+
+  private:
+    template <class Work>
+    void Metered(Work work) {
+        const double before = ProcessorTime(CLOCK_THREAD_CPUTIME_ID);
+        work();
+        seconds_ = seconds_ + ProcessorTime(CLOCK_THREAD_CPUTIME_ID) - before;
+    }
+
+    Sintetizzatore& synth_;
+    std::atomic<double> seconds_ = 0;
+};
+
+/// An application that tells when a lyrics area has been painted and its window has handed the
+/// picture to the screen.
+class Watcher : public QApplication {
+  public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        const QEvent::Type type = event->type();
+        const bool lyrics =
+            type == QEvent::Paint && dynamic_cast<QtPictureBox*>(receiver) != nullptr;
+        const bool done = QApplication::notify(receiver, event);
+        painted_ = painted_ || lyrics;
+        if (type == QEvent::UpdateRequest && painted_) {
+            painted_ = false;
+            if (onLyricsShown) {
+                onLyricsShown();
+            }
+        }
+        return done;
+    }
+
+    std::function<void()> onLyricsShown;
+
+  private:
+    bool painted_ = false;
+};
+
+/// The player with a song in it.
+struct Player {
+    Player() {
+        SalvaImpostazione(registro, "Opzioni", "Compensazione", "0");
+        SalvaImpostazione(registro, "Finestra", "Width", "28800");  // 1920 pixels
+        window.Form_Load();
+    }
+    void Play(std::chrono::seconds time) {
+        window.mnuSoundPlay_Click();
+        QEventLoop loop;
+        QTimer end;
+        QObject::connect(&end, &QTimer::timeout, &loop, &QEventLoop::quit);
+        end.start(time);
+        loop.exec();
+    }
+    [[nodiscard]] bool Playing() const { return IsPlaying(sequencer.Mode()); }
+
+    test::MemoryRegistro registro;
+    FluidSintetizzatore synth{[] {
+        return FindSoundFont("", ProcessEnvironment, SoundFontDirectories(ProcessEnvironment));
+    }};
+    MeteredSynth metered{synth};
+    UscitaPredefinita output{AudioDriver{AudioDriver::Kind::Silence, ""}};
+    QtTemporizzatore timer;
+    QtOrologio clock;
+    MMControl sequencer{metered, output, timer, clock};
+    test::ScriptedMsgBox msgBox;
+    QtEventiSistema events;
+    QtSchermo screen;
+    Programma programma{.registro = registro,
+                        .sequencer = sequencer,
+                        .msgBox = msgBox,
+                        .eventi = events,
+                        .orologio = clock,
+                        .schermo = screen,
+                        .CmdLine = SONNEL_SONGS "/Twinkle Twinkle",
+                        .openDirPredefinita = SONNEL_SONGS "/",
+                        .scelta = {},
+                        .config = {},
+                        .timeline = {},
+                        .informazioni = {}};
+    frmKaraoke window{programma};
+};
+
+/// Processor time of playing beyond what the synthesiser takes for the same sound at the same
+/// pace, in percent of one core.
+void ProcessorShare(benchmark::State& state) {
+    constexpr std::chrono::seconds Time(30);
+    Player player;
+    for ([[maybe_unused]] auto iteration : state) {
+        const auto start = std::chrono::steady_clock::now();
+        const double all = ProcessorTime(CLOCK_PROCESS_CPUTIME_ID);
+        const double synth = player.metered.Seconds();
+        player.Play(Time);
+        const double synthTook = player.metered.Seconds() - synth;
+        const double took = ProcessorTime(CLOCK_PROCESS_CPUTIME_ID) - all;
+        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+        if (!player.Playing()) {
+            state.SkipWithError("the song did not play");
+        }
+        state.SetIterationTime(passed.count());
+        state.counters["synthesiser_percent"] = 100 * synthTook / passed.count();
+        state.counters["beyond_percent"] = 100 * (took - synthTook) / passed.count();
+    }
+}
+BENCHMARK(ProcessorShare)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+
+/// Keeps every core busy while it lives.
+class Load {
+  public:
+    Load() {
+        for (unsigned i = 0; i < std::thread::hardware_concurrency(); ++i) {
+            threads_.emplace_back([](const std::stop_token& stop) {
+                while (!stop.stop_requested()) {
+                }
+            });
+        }
+    }
+
+  private:
+    std::vector<std::jthread> threads_;
+};
+
+/// How late each colour event of a song is on the screen, in milliseconds by the position reported.
+std::vector<std::int32_t> Lateness(Player& player, std::chrono::seconds time) {
+    std::vector<std::int32_t> late;
+    std::int16_t seen = 0;
+    auto* application = dynamic_cast<Watcher*>(QApplication::instance());
+    application->onLyricsShown = [&] {
+        const std::int32_t now = player.sequencer.Position();
+        const Timeline& timeline = player.programma.timeline;
+        while (seen < timeline.UltimoEvento) {
+            const Evento& event = timeline.Eventi(++seen);
+            if (event.Tipo == TipoEvento::Colore) {
+                late.push_back(now - 100 * event.Tempo);
+            }
+        }
+    };
+    player.Play(time);
+    application->onLyricsShown = nullptr;
+    std::sort(late.begin(), late.end());
+    return late;
+}
+
+/// The share of words that are on the screen within 20 ms, while every core is busy.
+void WordsInTime(benchmark::State& state) {
+    constexpr std::chrono::seconds Time(60);
+    constexpr std::int32_t MostMs = 20;
+    Player player;
+    const Load load;
+    for ([[maybe_unused]] auto iteration : state) {
+        const std::vector<std::int32_t> late = Lateness(player, Time);
+        if (!player.Playing() || late.empty()) {
+            state.SkipWithError("the song did not play");
+            return;
+        }
+        const auto words = static_cast<double>(late.size());
+        const auto inTime = std::upper_bound(late.begin(), late.end(), MostMs) - late.begin();
+        state.SetIterationTime(static_cast<double>(Time.count()));
+        state.counters["words"] = words;
+        state.counters["in_time_percent"] = 100 * static_cast<double>(inTime) / words;
+        state.counters["median_ms"] = late[late.size() / 2];
+        state.counters["worst_ms"] = late.back();
+    }
+}
+BENCHMARK(WordsInTime)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+
+}  // namespace
+}  // namespace sonnel
+
+int main(int argc, char** argv) {
+    return sonnel::bench::RunOffscreen<sonnel::Watcher>(argc, argv);
+}
