@@ -42,7 +42,9 @@ class Ramp : public SoundSource {
     std::condition_variable grown_;
 };
 
-const std::filesystem::path kWav = std::filesystem::path(testing::TempDir()) / "sonnel-test.wav";
+/// A file of this process: tests run side by side.
+const std::filesystem::path kWav = std::filesystem::path(testing::TempDir()) /
+                                   ("sonnel-test-" + std::to_string(getpid()) + ".wav");
 
 AudioDriver WavDriver(const std::filesystem::path& path) {
     return {AudioDriver::Kind::File, Utf8FromPath(path)};
