@@ -69,6 +69,9 @@ class Riproduzione {
     void RisincronizzaParole();
     void AbilitaFunzioni();
     void Ridisponi() { disegno_.Ridisponi(); }
+    /// The lyrics display, for the calibration.
+    [[nodiscard]] DisegnoParole& Disegno() { return disegno_; }
+    [[nodiscard]] ImpaginazioneParole& Impaginazione() { return impaginazione_; }
 
     /// Window title of the program, its version included.
     [[nodiscard]] static std::string EtichettaVersione();

@@ -2,7 +2,7 @@
 
 #include "platform/Numbers.h"
 #include "platform/qt/QtColour.h"
-#include "player/FormattaTempo.h"
+#include "player/Calibratura.h"
 #include "player/RigaComando.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
@@ -22,6 +22,7 @@ namespace {
 constexpr int LarghezzaMinima = 8300;  // twips
 constexpr int IntervalloLogo = 500;    // ms, before the first frame
 constexpr int IntervalloCursore = 500;
+constexpr std::int32_t MaiCalibrato = -1;
 
 QString ToQString(const std::string& testo) {
     return QString::fromStdString(testo);
@@ -90,6 +91,9 @@ void frmKaraoke::Form_Load() {
     riproduzione_.AbilitaFunzioni();
     RipristinaPosto();
     programma_.eventi.SetPointer(Pointer::Normal);
+    if (programma_.config.Compensazione == MaiCalibrato) {
+        mnuVisCalibratura_Click();
+    }
 }
 
 void frmKaraoke::CaricaDaRigaComando() {
@@ -168,6 +172,15 @@ void frmKaraoke::mnuFileLoad_Click() {
 
 void frmKaraoke::mnuFileExit_Click() {
     close();
+}
+
+void frmKaraoke::mnuVisCalibratura_Click() {
+    Programma& p = programma_;
+    Calibratura({p.config, Parole, riproduzione_.Disegno(), riproduzione_.Impaginazione(),
+                 p.registro, p.msgBox, p.eventi, p.orologio,
+                 [this] { riproduzione_.RisincronizzaParole(); }})
+        .EseguiCalibratura();
+    riproduzione_.Riadatta();
 }
 
 void frmKaraoke::mnuSound_Click() {
@@ -308,10 +321,12 @@ void frmKaraoke::tmrLogo_Timer() {
 
 void frmKaraoke::Comandi(const StatoComandi& stato) {
     mnuFileLoad->setEnabled(stato.FileLoad);
+    mnuVisCalibratura->setEnabled(stato.VisCalibratura);
     mnuSoundPlay->setEnabled(stato.SoundPlay);
     mnuSoundPause->setEnabled(stato.SoundPause);
     mnuSoundStop->setEnabled(stato.SoundStop);
     bottoni_[0]->setEnabled(stato.FileLoad);
+    bottoni_[3]->setEnabled(stato.VisCalibratura);
     bottoni_[8]->setEnabled(stato.SoundPlay);
     bottoni_[9]->setEnabled(stato.SoundPause);
     bottoni_[10]->setEnabled(stato.SoundStop);

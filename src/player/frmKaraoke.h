@@ -27,6 +27,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     void mnuFileLoad_Click();
     void mnuFileExit_Click();
+    void mnuVisCalibratura_Click();
     void mnuSound_Click();
     void mnuSoundPlay_Click();
     void mnuSoundPause_Click();
@@ -95,6 +96,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     int contatoreLogo_ = 0;
 
     QAction* mnuFileLoad = nullptr;
+    QAction* mnuVisCalibratura = nullptr;
     QAction* mnuSoundPlay = nullptr;
     QAction* mnuSoundPause = nullptr;
     QAction* mnuSoundStop = nullptr;

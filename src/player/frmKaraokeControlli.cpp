@@ -36,7 +36,7 @@ constexpr std::array<Bottone, 11> Bottoni{{
     {"Open", "open", true},
     {"Song informations", "song-info", false},
     {nullptr, nullptr, false},
-    {"Video calibration", "calibration", false},
+    {"Video calibration", "calibration", true},
     {"Options", "options", false},
     {"Volume control", "volume", false},
     {"Visit Sonnel Web site", "web", false},
@@ -55,6 +55,11 @@ void frmKaraoke::CreaMenu() {
     mnuFile->addSeparator();
     QAction* mnuFileExit = mnuFile->addAction("&Exit", this, &frmKaraoke::mnuFileExit_Click);
     mnuFileExit->setShortcut(Qt::CTRL | Qt::Key_X);
+
+    QMenu* mnuVis = menuBar()->addMenu("&View");
+    mnuVisCalibratura =
+        mnuVis->addAction("Cali&brate...", this, &frmKaraoke::mnuVisCalibratura_Click);
+    mnuVisCalibratura->setShortcut(Qt::CTRL | Qt::Key_C);
 
     QMenu* mnuSound = menuBar()->addMenu("&Karaoke");
     connect(mnuSound, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
@@ -147,6 +152,9 @@ void frmKaraoke::tlbBar_ButtonClick(int index) {
     switch (index) {
         case 1:
             mnuFileLoad_Click();
+            break;
+        case 4:
+            mnuVisCalibratura_Click();
             break;
         case 9:
             mnuSoundPlay_Click();
