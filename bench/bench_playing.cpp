@@ -128,12 +128,14 @@ struct Player {
     test::ScriptedMsgBox msgBox;
     QtEventiSistema events;
     QtSchermo screen;
+    QtShell shell;
     Programma programma{.registro = registro,
                         .sequencer = sequencer,
                         .msgBox = msgBox,
                         .eventi = events,
                         .orologio = clock,
                         .schermo = screen,
+                        .shell = shell,
                         .CmdLine = SONNEL_SONGS "/Twinkle Twinkle",
                         .openDirPredefinita = SONNEL_SONGS "/",
                         .scelta = {},

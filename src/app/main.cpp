@@ -72,6 +72,7 @@ int main(int argc, char** argv) {
     QtMsgBox msgBox;
     QtEventiSistema events;
     const QtSchermo screen;
+    QtShell shell;
 
     Programma programma{.registro = registro,
                         .sequencer = sequencer,
@@ -79,6 +80,7 @@ int main(int argc, char** argv) {
                         .eventi = events,
                         .orologio = clock,
                         .schermo = screen,
+                        .shell = shell,
                         .CmdLine = CommandLine(argc, argv),
                         .openDirPredefinita = DefaultKaraokeDirectory(),
                         .scelta = {},

@@ -28,7 +28,8 @@ struct Fascia {
     std::string_view seguito;
 };
 
-constexpr Fascia Fasce[] = {  // NOLINT(modernize-avoid-c-arrays)
+constexpr Fascia Fasce[] = {
+    // NOLINT(modernize-avoid-c-arrays)
     {0, Icon::Information, false,
      "Good! System performances are perfect, there's plenty of CPU power to use, so no "
      "compensation is needed.",

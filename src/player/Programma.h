@@ -5,6 +5,7 @@
 #include "platform/Orologio.h"
 #include "platform/Registro.h"
 #include "platform/Schermo.h"
+#include "platform/Shell.h"
 #include "platform/midi/MMControl.h"
 #include "player/Riproduzione.h"
 #include "settings/Config.h"
@@ -24,6 +25,7 @@ struct Programma {
     EventiSistema& eventi;
     const Orologio& orologio;
     const Schermo& schermo;
+    Shell& shell;
     std::string CmdLine;             ///< the text after the program's name, as it was received
     std::string openDirPredefinita;  ///< karaoke directory when the settings name none
     SceltaBrano scelta;

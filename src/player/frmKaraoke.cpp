@@ -22,6 +22,7 @@ namespace {
 constexpr int LarghezzaMinima = 8300;  // twips
 constexpr int IntervalloLogo = 500;    // ms, before the first frame
 constexpr int IntervalloCursore = 500;
+constexpr std::int16_t SecondiSplash = 3;
 constexpr std::int32_t MaiCalibrato = -1;
 
 QString ToQString(const std::string& testo) {
@@ -79,6 +80,7 @@ void frmKaraoke::Form_Load() {
     CRebar::TBMakeFlat(*tlbBar, false);
     Rebar.Parent(area_);
     Rebar.Create();
+    MostraSplash();
     programma_.eventi.SetPointer(Pointer::Busy);
     programma_.timeline.Azzera();
     ColoreSfondo(0);
@@ -99,6 +101,7 @@ void frmKaraoke::Form_Load() {
 void frmKaraoke::CaricaDaRigaComando() {
     const std::string riga = SenzaVirgolette(programma_.CmdLine);
     if (riga.empty()) {
+        Attendi(SecondiSplash, programma_.orologio, programma_.eventi);
         return;
     }
     if (riproduzione_.CaricaBrano(BranoDaRiga(riga))) {
@@ -120,9 +123,25 @@ void frmKaraoke::AllargaAlloSchermo() {
     DisponiFinestra();
 }
 
+void frmKaraoke::MostraSplash() {
+    CaricaSplash(frmSplash::Modo::Avvio);
+    splash_->show();
+    splash_->repaint();
+    programma_.eventi.RunPending();
+}
+
+void frmKaraoke::CaricaSplash(frmSplash::Modo modo) {
+    splash_ = std::make_unique<frmSplash>(modo, modo == frmSplash::Modo::Avvio ? nullptr : this);
+    // It may be closing itself: it is destroyed when its own work is done.
+    splash_->onUnload = [this] { splash_.release()->deleteLater(); };
+}
+
 /// Puts the window where it was closed and shows it.
 void frmKaraoke::RipristinaPosto() {
     const Config& config = programma_.config;
+    if (splash_) {
+        splash_->hide();
+    }
     if (config.FullScreen != 0) {
         showMaximized();
         return;
@@ -181,6 +200,38 @@ void frmKaraoke::mnuVisCalibratura_Click() {
                  [this] { riproduzione_.RisincronizzaParole(); }})
         .EseguiCalibratura();
     riproduzione_.Riadatta();
+}
+
+void frmKaraoke::mnuVisInfo_Click() {
+    if (!info_) {
+        info_ = std::make_unique<frmInfo>(this);
+    }
+    const InformazioniBrano& brano = programma_.informazioni;
+    info_->Mostra({brano.Titolo, brano.Autore, brano.KaraokeBy, brano.Versione, brano.Data});
+    info_->exec();
+}
+
+void frmKaraoke::mnuHelpWebHome_Click() {
+    ApriPagina("https://www.sonnel-player.example/");
+}
+
+void frmKaraoke::mnuHelpWebLinks_Click() {
+    ApriPagina("https://www.sonnel-player.example/links.html");
+}
+
+void frmKaraoke::ApriPagina(std::string_view indirizzo) {
+    if (!programma_.shell.OpenAddress(indirizzo)) {
+        programma_.msgBox.Show({"Can't start the default browser!\r\n(no web browser installed?)",
+                                Icon::Critical, "Sonnel"});
+    }
+}
+
+void frmKaraoke::mnuHelpAbout_Click() {
+    // The start-up splash, while it is still loaded, stays what it is and closes itself.
+    if (!splash_) {
+        CaricaSplash(frmSplash::Modo::Informazioni);
+    }
+    splash_->exec();
 }
 
 void frmKaraoke::mnuSound_Click() {
@@ -322,10 +373,12 @@ void frmKaraoke::tmrLogo_Timer() {
 void frmKaraoke::Comandi(const StatoComandi& stato) {
     mnuFileLoad->setEnabled(stato.FileLoad);
     mnuVisCalibratura->setEnabled(stato.VisCalibratura);
+    mnuVisInfo->setEnabled(stato.VisInfo);
     mnuSoundPlay->setEnabled(stato.SoundPlay);
     mnuSoundPause->setEnabled(stato.SoundPause);
     mnuSoundStop->setEnabled(stato.SoundStop);
     bottoni_[0]->setEnabled(stato.FileLoad);
+    bottoni_[1]->setEnabled(stato.VisInfo);
     bottoni_[3]->setEnabled(stato.VisCalibratura);
     bottoni_[8]->setEnabled(stato.SoundPlay);
     bottoni_[9]->setEnabled(stato.SoundPause);
@@ -343,7 +396,10 @@ void frmKaraoke::Comandi(const StatoComandi& stato) {
 void frmKaraoke::Disabilita(VistaKaraoke::Comando comando) {
     if (comando == VistaKaraoke::Comando::SoundStop) {
         mnuSoundStop->setEnabled(false);
+        return;
     }
+    mnuVisInfo->setEnabled(false);
+    bottoni_[1]->setEnabled(false);
 }
 
 }  // namespace sonnel

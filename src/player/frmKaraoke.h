@@ -6,6 +6,8 @@
 #include "player/Riproduzione.h"
 #include "player/VistaKaraoke.h"
 #include "ui/CRebar.h"
+#include "ui/frmInfo.h"
+#include "ui/frmSplash.h"
 
 #include <QAction>
 #include <QLabel>
@@ -14,6 +16,8 @@
 #include <QTimer>
 #include <QToolBar>
 #include <array>
+#include <memory>
+#include <string_view>
 
 namespace sonnel {
 
@@ -28,6 +32,10 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void mnuFileLoad_Click();
     void mnuFileExit_Click();
     void mnuVisCalibratura_Click();
+    void mnuVisInfo_Click();
+    void mnuHelpWebHome_Click();
+    void mnuHelpWebLinks_Click();
+    void mnuHelpAbout_Click();
     void mnuSound_Click();
     void mnuSoundPlay_Click();
     void mnuSoundPause_Click();
@@ -67,10 +75,15 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     [[nodiscard]] Riproduzione::Parti Parti();
     void CreaMenu();
+    void CreaMenuVista();
+    void CreaMenuAiuto();
     void CreaBarra();
     QWidget* CreaPosizione();
     void MostraLogo(int immagine);
+    void MostraSplash();
+    void CaricaSplash(frmSplash::Modo modo);
     void CaricaDaRigaComando();
+    void ApriPagina(std::string_view indirizzo);
     void DisponiFinestra();
     void AllargaAlloSchermo();
     void RipristinaPosto();
@@ -97,10 +110,14 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     QAction* mnuFileLoad = nullptr;
     QAction* mnuVisCalibratura = nullptr;
+    QAction* mnuVisInfo = nullptr;
     QAction* mnuSoundPlay = nullptr;
     QAction* mnuSoundPause = nullptr;
     QAction* mnuSoundStop = nullptr;
     std::array<QAction*, NumBottoni> bottoni_{};
+
+    std::unique_ptr<frmSplash> splash_;  ///< while it is loaded
+    std::unique_ptr<frmInfo> info_;      ///< from its first use on
 
     Riproduzione riproduzione_;
 };

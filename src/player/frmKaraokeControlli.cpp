@@ -34,12 +34,12 @@ struct Bottone {
 
 constexpr std::array<Bottone, 11> Bottoni{{
     {"Open", "open", true},
-    {"Song informations", "song-info", false},
+    {"Song informations", "song-info", true},
     {nullptr, nullptr, false},
     {"Video calibration", "calibration", true},
     {"Options", "options", false},
     {"Volume control", "volume", false},
-    {"Visit Sonnel Web site", "web", false},
+    {"Visit Sonnel Web site", "web", true},
     {nullptr, nullptr, false},
     {"Play", "play", true},
     {"Pause", "pause", true},
@@ -56,11 +56,7 @@ void frmKaraoke::CreaMenu() {
     QAction* mnuFileExit = mnuFile->addAction("&Exit", this, &frmKaraoke::mnuFileExit_Click);
     mnuFileExit->setShortcut(Qt::CTRL | Qt::Key_X);
 
-    QMenu* mnuVis = menuBar()->addMenu("&View");
-    mnuVisCalibratura =
-        mnuVis->addAction("Cali&brate...", this, &frmKaraoke::mnuVisCalibratura_Click);
-    mnuVisCalibratura->setShortcut(Qt::CTRL | Qt::Key_C);
-
+    CreaMenuVista();
     QMenu* mnuSound = menuBar()->addMenu("&Karaoke");
     connect(mnuSound, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
     mnuSoundPlay = mnuSound->addAction("&Play", this, &frmKaraoke::mnuSoundPlay_Click);
@@ -72,6 +68,28 @@ void frmKaraoke::CreaMenu() {
     for (QAction* azione : {mnuSoundPlay, mnuSoundPause, mnuSoundStop}) {
         azione->setEnabled(false);
     }
+    CreaMenuAiuto();
+}
+
+void frmKaraoke::CreaMenuVista() {
+    QMenu* mnuVis = menuBar()->addMenu("&View");
+    mnuVisCalibratura =
+        mnuVis->addAction("Cali&brate...", this, &frmKaraoke::mnuVisCalibratura_Click);
+    mnuVisCalibratura->setShortcut(Qt::CTRL | Qt::Key_C);
+    mnuVis->addSeparator();
+    mnuVisInfo = mnuVis->addAction("Song &Properties", this, &frmKaraoke::mnuVisInfo_Click);
+    mnuVisInfo->setShortcut(Qt::CTRL | Qt::Key_I);
+    mnuVisInfo->setEnabled(false);
+}
+
+void frmKaraoke::CreaMenuAiuto() {
+    QMenu* mnuHelp = menuBar()->addMenu("&Help");
+    mnuHelp->addAction("&Sonnel home page", this, &frmKaraoke::mnuHelpWebHome_Click);
+    mnuHelp->addAction("Sonnel &links", this, &frmKaraoke::mnuHelpWebLinks_Click);
+    mnuHelp->addSeparator();
+    QAction* mnuHelpAbout =
+        mnuHelp->addAction("&About Sonnel Player", this, &frmKaraoke::mnuHelpAbout_Click);
+    mnuHelpAbout->setShortcut(Qt::Key_F1);
 }
 
 void frmKaraoke::CreaBarra() {
@@ -153,8 +171,14 @@ void frmKaraoke::tlbBar_ButtonClick(int index) {
         case 1:
             mnuFileLoad_Click();
             break;
+        case 2:
+            mnuVisInfo_Click();
+            break;
         case 4:
             mnuVisCalibratura_Click();
+            break;
+        case 7:
+            mnuHelpWebHome_Click();
             break;
         case 9:
             mnuSoundPlay_Click();

@@ -1,10 +1,9 @@
-#include "player/Calibratura.h"
-
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeMainWindow.h"
 #include "fakes/MemoryRegistro.h"
 #include "fakes/RecordingPictureBox.h"
 #include "fakes/ScriptedMsgBox.h"
+#include "player/Calibratura.h"
 #include "settings/Impostazioni.h"
 
 #include <gmock/gmock.h>

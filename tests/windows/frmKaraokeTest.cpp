@@ -1,6 +1,7 @@
 #include "windows/Pixels.h"
 
 #include "fakes/ClockedEvents.h"
+#include "fakes/FakeShell.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualOutput.h"
 #include "fakes/ManualTimer.h"
@@ -109,6 +110,7 @@ class frmKaraokeTest : public testing::Test {
     ManualClock clock;
     ClockedEvents events{clock};
     FixedScreen screen;
+    FakeShell shell;
     RecordingSynth synth;
     ManualOutput output;
     ManualTimer timer;
@@ -120,6 +122,7 @@ class frmKaraokeTest : public testing::Test {
                       .eventi = events,
                       .orologio = clock,
                       .schermo = screen,
+                      .shell = shell,
                       .CmdLine = "",
                       .openDirPredefinita = folder.Path().string(),
                       .scelta = {[this] { return ++asked, ""; }, {}},
@@ -164,6 +167,46 @@ TEST_F(frmKaraokeTest, ASongThatIsMissingIsTold) {
     EXPECT_EQ(msgBox.shown[1].title, "Sonnel Karaoke Player");
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(Usable(), "&Open Open ");
+}
+
+TEST_F(frmKaraokeTest, SplashInformationAndWebPages) {
+    OpenSong();
+    QString seen;
+    const auto look = [&seen] {
+        QTimer::singleShot(0, [&seen] {
+            QDialog* shown = nullptr;
+            for (QWidget* widget : QApplication::topLevelWidgets()) {
+                auto* dialog = qobject_cast<QDialog*>(widget);
+                shown = dialog != nullptr && dialog->isVisible() ? dialog : shown;
+            }
+            ASSERT_NE(shown, nullptr);
+            seen.clear();
+            for (const QLabel* label : shown->findChildren<QLabel*>()) {
+                seen += label->text() + "|";
+            }
+            seen += shown->findChild<QPushButton*>()->isVisible() ? "button" : "no button";
+            shown->reject();
+        });
+    };
+    look();
+    window->mnuHelpAbout_Click();
+    EXPECT_EQ(seen, "Sonnel Player 98|Version 4.1.11beta|for Windows 95|no button");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    look();
+    window->mnuHelpAbout_Click();
+    EXPECT_EQ(seen, "Sonnel Player 98|Version 4.1.11beta|for Windows 95|button");
+    look();
+    window->tlbBar_ButtonClick(2);
+    EXPECT_TRUE(seen.contains("Rondini")) << seen.toStdString();
+
+    window->tlbBar_ButtonClick(7);
+    EXPECT_THAT(shell.opened, testing::ElementsAre("https://www.sonnel-player.example/"));
+    shell.works = false;
+    window->mnuHelpWebLinks_Click();
+    ASSERT_EQ(msgBox.shown.size(), 1U);
+    EXPECT_EQ(msgBox.shown[0].text,
+              "Can't start the default browser!\r\n(no web browser installed?)");
+    EXPECT_EQ(msgBox.shown[0].title, "Sonnel");
 }
 
 TEST_F(frmKaraokeTest, KeysPlayPauseAndStop) {

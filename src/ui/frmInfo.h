@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include <QDialog>
+#include <QLabel>
+
+namespace sonnel {
+
+/// Shows what the loaded song's file says about it.
+class frmInfo : public QDialog {
+  public:
+    explicit frmInfo(QWidget* parent = nullptr);
+
+    /// The texts of the labels, with every "&" doubled.
+    struct Testi {
+        std::string titolo;
+        std::string autore;
+        std::string karaokeBy;
+        std::string versione;
+        std::string data;
+    };
+    void Mostra(const Testi& testi);
+    void cmdChiudi_Click();
+
+  private:
+    QLabel* lblTitolo;
+    QLabel* lblAutore;
+    QLabel* lblKaraokeBy;
+    QLabel* lblVersione;
+    QLabel* lblData;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,89 @@
+#include "ui/frmSplash.h"
+
+#include "ui/Titoli.h"
+
+#include <string>
+#include <utility>
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace sonnel {
+namespace {
+
+constexpr QSize Misura(480, 270);
+constexpr int Margine = 36;  // where the picture's own drawing begins
+constexpr int DurataAvvio = 5000;
+
+QLabel* Etichetta(const std::string& testo, int pixel, bool grassetto, QWidget* parent) {
+    auto* etichetta = new QLabel(QString::fromStdString(testo), parent);
+    QFont font = etichetta->font();
+    font.setPixelSize(pixel);
+    font.setBold(grassetto);
+    etichetta->setFont(font);
+    etichetta->setStyleSheet("color: #f5f0e6;");
+    return etichetta;
+}
+
+std::string Versione() {
+    return "Version " + std::to_string(SONNEL_VERSION_MAJOR) + "." +
+           std::to_string(SONNEL_VERSION_MINOR) + "." + std::to_string(SONNEL_VERSION_REVISION) +
+           "beta";
+}
+
+}  // namespace
+
+frmSplash::frmSplash(Modo modo, QWidget* parent)
+    : QDialog(parent),
+      imgLogo(QString(":/splash.svg")),
+      lblProductName(Etichetta(std::string(TitoloProgramma), 26, true, this)),
+      lblVersion(Etichetta(Versione(), 14, false, this)),
+      lblPlatform(Etichetta("for Windows 95", 14, false, this)),
+      cmdOk(new QPushButton("&Ok", this)) {
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setFixedSize(Misura);
+    setWindowTitle(QString::fromStdString(std::string(TitoloProgramma)));
+    if (modo == Modo::Avvio) {
+        setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+        setModal(false);
+        tmrClose.start(DurataAvvio);
+    }
+    cmdOk->setVisible(modo == Modo::Informazioni);
+    cmdOk->setDefault(true);
+    connect(cmdOk, &QPushButton::clicked, this, &frmSplash::cmdOk_Click);
+    tmrClose.setSingleShot(true);
+    connect(&tmrClose, &QTimer::timeout, this, &frmSplash::tmrClose_Timer);
+
+    auto* fila = new QHBoxLayout;
+    fila->addWidget(lblPlatform, 1);
+    fila->addWidget(cmdOk);
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(Margine, 0, 16, 16);
+    colonna->addStretch(1);
+    colonna->addWidget(lblProductName);
+    colonna->addWidget(lblVersion);
+    colonna->addLayout(fila);
+}
+
+void frmSplash::cmdOk_Click() {
+    done(Accepted);
+}
+
+void frmSplash::tmrClose_Timer() {
+    done(Accepted);
+}
+
+void frmSplash::done(int result) {
+    QDialog::done(result);
+    // Closing comes by here more than once.
+    if (const auto unload = std::exchange(onUnload, nullptr)) {
+        unload();
+    }
+}
+
+void frmSplash::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    imgLogo.render(&painter, rect());
+}
+
+}  // namespace sonnel

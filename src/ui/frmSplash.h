@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QSvgRenderer>
+#include <QTimer>
+
+namespace sonnel {
+
+/// The splash at start-up, which closes itself after five seconds, and the About box, which waits
+/// for its button.
+class frmSplash : public QDialog {
+  public:
+    enum class Modo { Avvio, Informazioni };
+    explicit frmSplash(Modo modo, QWidget* parent = nullptr);
+
+    void cmdOk_Click();
+    void tmrClose_Timer();
+
+    /// The window has done its work and can be destroyed.
+    std::function<void()> onUnload;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void done(int result) override;
+
+  private:
+    QSvgRenderer imgLogo;
+    QLabel* lblProductName;
+    QLabel* lblVersion;
+    QLabel* lblPlatform;
+    QPushButton* cmdOk;
+    QTimer tmrClose;
+};
+
+}  // namespace sonnel
