@@ -1,11 +1,10 @@
 #include "ui/frmInfo.h"
 
-#include <initializer_list>
-
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <initializer_list>
 
 namespace sonnel {
 namespace {

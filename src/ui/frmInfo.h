@@ -1,9 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include <QDialog>
 #include <QLabel>
+#include <string>
 
 namespace sonnel {
 

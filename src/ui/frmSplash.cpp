@@ -2,11 +2,10 @@
 
 #include "ui/Titoli.h"
 
-#include <string>
-#include <utility>
-
 #include <QPainter>
 #include <QVBoxLayout>
+#include <string>
+#include <utility>
 
 namespace sonnel {
 namespace {

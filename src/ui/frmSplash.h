@@ -1,12 +1,11 @@
 #pragma once
 
-#include <functional>
-
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QSvgRenderer>
 #include <QTimer>
+#include <functional>
 
 namespace sonnel {
 

@@ -1,69 +1,115 @@
 #pragma once
 
 #include "e2e/Process.h"
-#include "e2e/Recording.h"
 #include "e2e/Screen.h"
 
 #include "fakes/TempDirectory.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
-#include <memory>
+#include <filesystem>
+#include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace sonnel::test {
+
+using Clock = std::chrono::steady_clock;
+
+/// What could be seen, and how long the sound file was, at one moment.
+struct Sample {
+    Clock::time_point at;
+    std::ptrdiff_t sung = 0;    ///< pixels of the screen in the selection colour
+    std::ptrdiff_t unsung = 0;  ///< in the text colour
+    std::uintmax_t soundBytes = 0;
+};
 
 /// The player on a screen of its own, with settings and songs of its own.
 class Player {
   public:
     /// Starts it with a song of its library, named without extension, on the command line.
-    explicit Player(const std::string& song);
+    explicit Player(const std::string& song) : process_(Command(song), home_ / "player.log") {}
 
-    Screen& OnScreen() { return screen_; }
-    Process& Program() { return *process_; }
     /// A file of the library.
     std::filesystem::path Library(const std::string& name) const {
         return home_ / ("Karaoke/" + name);
     }
     std::filesystem::path Sound() const { return home_ / "heard.wav"; }
-
-    bool MainWindowShown();
+    std::string MainWindow() const { return screen.Window("^Sonnel Player 98 4.1 beta"); }
     /// Presses a key in the main window.
-    void Press(const std::string& key) { screen_.Press(window_, key); }
-    /// A click in the middle of the words shown.
-    void ClickWords();
+    void Press(const std::string& key) const { screen.Press(MainWindow(), key); }
+    /// A click on a letter that is sung.
+    void ClickWords() const {
+        const auto pixels = screen.Grab();
+        const auto place = static_cast<std::size_t>(
+            std::find(pixels.begin(), pixels.end(), kSungColour) - pixels.begin());
+        screen.Click(place % Screen::Width, place / Screen::Width);
+    }
+    /// The exit status after the menu's Exit, which it must take within `limit`.
+    std::optional<int> Exit(std::chrono::milliseconds limit) {
+        Press("ctrl+x");
+        return process_.WaitForEnd(limit);
+    }
+    std::string Output() const { return process_.Output(); }
 
     /// What there is to be seen and heard now.
-    Sample Look();
+    Sample Look() const {
+        const auto pixels = screen.Grab();
+        std::error_code missing;
+        const std::uintmax_t bytes = std::filesystem::file_size(Sound(), missing);
+        Sample sample{{},
+                      std::count(pixels.begin(), pixels.end(), kSungColour),
+                      std::count(pixels.begin(), pixels.end(), kUnsungColour),
+                      missing ? 0 : bytes};
+        // The time after all this: a step is never told to be earlier than it was.
+        sample.at = Clock::now();
+        return sample;
+    }
     /// Looks every 10 ms until `enough` says yes to what it saw; false when that takes longer than
     /// `limit`. Everything seen is kept.
     template <typename Enough>
-    bool Watch(Enough enough, std::chrono::milliseconds limit);
+    bool Watch(Enough enough, std::chrono::milliseconds limit) {
+        return WaitUntil([&] { return enough(seen.emplace_back(Look())); }, limit);
+    }
     void Watch(std::chrono::milliseconds time) {
         Watch([](const Sample&) { return false; }, time);
     }
-    const std::vector<Sample>& Seen() const { return seen_; }
+
+    const Screen screen;
+    std::vector<Sample> seen;
 
   private:
-    [[nodiscard]] std::vector<std::string> Command(const std::string& song) const;
+    // Nothing else on the screen has these.
+    static constexpr std::uint32_t kSungColour = 0xFFFF00;
+    static constexpr std::uint32_t kUnsungColour = 0x00FF00;
+
+    /// The command that starts it, in a home with all that it needs.
+    std::vector<std::string> Command(const std::string& song) const {
+        std::filesystem::create_directory(home_ / "sonnel");
+        std::filesystem::copy(SONNEL_SONGS, home_ / "Karaoke");
+        home_.Write("sonnel/settings.conf",
+                    "[Software\\Corvane\\Sonnel Player\\Opzioni]\r\nCompensazione=0\r\n"
+                    "[Software\\Corvane\\Sonnel Player\\Colori]\r\n"
+                    "Testo=65280\r\nSelezione=65535\r\n");
+        const std::string home = home_.Path().string();
+        return {"env",
+                "--unset=WAYLAND_DISPLAY",
+                "--unset=DBUS_SESSION_BUS_ADDRESS",
+                "DISPLAY=" + screen.Display(),
+                "QT_QPA_PLATFORM=xcb",
+                "HOME=" + home,
+                "XDG_CONFIG_HOME=" + home,
+                "XDG_DATA_HOME=" + home,
+                "XDG_RUNTIME_DIR=" + home,
+                "SONNEL_AUDIO=file:" + Sound().string(),
+                SONNEL_PROGRAM,
+                Library(song).string()};
+    }
 
     TempDirectory home_;
-    Screen screen_;
-    std::unique_ptr<Process> process_;
-    std::string window_;
-    std::vector<std::uint32_t> pixels_;
-    std::vector<Sample> seen_;
+    Process process_;
 };
-
-template <typename Enough>
-bool Player::Watch(Enough enough, std::chrono::milliseconds limit) {
-    return WaitUntil(
-        [&] {
-            seen_.push_back(Look());
-            return enough(seen_.back());
-        },
-        limit);
-}
 
 }  // namespace sonnel::test

@@ -5,10 +5,15 @@
 #include "fakes/TempDirectory.h"
 
 #include <cstdint>
-#include <optional>
-#include <span>
+#include <cstring>
+#include <regex>
+#include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace sonnel::test {
 
@@ -16,40 +21,95 @@ namespace sonnel::test {
 /// costs the server and the program nothing. Keys and clicks go through xdotool.
 class Screen {
   public:
+    static constexpr std::size_t Width = 900;
+    static constexpr std::size_t Height = 500;
+
     /// Throws when the server does not come up.
-    Screen();
+    Screen()
+        // Without -noreset the server starts anew whenever its last client leaves.
+        : server_({"Xvfb", "-displayfd", "1", "-screen", "0", "900x500x24", "-nolisten", "tcp",
+                   "-noreset", "-fbdir", directory_.Path().string()},
+                  directory_ / "server.log") {
+        WaitUntil([this] { return !NumberLine(server_.Output()).empty() || !server_.Running(); },
+                  kPatience);
+        display_ = ":" + NumberLine(server_.Output());
+        if (display_ == ":") {
+            throw std::runtime_error("no X server: " + server_.Output());
+        }
+        Map(directory_ / "Xvfb_screen0");
+    }
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
-    ~Screen();
+    ~Screen() { munmap(file_, size_); }
 
     /// As in the environment variable DISPLAY.
     const std::string& Display() const { return display_; }
-
-    /// Copies the picture: a row after the other, 0xRRGGBB each.
-    void Grab(std::vector<std::uint32_t>& pixels) const;
-    int Width() const { return width_; }
-    int Height() const { return height_; }
-
-    /// The visible window with exactly this title, or one whose title begins with it.
-    std::optional<std::string> Window(const std::string& title) const;
-    std::optional<std::string> WindowBeginning(const std::string& title) const;
+    /// The picture: a row after the other, 0xRRGGBB each.
+    std::vector<std::uint32_t> Grab() const {
+        std::vector<std::uint32_t> pixels(Width * Height);
+        std::memcpy(pixels.data(), pixels_, 4 * Width * Height);
+        for (std::uint32_t& pixel : pixels) {
+            pixel &= 0xFFFFFFU;
+        }
+        return pixels;
+    }
+    /// The visible window whose title matches a regular expression, "" when there is none.
+    std::string Window(const std::string& title) const {
+        return NumberLine(Xdotool({"search", "--onlyvisible", "--name", title}));
+    }
     /// Gives the window the keyboard and presses a key in it.
-    void Press(const std::string& window, const std::string& key) const;
-    void Click(int x, int y) const;
+    void Press(const std::string& window, const std::string& key) const {
+        Xdotool({"windowfocus", "--sync", window, "key", key});
+    }
+    void Click(std::size_t x, std::size_t y) const {
+        Xdotool({"mousemove", std::to_string(x), std::to_string(y), "click", "1"});
+    }
 
   private:
-    std::optional<std::string> Search(const std::string& pattern) const;
-    std::string Xdotool(std::vector<std::string> arguments) const;
-    void Map(const std::filesystem::path& file);
+    static constexpr std::chrono::seconds kPatience{10};
+
+    /// The first line that is a number: programs may have something to complain about before it.
+    static std::string NumberLine(const std::string& output) {
+        static const std::regex line("(?:^|\n)([0-9]+)\n");
+        std::smatch found;
+        return std::regex_search(output, found, line) ? found[1].str() : "";
+    }
+    std::string Xdotool(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), {"env", "DISPLAY=" + display_, "xdotool"});
+        Process process(arguments, directory_ / "xdotool.log");
+        if (!process.WaitForEnd(kPatience)) {
+            throw std::runtime_error("xdotool hangs");
+        }
+        return process.Output();
+    }
+    /// Maps the picture, an XWD file: a header of words that begin with the highest byte, a table
+    /// of colours, the pixels.
+    void Map(const std::filesystem::path& path) {
+        size_ = std::filesystem::file_size(path);
+        const int handle = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        file_ = mmap(nullptr, size_, PROT_READ, MAP_SHARED, handle, 0);
+        close(handle);
+        if (file_ == MAP_FAILED) {
+            throw std::runtime_error("the screen's picture cannot be read");
+        }
+        const auto* header = static_cast<const std::uint8_t*>(file_);
+        const auto word = [header](std::size_t number) {
+            return std::size_t{header[4 * number + 2]} * 256 + header[4 * number + 3];
+        };
+        constexpr std::size_t bytesPerColour = 12;
+        const std::size_t first = word(0) + bytesPerColour * word(19);
+        if (word(12) != 4 * Width || first + 4 * Width * Height > size_) {
+            throw std::runtime_error("the screen's picture has an unknown form");
+        }
+        pixels_ = header + first;
+    }
 
     TempDirectory directory_;
     Process server_;
     std::string display_;
-    std::span<const std::uint8_t> file_;
-    std::size_t first_ = 0;   // byte of the first pixel
-    std::size_t stride_ = 0;  // bytes of a row
-    int width_ = 0;
-    int height_ = 0;
+    std::size_t size_ = 0;
+    void* file_ = nullptr;
+    const std::uint8_t* pixels_ = nullptr;
 };
 
 }  // namespace sonnel::test
