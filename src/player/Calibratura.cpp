@@ -5,8 +5,8 @@
 #include "settings/TestoNumero.h"
 #include "ui/Titoli.h"
 
+#include <array>
 #include <cmath>
-#include <iterator>
 #include <string_view>
 
 namespace sonnel {
@@ -28,8 +28,7 @@ struct Fascia {
     std::string_view seguito;
 };
 
-constexpr Fascia Fasce[] = {
-    // NOLINT(modernize-avoid-c-arrays)
+constexpr std::array<Fascia, 6> Fasce = {{
     {0, Icon::Information, false,
      "Good! System performances are perfect, there's plenty of CPU power to use, so no "
      "compensation is needed.",
@@ -58,7 +57,7 @@ constexpr Fascia Fasce[] = {
      "- too many screen colors;\r\n"
      "- a slow VGA card or inadequate video device drivers;\r\n"
      "- a slow CPU"},
-};
+}};
 
 constexpr std::string_view ProgrammaInutile =
     "Please correct the problem, or Sonnel won't run properly.\r\n\r\n"
@@ -102,7 +101,7 @@ GiudizioCalibratura Giudica(float secondi) {
         testo.append(fascia.giudizio).append("\r\n\r\n").append(fascia.seguito);
         esito.beep = fascia.beep;
         esito.messaggi.push_back({testo, fascia.icona, titolo});
-        if (&fascia == std::prev(std::end(Fasce))) {
+        if (&fascia == &Fasce.back()) {
             esito.messaggi.push_back({std::string(ProgrammaInutile), Icon::Critical, titolo});
         }
         break;

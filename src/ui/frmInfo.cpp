@@ -31,7 +31,8 @@ struct Riga {
 
 QGroupBox* Cornice(const char* titolo, std::initializer_list<Riga> righe, QWidget* parent) {
     auto* cornice = new QGroupBox(titolo, parent);
-    auto* modulo = new QFormLayout(cornice);
+    auto* modulo = new QFormLayout;
+    cornice->setLayout(modulo);
     for (const Riga& riga : righe) {
         modulo->addRow(riga.etichetta, riga.valore);
     }

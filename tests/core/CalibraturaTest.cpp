@@ -61,7 +61,7 @@ TEST(Calibration, JudgesTheMachineByTheTimeOfTenPages) {
         int beeps;
         std::size_t boxes;
     };
-    const Case cases[] = {
+    const std::vector<Case> cases = {
         {0.8, "0", ".8", "Good! System performances are perfect", Icon::Information, 0, 2},
         {1.0, "0", "1.", "just a little compensation!", Icon::Information, 0, 2},
         {1.5, "1", "1.5", "just a little compensation!", Icon::Information, 0, 2},

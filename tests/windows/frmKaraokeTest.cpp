@@ -155,22 +155,23 @@ TEST_F(frmKaraokeTest, ASongThatIsMissingIsTold) {
 TEST_F(frmKaraokeTest, SplashInformationAndWebPages) {
     OpenSong();
     QString seen;
-    const auto look = [&seen] {
-        QTimer::singleShot(0, [&seen] {
-            QDialog* shown = nullptr;
-            for (QWidget* widget : QApplication::topLevelWidgets()) {
-                auto* dialog = qobject_cast<QDialog*>(widget);
-                shown = dialog != nullptr && dialog->isVisible() ? dialog : shown;
-            }
-            ASSERT_NE(shown, nullptr);
-            seen.clear();
-            for (const QLabel* label : shown->findChildren<QLabel*>()) {
-                seen += label->text() + "|";
-            }
-            seen += shown->findChild<QPushButton*>()->isVisible() ? "button" : "no button";
-            shown->reject();
-        });
-    };
+    QTimer once;
+    once.setSingleShot(true);
+    QObject::connect(&once, &QTimer::timeout, [&seen] {
+        QDialog* shown = nullptr;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* dialog = qobject_cast<QDialog*>(widget);
+            shown = dialog != nullptr && dialog->isVisible() ? dialog : shown;
+        }
+        ASSERT_NE(shown, nullptr);
+        seen.clear();
+        for (const QLabel* label : shown->findChildren<QLabel*>()) {
+            seen += label->text() + "|";
+        }
+        seen += shown->findChild<QPushButton*>()->isVisible() ? "button" : "no button";
+        shown->reject();
+    });
+    const auto look = [&once] { once.start(0); };
     look();
     window->mnuHelpAbout_Click();
     EXPECT_EQ(seen, "Sonnel Player 98|Version 4.1.11beta|for Windows 95|no button");
