@@ -1,0 +1,156 @@
+// What the main window shows: its layout, and what playback tells it.
+
+#include "platform/Numbers.h"
+#include "platform/qt/QtColour.h"
+#include "player/frmKaraoke.h"
+
+#include <QEvent>
+#include <QLayout>
+#include <QSignalBlocker>
+
+namespace sonnel {
+namespace {
+
+QString ToQString(const std::string& testo) {
+    return QString::fromStdString(testo);
+}
+
+}  // namespace
+
+// Layout
+
+bool frmKaraoke::eventFilter(QObject* object, QEvent* event) {
+    if (object == area_ && event->type() == QEvent::Resize) {
+        Form_Resize();
+    }
+    return QMainWindow::eventFilter(object, event);
+}
+
+void frmKaraoke::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && isMinimized()) {
+        riproduzione_.Sospendi();
+    }
+    // A menu of the window leaves it active.
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+        Form_LostFocus();
+    }
+}
+
+void frmKaraoke::Form_Resize() {
+    if (isMinimized()) {
+        return;
+    }
+    Rebar.Resize(*area_);
+    striscia_->setGeometry(0, 0, area_->width(), striscia_->sizeHint().height());
+    Parole.setGeometry(0, Parole.y(), area_->width(), Parole.height());
+    riproduzione_.Ridisponi();
+}
+
+/// Gives the window's contents their sizes at once, also while it is hidden.
+void frmKaraoke::DisponiFinestra() {
+    ensurePolished();
+    layout()->activate();
+    Form_Resize();
+}
+
+int frmKaraoke::AltezzaBarra() const {
+    return Twips(striscia_->height());
+}
+
+int frmKaraoke::AltezzaInterna() const {
+    return Twips(area_->height());
+}
+
+int frmKaraoke::LarghezzaParole() const {
+    return Twips(Parole.width());
+}
+
+void frmKaraoke::DisponiParole(int top, int altezza) {
+    Parole.setGeometry(0, Pixel(top), Parole.width(), Pixel(altezza));
+}
+
+void frmKaraoke::ColoreSfondo(Colour colore) {
+    QPalette colori = area_->palette();
+    colori.setColor(QPalette::Window, ToQColor(colore));
+    area_->setPalette(colori);
+}
+
+// What playback shows
+
+void frmKaraoke::Titolo(const std::string& titolo) {
+    // The window system's mark for unsaved changes stands for itself when it is doubled.
+    setWindowTitle(ToQString(titolo).replace("[*]", "[*][*]"));
+}
+
+void frmKaraoke::Durata(std::int32_t secondi, const std::string& testo) {
+    const QSignalBlocker fermo(sldPosition);
+    sldPosition->setRange(0, secondi);
+    lblTrackLength->setText(ToQString(testo));
+}
+
+void frmKaraoke::Cursore(std::int32_t secondi) {
+    const QSignalBlocker fermo(sldPosition);
+    sldPosition->setValue(secondi);
+}
+
+void frmKaraoke::Posizione(const std::string& testo) {
+    lblPosition->setText(ToQString(testo));
+}
+
+void frmKaraoke::AnimaLogo(bool attiva) {
+    if (attiva == tmrLogo.isActive()) {
+        return;
+    }
+    if (attiva) {
+        tmrLogo.start();
+    } else {
+        tmrLogo.stop();
+    }
+}
+
+void frmKaraoke::PrimaImmagineLogo() {
+    MostraLogo(1);
+}
+
+void frmKaraoke::tmrLogo_Timer() {
+    contatoreLogo_ = contatoreLogo_ >= static_cast<int>(ImageList2.size()) ? 1 : contatoreLogo_ + 1;
+    MostraLogo(contatoreLogo_);
+    constexpr int PrimaImmagine = 800;
+    constexpr int AltreImmagini = 600;
+    tmrLogo.setInterval(contatoreLogo_ == 1 ? PrimaImmagine : AltreImmagini);
+}
+
+void frmKaraoke::Comandi(const StatoComandi& stato) {
+    mnuFileLoad->setEnabled(stato.FileLoad);
+    mnuVisCalibratura->setEnabled(stato.VisCalibratura);
+    mnuVisInfo->setEnabled(stato.VisInfo);
+    mnuSoundPlay->setEnabled(stato.SoundPlay);
+    mnuSoundPause->setEnabled(stato.SoundPause);
+    mnuSoundStop->setEnabled(stato.SoundStop);
+    bottoni_[0]->setEnabled(stato.FileLoad);
+    bottoni_[1]->setEnabled(stato.VisInfo);
+    bottoni_[3]->setEnabled(stato.VisCalibratura);
+    bottoni_[8]->setEnabled(stato.SoundPlay);
+    bottoni_[9]->setEnabled(stato.SoundPause);
+    bottoni_[10]->setEnabled(stato.SoundStop);
+    sldPosition->setEnabled(stato.Cursore);
+    if (stato.TimerCursore != tmrSlider.isActive()) {
+        if (stato.TimerCursore) {
+            tmrSlider.start();
+        } else {
+            tmrSlider.stop();
+        }
+    }
+}
+
+void frmKaraoke::Disabilita(VistaKaraoke::Comando comando) {
+    if (comando == VistaKaraoke::Comando::SoundStop) {
+        mnuSoundStop->setEnabled(false);
+        return;
+    }
+    mnuVisInfo->setEnabled(false);
+    bottoni_[1]->setEnabled(false);
+}
+
+}  // namespace sonnel
