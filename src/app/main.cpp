@@ -4,6 +4,7 @@
 #include "platform/audio/FluidSintetizzatore.h"
 #include "platform/audio/SoundFont.h"
 #include "platform/audio/UscitaPredefinita.h"
+#include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
 #include "player/Programma.h"
 #include "player/frmKaraoke.h"

@@ -3,13 +3,11 @@
 #include "platform/Numbers.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTime>
-#include <QUrl>
 #include <utility>
 
 namespace sonnel {
@@ -127,11 +125,6 @@ int QtSchermo::Height() const {
 
 double QtSchermo::TwipsPerPixel() const {
     return TwipsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInch();
-}
-
-bool QtShell::OpenAddress(std::string_view address) {
-    const auto size = static_cast<qsizetype>(address.size());
-    return QDesktopServices::openUrl(QUrl(QString::fromUtf8(address.data(), size)));
 }
 
 Answer QtMsgBox::Show(const Message& message) {
