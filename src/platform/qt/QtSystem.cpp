@@ -1,6 +1,8 @@
 #include "platform/qt/QtSystem.h"
 
+#include "platform/Environment.h"
 #include "platform/Numbers.h"
+#include "platform/qt/XdgFileType.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -132,6 +134,13 @@ double QtSchermo::TwipsPerPixel() const {
 bool QtShell::OpenAddress(std::string_view address) {
     const auto size = static_cast<qsizetype>(address.size());
     return QDesktopServices::openUrl(QUrl(QString::fromUtf8(address.data(), size)));
+}
+
+void QtShell::RegisterFileType(const std::filesystem::path& program) {
+    const std::filesystem::path data = UserDataDirectory(ProcessEnvironment);
+    if (!data.empty() && InstallXdgFileType(LykFileType(), program, data)) {
+        UpdateXdgCaches(data);
+    }
 }
 
 Answer QtMsgBox::Show(const Message& message) {

@@ -51,6 +51,7 @@ class QtSchermo : public Schermo {
 class QtShell : public Shell {
   public:
     bool OpenAddress(std::string_view address) override;
+    void RegisterFileType(const std::filesystem::path& program) override;
 };
 
 /// Message boxes in front of the active window.
