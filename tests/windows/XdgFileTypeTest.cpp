@@ -39,9 +39,12 @@ TEST(XdgFileType, WritesWhatItCan) {
 }
 
 TEST(XdgFileType, AnyPathCanBeTheProgram) {
-    EXPECT_EQ(WithProgram("[Desktop Entry]\nExec=x %f\nTryExec=x\nName=x\n",
-                          "/a b/\"c\"/$d/`e`/50%f/g\\h/i\nj"),
-              "[Desktop Entry]\n"
+    const auto commands = [](const char* program) {
+        return WithProgram("Exec=x %f\nTryExec=x\nName=x\n", program);
+    };
+    EXPECT_EQ(commands("/opt/50%/sonnel"),
+              "Exec=/opt/50%%/sonnel %f\nTryExec=/opt/50%/sonnel\nName=x\n");
+    EXPECT_EQ(commands("/a b/\"c\"/$d/`e`/50%f/g\\h/i\nj"),
               R"(Exec="/a b/\\"c\\"/\\$d/\\`e\\`/50%%f/g\\\\h/i\nj" %f)"
               "\n"
               R"(TryExec=/a b/"c"/$d/`e`/50%f/g\\h/i\nj)"

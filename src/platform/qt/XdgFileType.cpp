@@ -45,17 +45,20 @@ std::string EntryValue(std::string_view value) {
     return text;
 }
 
-/// One argument of a command line in a desktop entry.
-std::string Quoted(std::string_view argument) {
-    constexpr std::string_view Special = "\"`$\\";
-    std::string text = "\"";
+/// One argument of a command line in a desktop entry. Some openers take quotes for a part of the
+/// program's name, so they stand only where they have to.
+std::string CommandArgument(std::string_view argument) {
+    constexpr std::string_view Reserved = " \t\n\"'\\><~|&;$*?#()`";
+    constexpr std::string_view Escaped = "\"`$\\";
+    std::string text;
     for (const char character : argument) {
-        if (Special.find(character) != std::string_view::npos) {
+        if (Escaped.find(character) != std::string_view::npos) {
             text += '\\';
         }
         text += character == '%' ? "%%" : std::string(1, character);
     }
-    return text + '"';
+    const bool plain = argument.find_first_of(Reserved) == std::string_view::npos;
+    return plain ? text : '"' + text + '"';
 }
 
 bool WriteIfDifferent(const fs::path& file, std::string_view content) {
@@ -91,7 +94,7 @@ std::string WithProgram(std::string_view desktopEntry, const fs::path& program) 
         const std::string_view line = desktopEntry.substr(0, desktopEntry.find('\n'));
         desktopEntry.remove_prefix(std::min(line.size() + 1, desktopEntry.size()));
         if (line.starts_with("Exec=")) {
-            text += "Exec=" + EntryValue(Quoted(path)) + " %f";
+            text += "Exec=" + EntryValue(CommandArgument(path)) + " %f";
         } else if (line.starts_with("TryExec=")) {
             text += "TryExec=" + EntryValue(path);
         } else {
