@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,10 @@ class Shell {
     virtual ~Shell() = default;
     /// Opens a web address in the user's browser; false when none could be started.
     virtual bool OpenAddress(std::string_view address) = 0;
+    /// Makes a program, an absolute path, the one with which the user's desktop opens LYK files.
+    /// What is in place already is left alone, so it may be called at each start. Failures are
+    /// silent.
+    virtual void RegisterFileType(const std::filesystem::path& program) = 0;
 
     /// An open window of a mixer; nothing when there is none, or none that can be seen from here.
     virtual std::optional<OpenWindow> FindMixer() = 0;

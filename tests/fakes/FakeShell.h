@@ -8,7 +8,7 @@
 
 namespace sonnel::test {
 
-/// Keeps what it was asked to open; a desktop whose one mixer is set by hand.
+/// Keeps what it was asked to open and to register; a desktop whose one mixer is set by hand.
 class FakeShell : public Shell {
   public:
     bool OpenAddress(std::string_view address) override {
@@ -28,6 +28,9 @@ class FakeShell : public Shell {
         activated.push_back(window.id);
         return activates;
     }
+    void RegisterFileType(const std::filesystem::path& program) override {
+        registered.push_back(program);
+    }
 
     bool works = true;                      ///< whether programs can be started
     bool activates = true;                  ///< whether windows can be brought to the front
@@ -36,6 +39,7 @@ class FakeShell : public Shell {
     int starts = 0;
     std::vector<std::string> opened;
     std::vector<std::uint32_t> activated;
+    std::vector<std::filesystem::path> registered;
 };
 
 }  // namespace sonnel::test

@@ -1,6 +1,8 @@
 #include "platform/qt/QtShell.h"
 
+#include "platform/Environment.h"
 #include "platform/qt/X11Windows.h"
+#include "platform/qt/XdgFileType.h"
 
 #include <QDesktopServices>
 #include <QProcess>
@@ -43,6 +45,13 @@ bool Start(const Mixer& mixer) {
 bool QtShell::OpenAddress(std::string_view address) {
     const auto size = static_cast<qsizetype>(address.size());
     return QDesktopServices::openUrl(QUrl(QString::fromUtf8(address.data(), size)));
+}
+
+void QtShell::RegisterFileType(const std::filesystem::path& program) {
+    const std::filesystem::path data = UserDataDirectory(ProcessEnvironment);
+    if (!data.empty() && InstallXdgFileType(LykFileType(), program, data)) {
+        UpdateXdgCaches(data);
+    }
 }
 
 std::optional<OpenWindow> QtShell::FindMixer() {

@@ -10,6 +10,7 @@ namespace sonnel {
 class QtShell : public Shell {
   public:
     bool OpenAddress(std::string_view address) override;
+    void RegisterFileType(const std::filesystem::path& program) override;
     std::optional<OpenWindow> FindMixer() override;
     bool StartMixer() override;
     [[nodiscard]] std::string MixerProgram() const override;
