@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace sonnel {
+
+/// The text of a profile file: lines key=value under section lines such as [Songs].
+///
+/// A section line begins with "[", holds no "=", and its first "]" is its last character but for
+/// blanks. Any other line is a key up to its first "=" and a value, taken raw, after it; a line
+/// without "=" is a key without a value. Lines that say nothing are kept where they are: blank
+/// ones, those without a key, those before the first section, and those that begin with ";" and
+/// hold no "=". Names differ regardless of letter case. Sections of one name are read as one; of
+/// several lines for one key the first counts and the others are dropped.
+class ProfileText {
+  public:
+    explicit ProfileText(std::string_view text);
+
+    /// The key's value ("" when it has none), or nothing when the key is absent. Refers into this
+    /// text and is good until it changes.
+    [[nodiscard]] std::optional<std::string_view> Find(std::string_view section,
+                                                       std::string_view key) const;
+    /// The names of the section's keys, or of all sections, in the order of the file.
+    [[nodiscard]] std::vector<std::string_view> Keys(std::string_view section) const;
+    [[nodiscard]] std::vector<std::string_view> Sections() const;
+
+    /// Sets a value in place, or appends key and section where they are missing. Line ends and NUL
+    /// characters in any of the three become blanks; an empty key changes nothing.
+    void Set(std::string_view section, std::string_view key, std::string_view value);
+    /// Gives a key that is there this spelling, which differs at most in letter case.
+    void Respell(std::string_view section, std::string_view key);
+    /// Removes the key; its section stays, even empty.
+    void Remove(std::string_view section, std::string_view key);
+    void RemoveSection(std::string_view section);
+
+    /// All lines, each ended by CR LF.
+    [[nodiscard]] std::string Text() const;
+
+  private:
+    struct Line {
+        std::string text;
+        std::size_t keyLength = 0;  ///< 0: the line says nothing
+        bool removed = false;
+    };
+    struct Section {
+        std::string header;  ///< the whole line
+        std::string name;
+        std::vector<Line> lines;
+        std::vector<std::string> blanksAtEnd;               ///< a new key comes before them
+        std::unordered_map<std::string, std::size_t> keys;  ///< by name in folded case
+        bool removed = false;
+    };
+
+    static void AddLine(Section& section, std::string_view text);
+    [[nodiscard]] const Section* FindSection(std::string_view name) const;
+    Section* FindSection(std::string_view name);
+    Section& SectionOf(std::string_view name, std::string_view header);
+    Line* FindLine(std::string_view section, std::string_view key);
+
+    std::vector<std::string> preamble_;
+    std::vector<Section> sections_;
+    std::unordered_map<std::string, std::size_t> names_;  ///< of sections, in folded case
+};
+
+}  // namespace sonnel

@@ -1,0 +1,120 @@
+#include "fakes/TempDirectory.h"
+#include "platform/ProfileFile.h"
+
+#include <cerrno>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace sonnel::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+TEST(ProfileFile, FindsKeysAndValues) {
+    struct Case {
+        std::string content;
+        std::vector<std::string> keys;  ///< of "s"
+        std::string value;              ///< of "k" in "s"
+    };
+    const std::vector<Case> cases{
+        {"", {}, "none"},
+        {"k=v\r\n", {}, "none"},
+        {"[s]\r\nK= \"a=b\" \r\n", {"K"}, " \"a=b\" "},
+        {"[t]\rk=1\r[S] \t\rk=2\rK=3", {"k"}, "2"},
+        {"[s]\r\nb=\r\n[t]\r\nk=1\r\n[s]\r\nk=2\r\n", {"b", "k"}, "2"},
+        {"[s]\r\nk\r\n\r\n=x\r\n; a remark\r\n;song=x\r\n", {"k", ";song"}, ""},
+        {"[s]\r\n[live] tune=x\r\n[x]y]\r\n[u=]\r\nk=v\n[t]\r\n",
+         {"[live] tune", "[x]y]", "[u", "k"},
+         "v\n[t]"},
+        {"[s]\r\nperch\xE9=x\r\nk=\x80\x81\r\n", {"perch\u00E9", "k"}, "\u20AC\u0081"},
+        {"\xEF\xBB\xBF[s]\r\nk=\u0416\r\n", {"k"}, "\u0416"},
+    };
+    for (const Case& c : cases) {
+        const TempDirectory directory;
+        const ProfileFile file(directory.Write("p", c.content));
+        EXPECT_EQ(file.Keys("S"), c.keys) << c.content;
+        EXPECT_EQ(file.Read("s", "k", "none"), c.value) << c.content;
+    }
+}
+
+TEST(ProfileFile, WritesOneKeyAtATime) {
+    struct Case {
+        std::string before;
+        std::function<void(ProfileFile&)> write;
+        std::string after;
+    };
+    const auto set = [](std::string section, std::string key, std::string value) {
+        return [=](ProfileFile& f) { EXPECT_FALSE(f.Set(section, key, value)); };
+    };
+    const std::vector<Case> cases{
+        {"", set("S", "k", "v"), "[S]\r\nk=v\r\n"},
+        {"[s]\r\na=1\r\nk=2\r\nb", set("S", "K", " v"), "[s]\r\na=1\r\nk= v\r\nb\r\n"},
+        {"x\r[s]\ra=1\r\r[t]\r; t\r", set("s", "k", "v"),
+         "x\r\n[s]\r\na=1\r\nk=v\r\n\r\n[t]\r\n; t\r\n"},
+        {"[s]\r\n", set("s", "a\r\nb", "c\n\r"), "[s]\r\na  b=c  \r\n"},
+        {"[s]\r\n", set("s", "[live", "a]"), "[s]\r\n[live=a]\r\n"},
+        {"[s]\r\na=1\r\n", set("s", "a=b", "2"), "[s]\r\na=1\r\n"},
+        {"[s]\r\na=1\r", set("s", "", "v"), "[s]\r\na=1\r\n"},
+        {"[s]\r\na=\xE9\r\n", set("s", "b", "\u00E8"), "[s]\r\na=\xE9\r\nb=\xE8\r\n"},
+        {"[s]\r\na=\xE9\r\n", set("s", "b", "\u0416"),
+         "\xEF\xBB\xBF[s]\r\na=\u00E9\r\nb=\u0416\r\n"},
+        {"[s]\r\na=1\r\nA=2\r\nb=3\r\n", [](ProfileFile& f) { (void)f.Remove("S", "a"); },
+         "[s]\r\nb=3\r\n"},
+        {"[s]\r\na=1\r\n", [](ProfileFile& f) { (void)f.Remove("s", "a"); }, "[s]\r\n"},
+        {"[s]\r\na=1\r", [](ProfileFile& f) { (void)f.Respell("s", "A"); }, "[s]\r\nA=1\r\n"},
+        {"[s]\r\na=1\r\n[t]\r\n[S]\r\nb=1\r\n", [](ProfileFile& f) { (void)f.RemoveSection("S"); },
+         "[t]\r\n"},
+    };
+    for (const Case& c : cases) {
+        const TempDirectory directory;
+        ProfileFile file(directory.Write("p", c.before));
+        c.write(file);
+        EXPECT_EQ(Content(file.Path()), c.after);
+        EXPECT_THAT(directory.Names(), ElementsAre("p"));
+    }
+}
+
+TEST(ProfileFile, MakesNoFileWhenThereIsNothingToWrite) {
+    const TempDirectory directory;
+    ProfileFile file(directory / "p");
+    EXPECT_FALSE(file.Remove("s", "k"));
+    EXPECT_TRUE(directory.Names().empty());
+    EXPECT_EQ(ProfileFile(directory / "missing/p").Set("s", "k", "v")->number, ENOENT);
+}
+
+TEST(ProfileFile, ABatchLandsAsAWholeOrNotAtAll) {
+    const TempDirectory directory;
+    ProfileFile file(directory.Write("p", "[s]\r\na=1\r\n"));
+    {
+        const ProfileFile::Batch forgotten(file);
+        EXPECT_FALSE(file.Set("s", "a", "2"));
+        EXPECT_EQ(file.Read("S", "A", ""), "2");
+    }
+    EXPECT_EQ(file.Read("s", "a", ""), "1");
+
+    ProfileFile::Batch batch(file);
+    ProfileFile::Batch inner(file);
+    (void)file.Set("s", "b", "3");
+    (void)file.Remove("s", "a");
+    EXPECT_FALSE(inner.Commit());
+    EXPECT_THAT(file.Keys("s"), ElementsAre("b"));
+    EXPECT_EQ(Content(file.Path()), "[s]\r\na=1\r\n");
+    EXPECT_FALSE(ProfileFile(file.Path()).Set("s", "other", "4"));  // another player's write
+    EXPECT_FALSE(batch.Commit());
+    EXPECT_EQ(Content(file.Path()), "[s]\r\nother=4\r\nb=3\r\n");
+}
+
+TEST(ProfileFile, NeverReplacesAFileItCannotRead) {
+    const TempDirectory directory;
+    std::filesystem::create_directory(directory / "p");
+    ProfileFile file(directory / "p");
+    EXPECT_EQ(file.Set("s", "k", "v")->number, EISDIR);
+    EXPECT_EQ(file.Read("s", "k", "none"), "none");
+}
+
+}  // namespace
+}  // namespace sonnel::test
