@@ -12,8 +12,8 @@ namespace sonnel {
 /// What a file dialog asks for.
 struct FileRequest {
     std::string title;
-    std::string extension;            ///< without the dot; added to a name that has none
-    std::string name;                 ///< filled in at the start: a file's name or a pattern ("*.lyk")
+    std::string extension;  ///< without the dot; added to a name that has none
+    std::string name;       ///< filled in at the start: a file's name or a pattern ("*.lyk")
     std::filesystem::path directory;  ///< where it starts; empty for the current directory
     bool mustExist = true;            ///< only files that are there
     bool several = false;

@@ -123,6 +123,17 @@ int QtSchermo::Height() const {
     return RoundHalfEven<int>(QGuiApplication::primaryScreen()->size().height() * TwipsPerPixel());
 }
 
+std::vector<Rettangolo> QtSchermo::Schermi() const {
+    const auto twips = [this](int pixels) { return RoundHalfEven<int>(pixels * TwipsPerPixel()); };
+    std::vector<Rettangolo> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect place = screen->geometry();
+        screens.push_back(
+            {twips(place.x()), twips(place.y()), twips(place.width()), twips(place.height())});
+    }
+    return screens;
+}
+
 double QtSchermo::TwipsPerPixel() const {
     return TwipsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInch();
 }

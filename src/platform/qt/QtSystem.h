@@ -44,6 +44,7 @@ class QtSchermo : public Schermo {
   public:
     [[nodiscard]] int Width() const override;
     [[nodiscard]] int Height() const override;
+    [[nodiscard]] std::vector<Rettangolo> Schermi() const override;
     [[nodiscard]] double TwipsPerPixel() const override;
 };
 
