@@ -6,7 +6,6 @@
 
 #include "platform/Text.h"
 
-#include <QString>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -22,7 +21,7 @@ namespace {
 /// Longest property that is read, in units of four bytes.
 constexpr std::uint32_t PropertyLimit = 16384;
 /// Longest title that is shown, in characters.
-constexpr qsizetype TitleLimit = 200;
+constexpr std::size_t TitleLimit = 200;
 /// Who asks for an activation: not an ordinary program's wish, which window managers may refuse,
 /// but the person's own.
 constexpr std::uint32_t OnThePersonsBehalf = 2;
@@ -155,12 +154,12 @@ std::vector<std::string> X11Display::ProgramNames(xcb_window_t window) const {
 }
 
 std::string X11Display::Title(xcb_window_t window) const {
-    QString title = QString::fromStdString(Bytes(window, "_NET_WM_NAME"));
-    if (title.isEmpty()) {
-        const std::string name = Bytes(window, "WM_NAME");
-        title = QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+    std::string title = Bytes(window, "_NET_WM_NAME");
+    if (title.empty()) {
+        title = Bytes(window, "WM_NAME");
     }
-    return title.left(TitleLimit).toStdString();
+    const std::string text = IsValidUtf8(title) ? title : FromWindows1252(title);
+    return std::string(FirstCodePoints(text, TitleLimit));
 }
 
 bool X11Display::Ask(xcb_window_t window, std::string_view request, std::uint32_t data) const {
