@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace sonnel::test {
 
@@ -17,7 +18,7 @@ class ClockedEvents : public EventiSistema {
         ++turns;
         clock_.Advance(std::min(limit, nextEvent));
     }
-    void SetPointer(Pointer shown) override { pointer = shown; }
+    Pointer SetPointer(Pointer shown) override { return std::exchange(pointer, shown); }
     void Beep() override { ++beeps; }
 
     std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();
