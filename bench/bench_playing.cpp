@@ -8,6 +8,7 @@
 #include "platform/audio/FluidSintetizzatore.h"
 #include "platform/audio/SoundFont.h"
 #include "platform/audio/UscitaPredefinita.h"
+#include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
 #include "player/Programma.h"
 #include "player/frmKaraoke.h"
@@ -137,11 +138,7 @@ struct Player {
                         .schermo = screen,
                         .shell = shell,
                         .CmdLine = SONNEL_SONGS "/Twinkle Twinkle",
-                        .openDirPredefinita = SONNEL_SONGS "/",
-                        .scelta = {},
-                        .config = {},
-                        .timeline = {},
-                        .informazioni = {}};
+                        .openDirPredefinita = SONNEL_SONGS "/"};
     frmKaraoke window{programma};
 };
 

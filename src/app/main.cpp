@@ -1,9 +1,12 @@
 #include "platform/FileRegistro.h"
 #include "platform/Files.h"
+#include "platform/ProfileFile.h"
 #include "platform/audio/AudioDriver.h"
 #include "platform/audio/FluidSintetizzatore.h"
 #include "platform/audio/SoundFont.h"
 #include "platform/audio/UscitaPredefinita.h"
+#include "platform/qt/QtCommonDialog.h"
+#include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
 #include "player/Programma.h"
 #include "player/frmKaraoke.h"
@@ -12,7 +15,6 @@
 #include "ui/Titoli.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <system_error>
 
@@ -39,13 +41,22 @@ std::string DefaultKaraokeDirectory() {
     return Utf8FromPath(directory);
 }
 
+/// Writes a key of a file that may not have its directory yet; who lacks the entry lives without.
+void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
+              std::string_view value) {
+    std::error_code ignored;
+    std::filesystem::create_directories(file.Path().parent_path(), ignored);
+    (void)file.Set(section, key, value);
+}
+
 /// Lets the user choose a song's LYK file.
-std::string ChooseSong(const Config& config) {
-    const QString file = QFileDialog::getOpenFileName(QApplication::activeWindow(), "Open",
-                                                      QString::fromStdString(config.OpenDir),
-                                                      "Karaoke songs (*.lyk *.LYK);;All files (*)");
-    const QFileInfo info(file);
-    return file.isEmpty() ? "" : "F=" + (info.path() + "/" + info.completeBaseName()).toStdString();
+std::string ChooseSong(CommonDialog& dialog, const Config& config) {
+    const auto files = dialog.ChooseFiles({.title = "Open",
+                                           .extension = "lyk",
+                                           .name = "*.lyk",
+                                           .directory = PathFromUtf8(config.OpenDir)});
+    return files.empty() ? ""
+                         : "F=" + Utf8FromPath(files.front().parent_path() / files.front().stem());
 }
 
 }  // namespace
@@ -73,21 +84,26 @@ int main(int argc, char** argv) {
     QtEventiSistema events;
     const QtSchermo screen;
     QtShell shell;
+    QtCommonDialog dialog;
 
-    Programma programma{.registro = registro,
-                        .sequencer = sequencer,
-                        .msgBox = msgBox,
-                        .eventi = events,
-                        .orologio = clock,
-                        .schermo = screen,
-                        .shell = shell,
-                        .CmdLine = CommandLine(argc, argv),
-                        .openDirPredefinita = DefaultKaraokeDirectory(),
-                        .scelta = {},
-                        .config = {},
-                        .timeline = {},
-                        .informazioni = {}};
-    programma.scelta.scegli = [&programma] { return ChooseSong(programma.config); };
+    ProfileFile winIni(UserSettingsFile(ProcessEnvironment).replace_filename("win.ini"));
+
+    Programma programma{
+        .registro = registro,
+        .sequencer = sequencer,
+        .msgBox = msgBox,
+        .eventi = events,
+        .orologio = clock,
+        .schermo = screen,
+        .shell = shell,
+        .CmdLine = CommandLine(argc, argv),
+        .scriviWinIni = [&winIni](auto section, auto key,
+                                  auto value) { WriteIni(winIni, section, key, value); },
+        .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
+        .openDirPredefinita = DefaultKaraokeDirectory()};
+    programma.scelta.scegli = [&programma, &dialog] {
+        return ChooseSong(dialog, programma.config);
+    };
     programma.scelta.nomeFile = [](std::int32_t) { return std::string(); };
 
     frmKaraoke window(programma);

@@ -17,4 +17,12 @@ std::optional<std::filesystem::path> NamedDirectory(const Environment& environme
     return directory.is_absolute() ? std::optional(directory) : std::nullopt;
 }
 
+std::filesystem::path UserDataDirectory(const Environment& environment) {
+    if (const auto data = NamedDirectory(environment, "XDG_DATA_HOME")) {
+        return *data;
+    }
+    const auto home = NamedDirectory(environment, "HOME");
+    return home ? *home / ".local" / "share" : std::filesystem::path();
+}
+
 }  // namespace sonnel

@@ -17,4 +17,8 @@ using Environment = std::function<std::string(const std::string& name)>;
 [[nodiscard]] std::optional<std::filesystem::path> NamedDirectory(const Environment& environment,
                                                                   const std::string& name);
 
+/// The user's data directory: XDG_DATA_HOME or its usual place. Empty when the environment names no
+/// home.
+[[nodiscard]] std::filesystem::path UserDataDirectory(const Environment& environment);
+
 }  // namespace sonnel

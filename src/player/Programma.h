@@ -8,14 +8,27 @@
 #include "platform/Schermo.h"
 #include "platform/Shell.h"
 #include "platform/midi/MMControl.h"
+#include "player/AssociaLyk.h"
 #include "player/Riproduzione.h"
 #include "settings/Config.h"
 #include "song/InformazioniBrano.h"
 #include "song/Timeline.h"
 
+#include <filesystem>
+#include <functional>
+#include <random>
 #include <string>
 
 namespace sonnel {
+
+/// What start-up and the main window's commands ask of the library and of the options.
+struct Agganci {
+    std::function<void()> CaricaIndice = [] {};
+    std::function<void()> RileggiDB = [] {};
+    std::function<void()> SincronizzaDB = [] {};
+    std::function<void()> caricaSelezione = [] {};  ///< makes the selection window, unseen
+    std::function<void()> mostraOpzioni = [] {};    ///< returns when the options are closed
+};
 
 /// What the whole program shares: its state and the doors it stands on. One record, built before
 /// the main window and handed to every window by reference.
@@ -27,13 +40,17 @@ struct Programma {
     const Orologio& orologio;
     const Schermo& schermo;
     Shell& shell;
-    std::string CmdLine;             ///< the text after the program's name, as it was received
-    std::string openDirPredefinita;  ///< karaoke directory when the settings name none
-    SceltaBrano scelta;
+    std::string CmdLine;  ///< the text after the program's name, as it was received
+    ScriviWinIni scriviWinIni = [](auto, auto, auto) {};
+    std::filesystem::path eseguibile{};  ///< the program's own file
+    std::string openDirPredefinita;      ///< karaoke directory when the settings name none
+    SceltaBrano scelta{};
+    Agganci agganci{};
 
-    Config config;
-    Timeline timeline;
-    InformazioniBrano informazioni;
+    Config config{};
+    Timeline timeline{};
+    InformazioniBrano informazioni{};
+    std::mt19937 caso{};  ///< seeded at start-up
     TabellaBrani brani{};
 };
 

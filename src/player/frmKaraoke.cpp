@@ -2,24 +2,15 @@
 
 #include "platform/Numbers.h"
 #include "player/Calibratura.h"
-#include "player/RigaComando.h"
-#include "settings/Impostazioni.h"
-#include "settings/TestoNumero.h"
-#include "ui/Titoli.h"
-#include "ui/basCommon.h"
+#include "player/ControlloVolume.h"
 
-#include <QApplication>
-#include <QCloseEvent>
 #include <cmath>
 
 namespace sonnel {
 namespace {
 
-constexpr int LarghezzaMinima = 8300;  // twips
-constexpr int IntervalloLogo = 500;    // ms, before the first frame
+constexpr int IntervalloLogo = 500;  // ms, before the first frame
 constexpr int IntervalloCursore = 500;
-constexpr std::int16_t SecondiSplash = 3;
-constexpr std::int32_t MaiCalibrato = -1;
 
 }  // namespace
 
@@ -69,123 +60,26 @@ int frmKaraoke::Pixel(double twips) const {
     return RoundHalfEven<int>(twips / twipsPerPixel_);
 }
 
-// Start-up and closing
-
-void frmKaraoke::Form_Load() {
-    CRebar::TBMakeFlat(*tlbBar, false);
-    Rebar.Parent(area_);
-    Rebar.Create();
-    MostraSplash();
-    programma_.eventi.SetPointer(Pointer::Busy);
-    programma_.timeline.Azzera();
-    ColoreSfondo(0);
-    programma_.config = CaricaConfig(programma_.registro, programma_.schermo.Width(),
-                                     programma_.openDirPredefinita);
-    riproduzione_.ApplicaConfig();
-    Titolo(Riproduzione::EtichettaVersione());
-    AllargaAlloSchermo();
-    CaricaDaRigaComando();
-    riproduzione_.AbilitaFunzioni();
-    RipristinaPosto();
-    programma_.eventi.SetPointer(Pointer::Normal);
-    if (programma_.config.Compensazione == MaiCalibrato) {
-        mnuVisCalibratura_Click();
-    }
-}
-
-void frmKaraoke::CaricaDaRigaComando() {
-    const std::string riga = SenzaVirgolette(programma_.CmdLine);
-    if (riga.empty()) {
-        Attendi(SecondiSplash, programma_.orologio, programma_.eventi);
-        return;
-    }
-    if (riproduzione_.CaricaBrano(BranoDaRiga(riga))) {
-        riproduzione_.PreparaBrano();
-        return;
-    }
-    programma_.eventi.SetPointer(Pointer::Normal);
-    programma_.msgBox.Show({"Wrong parameter: '" + programma_.CmdLine + "'", Icon::Critical,
-                            std::string(TitoloMessaggi)});
-}
-
-void frmKaraoke::AllargaAlloSchermo() {
-    const Schermo& schermo = programma_.schermo;
-    resize(Pixel(schermo.Width()), Pixel(programma_.config.WinHeight));
-    const sonnel::Posizione posto =
-        CentraForm(static_cast<float>(schermo.Width()), static_cast<float>(schermo.Height()),
-                   static_cast<float>(Twips(width())), static_cast<float>(Twips(height())));
-    move(Pixel(posto.left), Pixel(posto.top));
-    DisponiFinestra();
-}
-
-void frmKaraoke::MostraSplash() {
-    CaricaSplash(frmSplash::Modo::Avvio);
-    splash_->show();
-    splash_->repaint();
-    programma_.eventi.RunPending();
-}
-
-void frmKaraoke::CaricaSplash(frmSplash::Modo modo) {
-    splash_ = std::make_unique<frmSplash>(modo, modo == frmSplash::Modo::Avvio ? nullptr : this);
-    // It may be closing itself: it is destroyed when its own work is done.
-    splash_->onUnload = [this] { splash_.release()->deleteLater(); };
-}
-
-/// Puts the window where it was closed and shows it.
-void frmKaraoke::RipristinaPosto() {
-    const Config& config = programma_.config;
-    if (splash_) {
-        splash_->hide();
-    }
-    if (config.FullScreen != 0) {
-        showMaximized();
-        return;
-    }
-    const int larghezza = area_->width();
-    resize(Pixel(config.WinWidth), Pixel(config.WinHeight));
-    move(Pixel(config.WinLeft), Pixel(config.WinTop));
-    show();
-    DisponiFinestra();
-    if (area_->width() != larghezza) {
-        riproduzione_.Riadatta();
-    }
-}
-
-void frmKaraoke::Form_Unload() {
-    programma_.sequencer.Command(MciCommand::Close);
-    SalvaFinestra();
-    Rebar.DestroyRebar();
-    QApplication::quit();
-}
-
-void frmKaraoke::SalvaFinestra() {
-    const auto salva = [this](const char* chiave, const std::string& valore) {
-        SalvaImpostazione(programma_.registro, "Finestra", chiave, valore);
-    };
-    if (isMaximized() && !isMinimized()) {
-        salva("FullScreen", TestoLogico(true));
-        return;
-    }
-    salva("Top", TestoNumero(static_cast<float>(Twips(y()))));
-    salva("Left", TestoNumero(static_cast<float>(Twips(x()))));
-    salva("Width", TestoNumero(static_cast<float>(Twips(width()))));
-    salva("Height", TestoNumero(static_cast<float>(Twips(height()))));
-    salva("FullScreen", TestoLogico(false));
-}
-
-void frmKaraoke::closeEvent(QCloseEvent* event) {
-    event->accept();
-    Form_Unload();
-}
-
 // Commands
 
 void frmKaraoke::mnuFileLoad_Click() {
     riproduzione_.FileLoad();
 }
 
+void frmKaraoke::mnuFileRileggiDB_Click() {
+    programma_.agganci.RileggiDB();
+}
+
+void frmKaraoke::mnufileAggiornaDB_Click() {
+    programma_.agganci.SincronizzaDB();
+}
+
 void frmKaraoke::mnuFileExit_Click() {
     close();
+}
+
+void frmKaraoke::mnuVisMixer_Click() {
+    MostraControlloVolume(programma_.shell, programma_.msgBox);
 }
 
 void frmKaraoke::mnuVisCalibratura_Click() {
@@ -204,6 +98,12 @@ void frmKaraoke::mnuVisInfo_Click() {
     const InformazioniBrano& brano = programma_.informazioni;
     info_->Mostra({brano.Titolo, brano.Autore, brano.KaraokeBy, brano.Versione, brano.Data});
     info_->exec();
+}
+
+void frmKaraoke::mnuVisOpzioni_Click() {
+    programma_.agganci.mostraOpzioni();
+    riproduzione_.ApplicaConfig();
+    riproduzione_.RisincronizzaParole();
 }
 
 void frmKaraoke::mnuHelpWebHome_Click() {

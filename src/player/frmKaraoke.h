@@ -10,13 +10,16 @@
 #include "ui/frmSplash.h"
 
 #include <QAction>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMainWindow>
+#include <QMenu>
 #include <QSlider>
 #include <QTimer>
 #include <QToolBar>
 #include <array>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace sonnel {
@@ -30,9 +33,13 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void Form_Load();
 
     void mnuFileLoad_Click();
+    void mnuFileRileggiDB_Click();
+    void mnufileAggiornaDB_Click();
     void mnuFileExit_Click();
+    void mnuVisMixer_Click();
     void mnuVisCalibratura_Click();
     void mnuVisInfo_Click();
+    void mnuVisOpzioni_Click();
     void mnuHelpWebHome_Click();
     void mnuHelpWebLinks_Click();
     void mnuHelpAbout_Click();
@@ -72,21 +79,32 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
   private:
     static constexpr int NumBottoni = 11;
+    static constexpr int LarghezzaMinima = 8300;  // twips
 
     [[nodiscard]] Riproduzione::Parti Parti();
     void CreaMenu();
+    void CreaMenuFile();
     void CreaMenuVista();
+    void CreaMenuKaraoke();
     void CreaMenuAiuto();
+    /// A menu item; without `tasti` it has no shortcut.
+    QAction* Voce(QMenu* menu, const char* testo, const QKeySequence& tasti,
+                  void (frmKaraoke::*comando)());
     void CreaBarra();
     QWidget* CreaPosizione();
     void MostraLogo(int immagine);
-    void MostraSplash();
-    void CaricaSplash(frmSplash::Modo modo);
-    void CaricaDaRigaComando();
     void ApriPagina(std::string_view indirizzo);
     void DisponiFinestra();
+
+    void CreaRebar();
+    void MostraSplash();
+    void CaricaSplash(frmSplash::Modo modo);
+    void SeminaCaso();
+    void CaricaImpostazioni();
     void AllargaAlloSchermo();
+    void CaricaDaRigaComando(const std::string& riga);
     void RipristinaPosto();
+    void SostituisciSplash();
     void SalvaFinestra();
     [[nodiscard]] int Twips(double pixel) const;
     [[nodiscard]] int Pixel(double twips) const;
@@ -115,6 +133,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QAction* mnuSoundPause = nullptr;
     QAction* mnuSoundStop = nullptr;
     std::array<QAction*, NumBottoni> bottoni_{};
+    std::optional<StatoComandi> comandi_;  ///< what the commands were last told
 
     std::unique_ptr<frmSplash> splash_;  ///< while it is loaded
     std::unique_ptr<frmInfo> info_;      ///< from its first use on

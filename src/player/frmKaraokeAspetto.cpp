@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QLayout>
 #include <QSignalBlocker>
+#include <QWindow>
 
 namespace sonnel {
 namespace {
@@ -43,8 +44,13 @@ void frmKaraoke::Form_Resize() {
     }
     Rebar.Resize(*area_);
     striscia_->setGeometry(0, 0, area_->width(), striscia_->sizeHint().height());
+    const bool altraLarghezza = Parole.width() != area_->width();
     Parole.setGeometry(0, Parole.y(), area_->width(), Parole.height());
     riproduzione_.Ridisponi();
+    // Until it is on the screen the window takes its place, and the song's font with it.
+    if (altraLarghezza && (windowHandle() == nullptr || !windowHandle()->isExposed())) {
+        riproduzione_.Riadatta();
+    }
 }
 
 /// Gives the window's contents their sizes at once, also while it is hidden.
@@ -122,29 +128,34 @@ void frmKaraoke::tmrLogo_Timer() {
 }
 
 void frmKaraoke::Comandi(const StatoComandi& stato) {
+    // Told a hundred times a second while a song plays, and nearly always the same.
+    if (comandi_ == stato) {
+        return;
+    }
+    comandi_ = stato;
     mnuFileLoad->setEnabled(stato.FileLoad);
     mnuVisCalibratura->setEnabled(stato.VisCalibratura);
-    mnuVisInfo->setEnabled(stato.VisInfo);
     mnuSoundPlay->setEnabled(stato.SoundPlay);
     mnuSoundPause->setEnabled(stato.SoundPause);
     mnuSoundStop->setEnabled(stato.SoundStop);
+    mnuVisInfo->setEnabled(stato.VisInfo);
     bottoni_[0]->setEnabled(stato.FileLoad);
     bottoni_[1]->setEnabled(stato.VisInfo);
     bottoni_[3]->setEnabled(stato.VisCalibratura);
+    bottoni_[4]->setEnabled(stato.BottoneOpzioni);
     bottoni_[8]->setEnabled(stato.SoundPlay);
     bottoni_[9]->setEnabled(stato.SoundPause);
     bottoni_[10]->setEnabled(stato.SoundStop);
     sldPosition->setEnabled(stato.Cursore);
-    if (stato.TimerCursore != tmrSlider.isActive()) {
-        if (stato.TimerCursore) {
-            tmrSlider.start();
-        } else {
-            tmrSlider.stop();
-        }
+    if (stato.TimerCursore) {
+        tmrSlider.start();
+    } else {
+        tmrSlider.stop();
     }
 }
 
 void frmKaraoke::Disabilita(VistaKaraoke::Comando comando) {
+    comandi_.reset();
     if (comando == VistaKaraoke::Comando::SoundStop) {
         mnuSoundStop->setEnabled(false);
         return;

@@ -29,67 +29,77 @@ constexpr const char* StileStriscia =
 struct Bottone {
     const char* suggerimento;  ///< null for a separator
     const char* immagine;
-    bool comando;  ///< there is a command behind it
 };
 
 constexpr std::array<Bottone, 11> Bottoni{{
-    {"Open", "open", true},
-    {"Song informations", "song-info", true},
-    {nullptr, nullptr, false},
-    {"Video calibration", "calibration", true},
-    {"Options", "options", false},
-    {"Volume control", "volume", false},
-    {"Visit Sonnel Web site", "web", true},
-    {nullptr, nullptr, false},
-    {"Play", "play", true},
-    {"Pause", "pause", true},
-    {"Stop", "stop", true},
+    {"Open", "open"},
+    {"Song informations", "song-info"},
+    {nullptr, nullptr},
+    {"Video calibration", "calibration"},
+    {"Options", "options"},
+    {"Volume control", "volume"},
+    {"Visit Sonnel Web site", "web"},
+    {nullptr, nullptr},
+    {"Play", "play"},
+    {"Pause", "pause"},
+    {"Stop", "stop"},
 }};
 
 }  // namespace
 
 void frmKaraoke::CreaMenu() {
-    QMenu* mnuFile = menuBar()->addMenu("&File");
-    mnuFileLoad = mnuFile->addAction("&Open", this, &frmKaraoke::mnuFileLoad_Click);
-    mnuFileLoad->setShortcut(Qt::CTRL | Qt::Key_O);
-    mnuFile->addSeparator();
-    QAction* mnuFileExit = mnuFile->addAction("&Exit", this, &frmKaraoke::mnuFileExit_Click);
-    mnuFileExit->setShortcut(Qt::CTRL | Qt::Key_X);
-
+    CreaMenuFile();
     CreaMenuVista();
-    QMenu* mnuSound = menuBar()->addMenu("&Karaoke");
-    connect(mnuSound, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
-    mnuSoundPlay = mnuSound->addAction("&Play", this, &frmKaraoke::mnuSoundPlay_Click);
-    mnuSoundPlay->setShortcut(Qt::Key_F2);
-    mnuSoundPause = mnuSound->addAction("&Pause/continue", this, &frmKaraoke::mnuSoundPause_Click);
-    mnuSoundPause->setShortcut(Qt::Key_F3);
-    mnuSoundStop = mnuSound->addAction("&Stop", this, &frmKaraoke::mnuSoundStop_Click);
-    mnuSoundStop->setShortcut(Qt::Key_F4);
-    for (QAction* azione : {mnuSoundPlay, mnuSoundPause, mnuSoundStop}) {
+    CreaMenuKaraoke();
+    CreaMenuAiuto();
+    for (QAction* azione : {mnuVisInfo, mnuSoundPlay, mnuSoundPause, mnuSoundStop}) {
         azione->setEnabled(false);
     }
-    CreaMenuAiuto();
+}
+
+void frmKaraoke::CreaMenuFile() {
+    QMenu* mnuFile = menuBar()->addMenu("&File");
+    mnuFileLoad = Voce(mnuFile, "&Open", Qt::CTRL | Qt::Key_O, &frmKaraoke::mnuFileLoad_Click);
+    mnuFile->addSeparator();
+    Voce(mnuFile, "&Reload index", Qt::Key_F5, &frmKaraoke::mnuFileRileggiDB_Click);
+    Voce(mnuFile, "&Update index", Qt::CTRL | Qt::Key_F5, &frmKaraoke::mnufileAggiornaDB_Click);
+    mnuFile->addSeparator();
+    Voce(mnuFile, "&Exit", Qt::CTRL | Qt::Key_X, &frmKaraoke::mnuFileExit_Click);
 }
 
 void frmKaraoke::CreaMenuVista() {
     QMenu* mnuVis = menuBar()->addMenu("&View");
+    Voce(mnuVis, "&Volume control", Qt::CTRL | Qt::Key_V, &frmKaraoke::mnuVisMixer_Click);
     mnuVisCalibratura =
-        mnuVis->addAction("Cali&brate...", this, &frmKaraoke::mnuVisCalibratura_Click);
-    mnuVisCalibratura->setShortcut(Qt::CTRL | Qt::Key_C);
+        Voce(mnuVis, "Cali&brate...", Qt::CTRL | Qt::Key_C, &frmKaraoke::mnuVisCalibratura_Click);
     mnuVis->addSeparator();
-    mnuVisInfo = mnuVis->addAction("Song &Properties", this, &frmKaraoke::mnuVisInfo_Click);
-    mnuVisInfo->setShortcut(Qt::CTRL | Qt::Key_I);
-    mnuVisInfo->setEnabled(false);
+    mnuVisInfo =
+        Voce(mnuVis, "Song &Properties", Qt::CTRL | Qt::Key_I, &frmKaraoke::mnuVisInfo_Click);
+    mnuVis->addSeparator();
+    Voce(mnuVis, "&Options...", {}, &frmKaraoke::mnuVisOpzioni_Click);
+}
+
+void frmKaraoke::CreaMenuKaraoke() {
+    QMenu* mnuSound = menuBar()->addMenu("&Karaoke");
+    connect(mnuSound, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
+    mnuSoundPlay = Voce(mnuSound, "&Play", Qt::Key_F2, &frmKaraoke::mnuSoundPlay_Click);
+    mnuSoundPause = Voce(mnuSound, "&Pause/continue", Qt::Key_F3, &frmKaraoke::mnuSoundPause_Click);
+    mnuSoundStop = Voce(mnuSound, "&Stop", Qt::Key_F4, &frmKaraoke::mnuSoundStop_Click);
 }
 
 void frmKaraoke::CreaMenuAiuto() {
     QMenu* mnuHelp = menuBar()->addMenu("&Help");
-    mnuHelp->addAction("&Sonnel home page", this, &frmKaraoke::mnuHelpWebHome_Click);
-    mnuHelp->addAction("Sonnel &links", this, &frmKaraoke::mnuHelpWebLinks_Click);
+    Voce(mnuHelp, "&Sonnel home page", {}, &frmKaraoke::mnuHelpWebHome_Click);
+    Voce(mnuHelp, "Sonnel &links", {}, &frmKaraoke::mnuHelpWebLinks_Click);
     mnuHelp->addSeparator();
-    QAction* mnuHelpAbout =
-        mnuHelp->addAction("&About Sonnel Player", this, &frmKaraoke::mnuHelpAbout_Click);
-    mnuHelpAbout->setShortcut(Qt::Key_F1);
+    Voce(mnuHelp, "&About Sonnel Player", Qt::Key_F1, &frmKaraoke::mnuHelpAbout_Click);
+}
+
+QAction* frmKaraoke::Voce(QMenu* menu, const char* testo, const QKeySequence& tasti,
+                          void (frmKaraoke::*comando)()) {
+    QAction* azione = menu->addAction(testo, this, comando);
+    azione->setShortcut(tasti);
+    return azione;
 }
 
 void frmKaraoke::CreaBarra() {
@@ -110,7 +120,6 @@ void frmKaraoke::CreaBarra() {
         bottoni_[i] = tlbBar->addAction(QIcon(QString(":/toolbar/%1.svg").arg(bottone.immagine)),
                                         bottone.suggerimento, this,
                                         [this, indice] { tlbBar_ButtonClick(indice); });
-        bottoni_[i]->setEnabled(bottone.comando);
         tlbBar->widgetForAction(bottoni_[i])->setFocusPolicy(Qt::TabFocus);
     }
 
@@ -134,7 +143,9 @@ QWidget* frmKaraoke::CreaPosizione() {
     SSPanel1->setObjectName("SSPanel1");
     const QString zero = QString::fromStdString(FormattaTempo(0));
     lblPosition = new QLabel(zero, SSPanel1);
+    lblPosition->setAccessibleName("Song position");
     lblTrackLength = new QLabel(zero, SSPanel1);
+    lblTrackLength->setAccessibleName("Song length");
     for (QLabel* etichetta : {lblPosition, lblTrackLength}) {
         // The slider does not move while the digits change.
         etichetta->setMinimumWidth(etichetta->fontMetrics().horizontalAdvance("00' 00\"") + 2);
@@ -176,6 +187,12 @@ void frmKaraoke::tlbBar_ButtonClick(int index) {
             break;
         case 4:
             mnuVisCalibratura_Click();
+            break;
+        case 5:
+            mnuVisOpzioni_Click();
+            break;
+        case 6:
+            mnuVisMixer_Click();
             break;
         case 7:
             mnuHelpWebHome_Click();

@@ -42,6 +42,9 @@ frmSplash::frmSplash(Modo modo, QWidget* parent)
     setAttribute(Qt::WA_QuitOnClose, false);
     setFixedSize(Misura);
     setWindowTitle(QString::fromStdString(std::string(TitoloProgramma)));
+    // Of a fixed size, so there is nothing to maximise.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowCloseButtonHint);
     if (modo == Modo::Avvio) {
         setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
         setModal(false);

@@ -1,5 +1,6 @@
 #include "player/AbilitaFunzioni.h"
 #include "player/FormattaTempo.h"
+#include "player/PostoFinestra.h"
 #include "player/RigaComando.h"
 
 #include <map>
@@ -78,6 +79,29 @@ TEST(CommandStatesTest, FollowTheSequencer) {
     EXPECT_EQ(Usable(MciMode::Playing, "a.MID", 0), "AT");
     EXPECT_EQ(Usable(MciMode::Playing, "a.MID", 1), "AST");
     EXPECT_EQ(Usable(MciMode::Recording, "a.MID", 1), "AST");
+}
+
+TEST(WindowPlaceTest, AWindowOpensWhereItCanBeSeen) {
+    constexpr int Far = 2147483647;
+    constexpr int Minimum = 8300;
+    const std::vector<Rettangolo> screens{{0, 0, 15000, 12000}, {15000, 0, 15000, 12000}};
+    // The place it was closed at, and the place it gets.
+    const std::vector<std::pair<Rettangolo, Rettangolo>> cases{
+        {{300, 600, 9000, 7500}, {300, 600, 9000, 7500}},
+        {{-6000, -100, 9000, 7500}, {-6000, -100, 9000, 7500}},
+        {{15100, 600, 9000, 7500}, {15100, 600, 9000, 7500}},
+        {{30100, 600, 9000, 7500}, {0, 0, 9000, 7500}},
+        {{-8900, 600, 9000, 7500}, {0, 0, 9000, 7500}},
+        {{300, -7000, 9000, 7500}, {0, 0, 9000, 7500}},
+        {{300, 11900, 9000, 7500}, {0, 0, 9000, 7500}},
+        {{0, 0, Far, Far}, {0, 0, 15000, 12000}},
+        {{Far, -Far - 1, Far, Far}, {0, 0, 15000, 12000}},
+        {{-Far - 1, -Far - 1, -Far - 1, -Far - 1}, {0, 0, Minimum, 1440}}};
+    for (const auto& [closed, opened] : cases) {
+        const Rettangolo place = PostoVisibile(closed, Minimum, screens);
+        EXPECT_EQ(place, opened) << closed.left << ' ' << closed.top << ": " << place.left << ' '
+                                 << place.top << ' ' << place.width << ' ' << place.height;
+    }
 }
 
 }  // namespace

@@ -29,8 +29,27 @@ struct Sample {
 /// The player on a screen of its own, with settings and songs of its own.
 class Player {
   public:
+    static constexpr std::uint32_t kBackground = 0x000040;  ///< of the words
+
     /// Starts it with a song of its library, named without extension, on the command line.
-    explicit Player(const std::string& song) : process_(Command(song), home_ / "player.log") {}
+    explicit Player(const std::string& song) {
+        PrepareHome();
+        home_.Write("sonnel/settings.conf",
+                    "[Software\\Corvane\\Sonnel Player\\Opzioni]\r\nCompensazione=0\r\n"
+                    "[Software\\Corvane\\Sonnel Player\\Colori]\r\n"
+                    "Testo=65280\r\nSelezione=65535\r\nSfondo=4194304\r\n");
+        Start({Library(song).string()});
+    }
+    /// Starts it for the first time, without a song, where a window manager is at work.
+    Player() {
+        PrepareHome();
+        screen.ManageWindows();
+        Start({});
+    }
+    /// Starts it, once more when it has ended, in the home it has.
+    void Start(const std::vector<std::string>& arguments) {
+        process_.emplace(Command(arguments), home_ / "player.log");
+    }
 
     /// A file of the library.
     std::filesystem::path Library(const std::string& name) const {
@@ -50,9 +69,10 @@ class Player {
     /// The exit status after the menu's Exit, which it must take within `limit`.
     std::optional<int> Exit(std::chrono::milliseconds limit) {
         Press("ctrl+x");
-        return process_.WaitForEnd(limit);
+        return process_->WaitForEnd(limit);
     }
-    std::string Output() const { return process_.Output(); }
+    std::string Output() const { return process_->Output(); }
+    std::string Settings() const { return Content(home_ / "sonnel/settings.conf"); }
 
     /// What there is to be seen and heard now.
     Sample Look() const {
@@ -77,7 +97,7 @@ class Player {
         Watch([](const Sample&) { return false; }, time);
     }
 
-    const Screen screen;
+    Screen screen;
     std::vector<Sample> seen;
 
   private:
@@ -85,31 +105,30 @@ class Player {
     static constexpr std::uint32_t kSungColour = 0xFFFF00;
     static constexpr std::uint32_t kUnsungColour = 0x00FF00;
 
-    /// The command that starts it, in a home with all that it needs.
-    std::vector<std::string> Command(const std::string& song) const {
+    void PrepareHome() const {
         std::filesystem::create_directory(home_ / "sonnel");
         std::filesystem::copy(SONNEL_SONGS, home_ / "Karaoke");
-        home_.Write("sonnel/settings.conf",
-                    "[Software\\Corvane\\Sonnel Player\\Opzioni]\r\nCompensazione=0\r\n"
-                    "[Software\\Corvane\\Sonnel Player\\Colori]\r\n"
-                    "Testo=65280\r\nSelezione=65535\r\n");
+    }
+    /// The command that starts it, in a home with all that it needs.
+    std::vector<std::string> Command(const std::vector<std::string>& arguments) const {
         const std::string home = home_.Path().string();
-        return {"env",
-                "--unset=WAYLAND_DISPLAY",
-                "--unset=DBUS_SESSION_BUS_ADDRESS",
-                "DISPLAY=" + screen.Display(),
-                "QT_QPA_PLATFORM=xcb",
-                "HOME=" + home,
-                "XDG_CONFIG_HOME=" + home,
-                "XDG_DATA_HOME=" + home,
-                "XDG_RUNTIME_DIR=" + home,
-                "SONNEL_AUDIO=file:" + Sound().string(),
-                SONNEL_PROGRAM,
-                Library(song).string()};
+        std::vector<std::string> command = {"env",
+                                            "--unset=WAYLAND_DISPLAY",
+                                            "--unset=DBUS_SESSION_BUS_ADDRESS",
+                                            "DISPLAY=" + screen.Display(),
+                                            "QT_QPA_PLATFORM=xcb",
+                                            "HOME=" + home,
+                                            "XDG_CONFIG_HOME=" + home,
+                                            "XDG_DATA_HOME=" + home,
+                                            "XDG_RUNTIME_DIR=" + home,
+                                            "SONNEL_AUDIO=file:" + Sound().string(),
+                                            SONNEL_PROGRAM};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        return command;
     }
 
     TempDirectory home_;
-    Process process_;
+    std::optional<Process> process_;
 };
 
 }  // namespace sonnel::test

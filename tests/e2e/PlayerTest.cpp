@@ -164,5 +164,44 @@ TEST(ThePlayer, TellsOfAWrongCommandLineAndIsThereWithoutASong) {
     EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
 }
 
+/// The value of a setting, as the settings file has it.
+std::string Setting(const Player& player, const std::string& name) {
+    const std::string settings = player.Settings();
+    const std::size_t start = settings.find("\n" + name + "=");
+    const std::size_t value = start + name.size() + 2;
+    return start == std::string::npos ? "none"
+                                      : settings.substr(value, settings.find('\n', value) - value);
+}
+
+TEST(ThePlayer, CalibratesAtItsFirstStartAndOpensWhereItWasClosed) {
+    Player player;
+    const auto box = [&] { return player.screen.Window("^Sonnel Karaoke Player$"); };
+    const auto opened = [&] { return !player.MainWindow().empty(); };
+    ASSERT_TRUE(WaitUntil([&] { return !box().empty(); }, kPatience)) << player.Output();
+    EXPECT_TRUE(opened());
+    EXPECT_EQ(Setting(player, "Compensazione"), "none");
+    const std::string question = box();
+    player.screen.Press(question, "Return");
+    ASSERT_TRUE(WaitUntil([&] { return !box().empty() && box() != question; }, kPatience));
+    EXPECT_EQ(Setting(player, "Compensazione"), "0");
+    player.screen.Press(box(), "Return");
+    ASSERT_TRUE(WaitUntil([&] { return box().empty(); }, kPatience));
+
+    player.screen.MoveAndResize(player.MainWindow(), 150, 90, 640, 320);
+    const std::string place = player.screen.Place(player.MainWindow());
+    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
+    EXPECT_EQ(Setting(player, "Width"), "9600");
+    EXPECT_EQ(Setting(player, "FullScreen"), "0");
+
+    player.Start({});
+    ASSERT_TRUE(WaitUntil(opened, kPatience)) << player.Output();
+    EXPECT_EQ(player.screen.Place(player.MainWindow()), place);
+    EXPECT_EQ(box(), "") << "calibrated before";
+    player.Press("super+m");
+    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
+    EXPECT_EQ(Setting(player, "Width"), "9600");
+    EXPECT_EQ(Setting(player, "FullScreen"), "-1");
+}
+
 }  // namespace
 }  // namespace sonnel::test

@@ -4,8 +4,10 @@
 
 #include "fakes/TempDirectory.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <regex>
 #include <stdexcept>
 #include <string>
@@ -42,6 +44,20 @@ class Screen {
     Screen& operator=(const Screen&) = delete;
     ~Screen() { munmap(file_, size_); }
 
+    /// Lets a window manager place and decorate the windows; super+m maximises.
+    void ManageWindows() {
+        const auto settings = directory_.Write(
+            "openbox.xml",
+            "<openbox_config><keyboard><keybind key='W-m'><action name='ToggleMaximize'/>"
+            "</keybind></keyboard></openbox_config>");
+        manager_.emplace(std::vector<std::string>{"env", "DISPLAY=" + display_, "openbox",
+                                                  "--config-file", settings.string()},
+                         directory_ / "openbox.log");
+        const auto ready = [this] { return !NumberLine(Xdotool({"get_num_desktops"})).empty(); };
+        if (!WaitUntil(ready, kPatience)) {
+            throw std::runtime_error("no window manager: " + manager_->Output());
+        }
+    }
     /// As in the environment variable DISPLAY.
     const std::string& Display() const { return display_; }
     /// The picture: a row after the other, 0xRRGGBB each.
@@ -56,6 +72,16 @@ class Screen {
     /// The visible window whose title matches a regular expression, "" when there is none.
     std::string Window(const std::string& title) const {
         return NumberLine(Xdotool({"search", "--onlyvisible", "--name", title}));
+    }
+    /// Place and size of a window's contents on the screen, as text.
+    std::string Place(const std::string& window) const {
+        // After a line with the window's number.
+        const std::string lines = Xdotool({"getwindowgeometry", "--shell", window});
+        return lines.substr(std::min(lines.find('\n'), lines.size()));
+    }
+    void MoveAndResize(const std::string& window, int x, int y, int width, int height) const {
+        Xdotool({"windowsize", "--sync", window, std::to_string(width), std::to_string(height),
+                 "windowmove", "--sync", window, std::to_string(x), std::to_string(y)});
     }
     /// Gives the window the keyboard and presses a key in it.
     void Press(const std::string& window, const std::string& key) const {
@@ -106,6 +132,7 @@ class Screen {
 
     TempDirectory directory_;
     Process server_;
+    std::optional<Process> manager_;
     std::string display_;
     std::size_t size_ = 0;
     void* file_ = nullptr;

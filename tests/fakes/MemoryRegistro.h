@@ -29,6 +29,7 @@ class MemoryRegistro : public Registro {
         return Open(place, key);
     }
     int CreateKey(RegistryRoot root, std::string_view path, RegistryKey& key) override {
+        changes.push_back("create " + std::string(path));
         if (createStatus != 0) {
             return createStatus;
         }
@@ -54,6 +55,8 @@ class MemoryRegistro : public Registro {
     }
     int SetValue(RegistryKey key, std::string_view name, RegistryType type,
                  std::string_view data) override {
+        changes.push_back("set " + open.at(key).second + "|" + std::string(name) + "=" +
+                          std::string(data));
         if (setStatus != 0) {
             return setStatus;
         }
@@ -85,6 +88,7 @@ class MemoryRegistro : public Registro {
     int setStatus = 0;
     std::vector<std::string> queried;
     std::vector<std::string> written;
+    std::vector<std::string> changes;  ///< everything asked for that changes the store
     std::map<RegistryKey, Place> open;
 
   private:

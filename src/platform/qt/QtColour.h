@@ -12,4 +12,8 @@ inline QColor ToQColor(Colour colour) {
             static_cast<int>((bits >> 16U) & 0xFFU)};
 }
 
+inline Colour FromQColor(const QColor& colour) {
+    return colour.red() | colour.green() * 0x100 | colour.blue() * 0x10000;
+}
+
 }  // namespace sonnel

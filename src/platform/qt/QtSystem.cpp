@@ -3,13 +3,11 @@
 #include "platform/Numbers.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTime>
-#include <QUrl>
 #include <utility>
 
 namespace sonnel {
@@ -125,13 +123,19 @@ int QtSchermo::Height() const {
     return RoundHalfEven<int>(QGuiApplication::primaryScreen()->size().height() * TwipsPerPixel());
 }
 
-double QtSchermo::TwipsPerPixel() const {
-    return TwipsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInch();
+std::vector<Rettangolo> QtSchermo::Schermi() const {
+    const auto twips = [this](int pixels) { return RoundHalfEven<int>(pixels * TwipsPerPixel()); };
+    std::vector<Rettangolo> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect place = screen->geometry();
+        screens.push_back(
+            {twips(place.x()), twips(place.y()), twips(place.width()), twips(place.height())});
+    }
+    return screens;
 }
 
-bool QtShell::OpenAddress(std::string_view address) {
-    const auto size = static_cast<qsizetype>(address.size());
-    return QDesktopServices::openUrl(QUrl(QString::fromUtf8(address.data(), size)));
+double QtSchermo::TwipsPerPixel() const {
+    return TwipsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInch();
 }
 
 Answer QtMsgBox::Show(const Message& message) {

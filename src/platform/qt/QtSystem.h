@@ -4,7 +4,6 @@
 #include "platform/MsgBox.h"
 #include "platform/Orologio.h"
 #include "platform/Schermo.h"
-#include "platform/Shell.h"
 #include "platform/Temporizzatore.h"
 
 #include <QTimer>
@@ -45,12 +44,8 @@ class QtSchermo : public Schermo {
   public:
     [[nodiscard]] int Width() const override;
     [[nodiscard]] int Height() const override;
+    [[nodiscard]] std::vector<Rettangolo> Schermi() const override;
     [[nodiscard]] double TwipsPerPixel() const override;
-};
-
-class QtShell : public Shell {
-  public:
-    bool OpenAddress(std::string_view address) override;
 };
 
 /// Message boxes in front of the active window.

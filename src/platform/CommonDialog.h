@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/PictureBox.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace sonnel {
+
+/// What a file dialog asks for.
+struct FileRequest {
+    std::string title;
+    std::string extension;  ///< without the dot; added to a name that has none
+    std::string name;       ///< filled in at the start: a file's name or a pattern ("*.lyk")
+    std::filesystem::path directory;  ///< where it starts; empty for the current directory
+    bool mustExist = true;            ///< only files that are there
+    bool several = false;
+};
+
+/// The door to the window system's dialogs for files and colours.
+class CommonDialog {
+  public:
+    virtual ~CommonDialog() = default;
+    /// The files chosen, all of one directory; none when the person has cancelled.
+    virtual std::vector<std::filesystem::path> ChooseFiles(const FileRequest& request) = 0;
+    /// The colour chosen, nothing when the person has cancelled.
+    virtual std::optional<Colour> ChooseColour(const std::string& title, Colour initial) = 0;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,52 @@
+#include "platform/qt/QtCommonDialog.h"
+
+#include "platform/Files.h"
+#include "platform/qt/QtColour.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+
+namespace sonnel {
+namespace {
+
+/// The files of the kind asked for, in either case of letters, and all files.
+QStringList Filters(const QString& extension) {
+    const QString kind = extension.toUpper();
+    return {QString("%1 files (*.%2 *.%1)").arg(kind, extension), "All files (*)"};
+}
+
+}  // namespace
+
+std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest& request) {
+    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(request.title));
+    const QString extension = QString::fromStdString(request.extension);
+    if (!request.directory.empty()) {
+        dialog.setDirectory(QString::fromStdString(Utf8FromPath(request.directory)));
+    }
+    dialog.setNameFilters(Filters(extension));
+    dialog.setDefaultSuffix(extension);
+    dialog.setFileMode(!request.mustExist ? QFileDialog::AnyFile
+                       : request.several  ? QFileDialog::ExistingFiles
+                                          : QFileDialog::ExistingFile);
+    dialog.setLabelText(QFileDialog::Accept, "&Open");
+    // A pattern does in its own place: as the filter.
+    if (request.name.find('*') == std::string::npos) {
+        dialog.selectFile(QString::fromStdString(request.name));
+    }
+    std::vector<std::filesystem::path> files;
+    if (dialog.exec() == QDialog::Accepted) {
+        for (const QString& file : dialog.selectedFiles()) {
+            files.push_back(PathFromUtf8(file.toStdString()));
+        }
+    }
+    return files;
+}
+
+std::optional<Colour> QtCommonDialog::ChooseColour(const std::string& title, Colour initial) {
+    const QColor colour = QColorDialog::getColor(ToQColor(initial), QApplication::activeWindow(),
+                                                 QString::fromStdString(title));
+    return colour.isValid() ? std::optional(FromQColor(colour)) : std::nullopt;
+}
+
+}  // namespace sonnel
