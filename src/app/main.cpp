@@ -1,3 +1,4 @@
+#include "app/Finestre.h"
 #include "platform/FileRegistro.h"
 #include "platform/Files.h"
 #include "platform/ProfileFile.h"
@@ -49,16 +50,6 @@ void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
     (void)file.Set(section, key, value);
 }
 
-/// Lets the user choose a song's LYK file.
-std::string ChooseSong(CommonDialog& dialog, const Config& config) {
-    const auto files = dialog.ChooseFiles({.title = "Open",
-                                           .extension = "lyk",
-                                           .name = "*.lyk",
-                                           .directory = PathFromUtf8(config.OpenDir)});
-    return files.empty() ? ""
-                         : "F=" + Utf8FromPath(files.front().parent_path() / files.front().stem());
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -101,12 +92,9 @@ int main(int argc, char** argv) {
                                   auto value) { WriteIni(winIni, section, key, value); },
         .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
         .openDirPredefinita = DefaultKaraokeDirectory()};
-    programma.scelta.scegli = [&programma, &dialog] {
-        return ChooseSong(dialog, programma.config);
-    };
-    programma.scelta.nomeFile = [](std::int32_t) { return std::string(); };
-
+    Finestre finestre(programma, dialog);
     frmKaraoke window(programma);
+    finestre.Principale(window);
     window.Form_Load();
     return QApplication::exec();
 }

@@ -1,0 +1,57 @@
+#include "app/Finestre.h"
+
+#include "library/CaricaIndice.h"
+
+namespace sonnel {
+
+Finestre::Finestre(Programma& programma, CommonDialog& dialoghi)
+    : programma_(programma),
+      dialoghi_(dialoghi),
+      libreria_{programma.config, programma.brani, programma.msgBox, programma.eventi},
+      messaggio_(programma.schermo, programma.eventi) {
+    programma.scelta.scegli = [this] { return ScegliBrano(); };
+    programma.scelta.nomeFile = [&brani = programma.brani](std::int32_t posizione) {
+        return posizione <= brani.NumBrani()
+                   ? brani.Brani(static_cast<std::int16_t>(posizione)).NomeFile
+                   : "";
+    };
+    Agganci& agganci = programma.agganci;
+    agganci.CaricaIndice = [this] { CaricaIndice(libreria_); };
+    agganci.RileggiDB = [this] { RileggiDB(libreria_, *this); };
+    agganci.SincronizzaDB = [this] { AggiornaIndiceDaMenu(); };
+    agganci.caricaSelezione = [this] { (void)Selezione(); };
+}
+
+std::string Finestre::ScegliBrano() {
+    frmSelectSong& finestra = Selezione();
+    finestra.exec();
+    return finestra.Tag;
+}
+
+void Finestre::AggiornaIndiceDaMenu() {
+    sonnel::SincronizzaDB(
+        libreria_, {*this, messaggio_, [this](bool abilita) { principale_->setEnabled(abilita); }});
+}
+
+frmSelectSong& Finestre::Selezione() const {
+    if (!selezione_) {
+        selezione_ = std::make_unique<frmSelectSong>(
+            frmSelectSong::Parti{libreria_, dialoghi_, programma_.caso}, principale_);
+        selezione_->SincronizzaDB = programma_.agganci.SincronizzaDB;
+    }
+    return *selezione_;
+}
+
+void Finestre::AggiornaLista() {
+    Selezione().AggiornaLista();
+}
+
+void Finestre::SelezionaBrano(std::int16_t posizione) {
+    Selezione().SelezionaBrano(posizione);
+}
+
+std::int16_t Finestre::BranoSelezionato() const {
+    return Selezione().BranoSelezionato();
+}
+
+}  // namespace sonnel

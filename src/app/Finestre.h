@@ -1,0 +1,43 @@
+#pragma once
+
+#include "library/SincronizzaDB.h"
+#include "library/frmSelectSong.h"
+#include "platform/CommonDialog.h"
+#include "player/Programma.h"
+#include "ui/frmMessage.h"
+
+#include <QWidget>
+#include <memory>
+#include <string>
+
+namespace sonnel {
+
+/// The windows that the main window's commands open, and what they share: the library. The song
+/// selection window is made at its first use and then kept, hidden between uses.
+class Finestre final : public ListaBrani {
+  public:
+    /// Binds the commands of the program to these windows. All of it outlives them.
+    Finestre(Programma& programma, CommonDialog& dialoghi);
+
+    /// Sets the main window, which lies below these and takes no input while the library is
+    /// rebuilt.
+    void Principale(QWidget& finestra) { principale_ = &finestra; }
+
+    void AggiornaLista() override;
+    void SelezionaBrano(std::int16_t posizione) override;
+    [[nodiscard]] std::int16_t BranoSelezionato() const override;
+
+  private:
+    [[nodiscard]] frmSelectSong& Selezione() const;
+    [[nodiscard]] std::string ScegliBrano();
+    void AggiornaIndiceDaMenu();
+
+    Programma& programma_;
+    CommonDialog& dialoghi_;
+    QWidget* principale_ = nullptr;
+    Libreria libreria_;
+    frmMessage messaggio_;
+    mutable std::unique_ptr<frmSelectSong> selezione_;
+};
+
+}  // namespace sonnel
