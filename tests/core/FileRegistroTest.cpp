@@ -194,7 +194,7 @@ TEST(SettingsFiles, AreWhereTheEnvironmentSays) {
          "/opt/etc/sonnel/settings.conf"},
         {{{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "relative"}, {"XDG_CONFIG_DIRS", ":/etc"}},
          "/home/ada/.config/sonnel/settings.conf",
-         "/etc/xdg/sonnel/settings.conf"},
+         "/etc/sonnel/settings.conf"},
         {{{"XDG_CONFIG_HOME", ""}}, "", "/etc/xdg/sonnel/settings.conf"},
     };
     for (const Case& c : cases) {

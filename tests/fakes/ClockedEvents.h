@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
+#include <utility>
 
 namespace sonnel::test {
 
@@ -15,6 +17,9 @@ class ClockedEvents : public EventiSistema {
     void RunPending() override { ++turns; }
     void WaitPending(std::chrono::milliseconds limit) override {
         ++turns;
+        if (whileWaiting) {
+            std::exchange(whileWaiting, nullptr)();
+        }
         clock_.Advance(std::min(limit, nextEvent));
     }
     void SetPointer(Pointer shown) override { pointer = shown; }
@@ -22,6 +27,7 @@ class ClockedEvents : public EventiSistema {
 
     std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();
     int turns = 0;
+    std::function<void()> whileWaiting;  ///< what goes on during the next wait
     int beeps = 0;
     Pointer pointer = Pointer::Normal;
 
