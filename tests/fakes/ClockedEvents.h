@@ -12,7 +12,10 @@ namespace sonnel::test {
 class ClockedEvents : public EventiSistema {
   public:
     explicit ClockedEvents(ManualClock& clock) : clock_(clock) {}
-    void RunPending() override { ++turns; }
+    void RunPending() override {
+        ++turns;
+        clock_.Advance(perTurn);
+    }
     void WaitPending(std::chrono::milliseconds limit) override {
         ++turns;
         clock_.Advance(std::min(limit, nextEvent));
@@ -21,6 +24,7 @@ class ClockedEvents : public EventiSistema {
     void Beep() override { ++beeps; }
 
     std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();
+    std::chrono::nanoseconds perTurn{0};  ///< what handling the pending events takes
     int turns = 0;
     int beeps = 0;
     Pointer pointer = Pointer::Normal;
