@@ -14,6 +14,7 @@ namespace sonnel::test {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 constexpr RegistryRoot User = RegistryRoot::CurrentUser;
 constexpr RegistryRoot Machine = RegistryRoot::LocalMachine;
@@ -46,23 +47,11 @@ class FileRegistroTest : public ::testing::Test {
 };
 
 TEST_F(FileRegistroTest, ValuesComeBackAsTheyWere) {
-    const std::vector<std::string> texts{"Arial",
-                                         "",
-                                         " two  blanks ",
-                                         "\ttab\t",
-                                         "C:\\Karaoke\\",
-                                         "a=b;c#d",
-                                         "[x]",
-                                         "number:5",
-                                         "binary:00",
-                                         "line\r\nline\nend\r",
-                                         std::string("nul\0\0", 5),
-                                         "caff\u00E8 \u0416",
-                                         "\\",
-                                         "\\s",
-                                         "caf\xE9",
-                                         "@"};
-    for (const std::string& text : texts) {
+    const std::string nul("nul\0\0", 5);
+    for (const std::string& text :
+         {"Arial"s, ""s, " two  blanks "s, "\ttab\t"s, "C:\\Karaoke\\"s, "a=b;c#d"s, "[x]"s,
+          "number:5"s, "binary:00"s, "line\r\nline\nend\r"s, nul, "caff\u00E8 \u0416"s, "\\"s,
+          "\\s"s, "caf\xE9"s, "@"s}) {
         EXPECT_EQ(Set("name", text), 0);
         EXPECT_EQ(Get("NAME"), "1 " + text);
         EXPECT_EQ(Set(text, "value of " + text), 0) << "as a name";

@@ -131,33 +131,21 @@ TEST(WriteFileAtomically, LeavesTheOldFileWhenItFails) {
     EXPECT_THAT(directory.Names(), ElementsAre("folder", "loop", "song"));
 }
 
-/// Files of this process grow to so many bytes only, as on a disk that is nearly full.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limited{bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        (void)std::signal(SIGXFSZ, handler_);
-    }
-
-  private:
-    void (*handler_)(int);
-    rlimit before_{};
-};
-
 TEST(WriteFileAtomically, LeavesTheOldFileWhenTheDiskIsFull) {
     const TempDirectory directory;
     directory.Write("song", "old");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limited{500, before.rlim_max};
+    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
     for (const std::size_t size : {std::size_t{1000}, std::size_t{1'000'000}}) {
-        const FileSizeLimit limit(500);
-        EXPECT_EQ(WriteFileAtomically(directory / "song", std::string(size, 'x'))->number, EFBIG);
+        setrlimit(RLIMIT_FSIZE, &limited);
+        const auto error = WriteFileAtomically(directory / "song", std::string(size, 'x'));
+        setrlimit(RLIMIT_FSIZE, &before);
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->number, EFBIG);
     }
+    (void)std::signal(SIGXFSZ, handler);
     EXPECT_EQ(Content(directory / "song"), "old");
     EXPECT_THAT(directory.Names(), ElementsAre("song"));
 }
