@@ -14,7 +14,10 @@ namespace sonnel::test {
 class ClockedEvents : public EventiSistema {
   public:
     explicit ClockedEvents(ManualClock& clock) : clock_(clock) {}
-    void RunPending() override { ++turns; }
+    void RunPending() override {
+        ++turns;
+        clock_.Advance(perTurn);
+    }
     void WaitPending(std::chrono::milliseconds limit) override {
         ++turns;
         if (whileWaiting) {
@@ -26,6 +29,7 @@ class ClockedEvents : public EventiSistema {
     void Beep() override { ++beeps; }
 
     std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();
+    std::chrono::nanoseconds perTurn{0};  ///< what handling the pending events takes
     int turns = 0;
     std::function<void()> whileWaiting;  ///< what goes on during the next wait
     int beeps = 0;
