@@ -14,6 +14,25 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
+/// Keeps what is on the surface at every turn of the event loop.
+class Watcher : public ClockedEvents {
+  public:
+    Watcher(ManualClock& clock, const RecordingPictureBox& surface)
+        : ClockedEvents(clock), surface_(surface) {}
+    void RunPending() override {
+        std::string words;
+        for (const auto& print : surface_.printed) {
+            words += print.text + "|";
+        }
+        seen.push_back(words + std::to_string(surface_.font.size));
+        ClockedEvents::RunPending();
+    }
+    std::vector<std::string> seen;
+
+  private:
+    const RecordingPictureBox& surface_;
+};
+
 /// A machine that takes so long to paint ten pages.
 struct Machine {
     explicit Machine(double secondsForTenPages) {
@@ -31,10 +50,10 @@ struct Machine {
     Config config;
     Timeline timeline;
     ManualClock clock;
-    ClockedEvents events{clock};
+    RecordingPictureBox surface;
+    Watcher events{clock, surface};
     MemoryRegistro registry;
     ScriptedMsgBox msgBox;
-    RecordingPictureBox surface;
     FakeMainWindow window;
     ImpaginazioneParole layout{config, timeline, surface, window, msgBox};
     DisegnoParole drawing{config, surface, window, layout};
@@ -72,6 +91,20 @@ TEST(Calibration, JudgesTheMachineByTheTimeOfTenPages) {
         EXPECT_EQ(machine.events.beeps, c.beeps) << c.seconds;
         EXPECT_EQ(machine.events.turns, 11) << "each page is painted";
     }
+}
+
+TEST(Calibration, DrawsTenPagesInTheFontOfTheSettings) {
+    Machine machine(0.8);
+    machine.config.FontSize = 30;
+    machine.config.Ombra = 0;
+    machine.Calibrate();
+    ASSERT_EQ(machine.events.seen.size(), 11U);
+    EXPECT_EQ(machine.events.seen[0], "30.000000") << "an empty area first";
+    for (int page = 1; page <= 10; ++page) {
+        EXPECT_EQ(machine.events.seen.at(static_cast<std::size_t>(page)),
+                  "Test page|number " + std::to_string(page) + "|*******|***|30.000000");
+    }
+    EXPECT_TRUE(machine.surface.printed.empty());
 }
 
 TEST(Calibration, DecliningOrMidnightTellsNothing) {
