@@ -45,6 +45,9 @@ std::string DefaultKaraokeDirectory() {
 /// Writes a key of a file that may not have its directory yet; who lacks the entry lives without.
 void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
               std::string_view value) {
+    if (!file.Path().is_absolute()) {
+        return;  // this user has no configuration directory
+    }
     std::error_code ignored;
     std::filesystem::create_directories(file.Path().parent_path(), ignored);
     (void)file.Set(section, key, value);
@@ -95,6 +98,8 @@ int main(int argc, char** argv) {
     Finestre finestre(programma, dialog);
     frmKaraoke window(programma);
     finestre.Principale(window);
-    window.Form_Load();
+    // Within the event loop, so that the window can be closed while it still comes up.
+    QMetaObject::invokeMethod(
+        &window, [&window] { window.Form_Load(); }, Qt::QueuedConnection);
     return QApplication::exec();
 }

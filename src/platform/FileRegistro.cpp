@@ -152,9 +152,23 @@ fs::path UserSettingsFile(const Environment& environment) {
 }
 
 fs::path MachineSettingsFile(const Environment& environment) {
-    const std::string directories = environment("XDG_CONFIG_DIRS");
-    const fs::path first = PathFromUtf8(directories.substr(0, directories.find(':')));
-    return InConfiguration(first.is_absolute() ? first : fs::path("/etc/xdg"));
+    std::string_view directories;
+    const std::string named = environment("XDG_CONFIG_DIRS");
+    directories = named.empty() ? "/etc/xdg" : std::string_view(named);
+    fs::path file;
+    while (!directories.empty()) {
+        const std::string_view directory = directories.substr(0, directories.find(':'));
+        directories.remove_prefix(std::min(directory.size() + 1, directories.size()));
+        const fs::path candidate = InConfiguration(PathFromUtf8(directory));
+        std::error_code ignored;
+        if (candidate.is_absolute() && fs::exists(candidate, ignored)) {
+            return candidate;
+        }
+        if (candidate.is_absolute() && file.empty()) {
+            file = candidate;
+        }
+    }
+    return file.empty() ? InConfiguration("/etc/xdg") : file;
 }
 
 }  // namespace sonnel

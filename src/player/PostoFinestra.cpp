@@ -21,6 +21,7 @@ bool SiPrende(const Rettangolo& finestra, const Rettangolo& schermo) {
            Comune(finestra.top, AltezzaTitolo, schermo.top, schermo.height) >= AltezzaTitolo / 2;
 }
 
+/// The minimum wins over a screen that is smaller.
 int EntroLimiti(int valore, int minimo, int massimo) {
     return std::max(minimo, std::min(valore, massimo));
 }

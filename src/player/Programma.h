@@ -40,7 +40,7 @@ struct Programma {
     const Orologio& orologio;
     const Schermo& schermo;
     Shell& shell;
-    std::string CmdLine;  ///< the text after the program's name, as it was received
+    std::string CmdLine;  ///< the program's arguments as they were received, blanks between them
     ScriviWinIni scriviWinIni = [](auto, auto, auto) {};
     std::filesystem::path eseguibile{};  ///< the program's own file
     std::string openDirPredefinita;      ///< karaoke directory when the settings name none

@@ -32,6 +32,7 @@ frmKaraoke::frmKaraoke(Programma& programma)
     Parole.setFocus();
     CreaMenu();
     CreaBarra();
+    tmrLogo.setObjectName("tmrLogo");
     tmrLogo.setInterval(IntervalloLogo);
     tmrSlider.setInterval(IntervalloCursore);
     connect(&tmrLogo, &QTimer::timeout, this, &frmKaraoke::tmrLogo_Timer);

@@ -87,8 +87,8 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void CreaMenuVista();
     void CreaMenuKaraoke();
     void CreaMenuAiuto();
-    /// A menu item; without `tasti` it has no shortcut.
-    QAction* Voce(QMenu* menu, const char* testo, const QKeySequence& tasti,
+    /// A menu item, an object of that name; without `tasti` it has no shortcut.
+    QAction* Voce(QMenu* menu, const char* nome, const char* testo, const QKeySequence& tasti,
                   void (frmKaraoke::*comando)());
     void CreaBarra();
     QWidget* CreaPosizione();
@@ -104,7 +104,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void AllargaAlloSchermo();
     void CaricaDaRigaComando(const std::string& riga);
     void RipristinaPosto();
-    void SostituisciSplash();
+    void MostraFinestra();
     void SalvaFinestra();
     [[nodiscard]] int Twips(double pixel) const;
     [[nodiscard]] int Pixel(double twips) const;
@@ -119,7 +119,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QSlider* sldPosition = nullptr;
     QLabel* lblTrackLength = nullptr;
     QLabel* imgLogo = nullptr;
-    QTimer tmrLogo;
+    QTimer tmrLogo{this};
     QTimer tmrSlider;
     CRebar Rebar;  ///< without bands: the strip lies over it, as wide as the window
     std::array<QIcon, 3> ImageList2;

@@ -1,6 +1,7 @@
 // How the main window comes up and how it ends the program.
 
 #include "platform/Numbers.h"
+#include "platform/qt/PaintNow.h"
 #include "player/AssociaLyk.h"
 #include "player/PostoFinestra.h"
 #include "player/RigaComando.h"
@@ -12,6 +13,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <algorithm>
 
 namespace sonnel {
 namespace {
@@ -38,7 +40,7 @@ void frmKaraoke::Form_Load() {
     CaricaDaRigaComando(riga);
     riproduzione_.AbilitaFunzioni();
     RipristinaPosto();
-    SostituisciSplash();
+    MostraFinestra();
     programma_.eventi.SetPointer(Pointer::Normal);
     if (programma_.config.Compensazione == MaiCalibrato) {
         mnuVisCalibratura_Click();
@@ -56,8 +58,7 @@ void frmKaraoke::CreaRebar() {
 void frmKaraoke::MostraSplash() {
     CaricaSplash(frmSplash::Modo::Avvio);
     splash_->show();
-    splash_->repaint();
-    programma_.eventi.RunPending();
+    PaintNow(*splash_);
 }
 
 void frmKaraoke::CaricaSplash(frmSplash::Modo modo) {
@@ -79,7 +80,7 @@ void frmKaraoke::CaricaImpostazioni() {
 
 void frmKaraoke::AllargaAlloSchermo() {
     const Schermo& schermo = programma_.schermo;
-    resize(Pixel(schermo.Width()), Pixel(programma_.config.WinHeight));
+    resize(Pixel(schermo.Width()), Pixel(std::min(programma_.config.WinHeight, schermo.Height())));
     const sonnel::Posizione posto =
         CentraForm(static_cast<float>(schermo.Width()), static_cast<float>(schermo.Height()),
                    static_cast<float>(Twips(width())), static_cast<float>(Twips(height())));
@@ -101,14 +102,10 @@ void frmKaraoke::CaricaDaRigaComando(const std::string& riga) {
                             std::string(TitoloMessaggi)});
 }
 
-/// Puts the window where it was closed.
+/// Puts the window where it was closed; a maximised one gets that place when it is restored.
 void frmKaraoke::RipristinaPosto() {
     const Config& config = programma_.config;
-    if (config.FullScreen != 0) {
-        setWindowState(Qt::WindowMaximized);
-        return;
-    }
-    if (isMinimized()) {
+    if (isMinimized() && config.FullScreen == 0) {
         return;
     }
     const Rettangolo posto =
@@ -116,15 +113,18 @@ void frmKaraoke::RipristinaPosto() {
                       LarghezzaMinima, programma_.schermo.Schermi());
     resize(Pixel(posto.width), Pixel(posto.height));
     move(Pixel(posto.left), Pixel(posto.top));
+    if (config.FullScreen != 0) {
+        setWindowState(Qt::WindowMaximized);
+    }
 }
 
-void frmKaraoke::SostituisciSplash() {
+void frmKaraoke::MostraFinestra() {
     if (splash_) {
         splash_->hide();
     }
     show();
     DisponiFinestra();
-    repaint();
+    PaintNow(*this);
 }
 
 void frmKaraoke::closeEvent(QCloseEvent* event) {

@@ -27,22 +27,24 @@ constexpr const char* StileStriscia =
     "#SSPanel1 QLabel:disabled { color: #2d3b40; }";
 
 struct Bottone {
-    const char* suggerimento;  ///< null for a separator
+    const char* suggerimento;
     const char* immagine;
+    void (frmKaraoke::*comando)();  ///< the handler of its menu item; null for a separator
 };
 
+constexpr Bottone Separatore{nullptr, nullptr, nullptr};
 constexpr std::array<Bottone, 11> Bottoni{{
-    {"Open", "open"},
-    {"Song informations", "song-info"},
-    {nullptr, nullptr},
-    {"Video calibration", "calibration"},
-    {"Options", "options"},
-    {"Volume control", "volume"},
-    {"Visit Sonnel Web site", "web"},
-    {nullptr, nullptr},
-    {"Play", "play"},
-    {"Pause", "pause"},
-    {"Stop", "stop"},
+    {"Open", "open", &frmKaraoke::mnuFileLoad_Click},
+    {"Song informations", "song-info", &frmKaraoke::mnuVisInfo_Click},
+    Separatore,
+    {"Video calibration", "calibration", &frmKaraoke::mnuVisCalibratura_Click},
+    {"Options", "options", &frmKaraoke::mnuVisOpzioni_Click},
+    {"Volume control", "volume", &frmKaraoke::mnuVisMixer_Click},
+    {"Visit Sonnel Web site", "web", &frmKaraoke::mnuHelpWebHome_Click},
+    Separatore,
+    {"Play", "play", &frmKaraoke::mnuSoundPlay_Click},
+    {"Pause", "pause", &frmKaraoke::mnuSoundPause_Click},
+    {"Stop", "stop", &frmKaraoke::mnuSoundStop_Click},
 }};
 
 }  // namespace
@@ -59,45 +61,54 @@ void frmKaraoke::CreaMenu() {
 
 void frmKaraoke::CreaMenuFile() {
     QMenu* mnuFile = menuBar()->addMenu("&File");
-    mnuFileLoad = Voce(mnuFile, "&Open", Qt::CTRL | Qt::Key_O, &frmKaraoke::mnuFileLoad_Click);
-    mnuFile->addSeparator();
-    Voce(mnuFile, "&Reload index", Qt::Key_F5, &frmKaraoke::mnuFileRileggiDB_Click);
-    Voce(mnuFile, "&Update index", Qt::CTRL | Qt::Key_F5, &frmKaraoke::mnufileAggiornaDB_Click);
-    mnuFile->addSeparator();
-    Voce(mnuFile, "&Exit", Qt::CTRL | Qt::Key_X, &frmKaraoke::mnuFileExit_Click);
+    mnuFileLoad =
+        Voce(mnuFile, "mnuFileLoad", "&Open", Qt::CTRL | Qt::Key_O, &frmKaraoke::mnuFileLoad_Click);
+    mnuFile->addSeparator()->setObjectName("mnuFileSep1");
+    Voce(mnuFile, "mnuFileRileggiDB", "&Reload index", Qt::Key_F5,
+         &frmKaraoke::mnuFileRileggiDB_Click);
+    Voce(mnuFile, "mnuFileAggiornaDB", "&Update index", Qt::CTRL | Qt::Key_F5,
+         &frmKaraoke::mnufileAggiornaDB_Click);
+    mnuFile->addSeparator()->setObjectName("mnufileSep2");
+    Voce(mnuFile, "mnuFileExit", "&Exit", Qt::CTRL | Qt::Key_X, &frmKaraoke::mnuFileExit_Click);
 }
 
 void frmKaraoke::CreaMenuVista() {
     QMenu* mnuVis = menuBar()->addMenu("&View");
-    Voce(mnuVis, "&Volume control", Qt::CTRL | Qt::Key_V, &frmKaraoke::mnuVisMixer_Click);
-    mnuVisCalibratura =
-        Voce(mnuVis, "Cali&brate...", Qt::CTRL | Qt::Key_C, &frmKaraoke::mnuVisCalibratura_Click);
-    mnuVis->addSeparator();
-    mnuVisInfo =
-        Voce(mnuVis, "Song &Properties", Qt::CTRL | Qt::Key_I, &frmKaraoke::mnuVisInfo_Click);
-    mnuVis->addSeparator();
-    Voce(mnuVis, "&Options...", {}, &frmKaraoke::mnuVisOpzioni_Click);
+    Voce(mnuVis, "mnuVisMixer", "&Volume control", Qt::CTRL | Qt::Key_V,
+         &frmKaraoke::mnuVisMixer_Click);
+    mnuVisCalibratura = Voce(mnuVis, "mnuVisCalibratura", "Cali&brate...", Qt::CTRL | Qt::Key_C,
+                             &frmKaraoke::mnuVisCalibratura_Click);
+    mnuVis->addSeparator()->setObjectName("mnuVisSep1");
+    mnuVisInfo = Voce(mnuVis, "mnuVisInfo", "Song &Properties", Qt::CTRL | Qt::Key_I,
+                      &frmKaraoke::mnuVisInfo_Click);
+    mnuVis->addSeparator()->setObjectName("mnuVisSep2");
+    Voce(mnuVis, "mnuVisOpzioni", "&Options...", {}, &frmKaraoke::mnuVisOpzioni_Click);
 }
 
 void frmKaraoke::CreaMenuKaraoke() {
     QMenu* mnuSound = menuBar()->addMenu("&Karaoke");
     connect(mnuSound, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
-    mnuSoundPlay = Voce(mnuSound, "&Play", Qt::Key_F2, &frmKaraoke::mnuSoundPlay_Click);
-    mnuSoundPause = Voce(mnuSound, "&Pause/continue", Qt::Key_F3, &frmKaraoke::mnuSoundPause_Click);
-    mnuSoundStop = Voce(mnuSound, "&Stop", Qt::Key_F4, &frmKaraoke::mnuSoundStop_Click);
+    mnuSoundPlay =
+        Voce(mnuSound, "mnuSoundPlay", "&Play", Qt::Key_F2, &frmKaraoke::mnuSoundPlay_Click);
+    mnuSoundPause = Voce(mnuSound, "mnuSoundPause", "&Pause/continue", Qt::Key_F3,
+                         &frmKaraoke::mnuSoundPause_Click);
+    mnuSoundStop =
+        Voce(mnuSound, "mnuSoundStop", "&Stop", Qt::Key_F4, &frmKaraoke::mnuSoundStop_Click);
 }
 
 void frmKaraoke::CreaMenuAiuto() {
     QMenu* mnuHelp = menuBar()->addMenu("&Help");
-    Voce(mnuHelp, "&Sonnel home page", {}, &frmKaraoke::mnuHelpWebHome_Click);
-    Voce(mnuHelp, "Sonnel &links", {}, &frmKaraoke::mnuHelpWebLinks_Click);
-    mnuHelp->addSeparator();
-    Voce(mnuHelp, "&About Sonnel Player", Qt::Key_F1, &frmKaraoke::mnuHelpAbout_Click);
+    Voce(mnuHelp, "mnuHelpWebHome", "&Sonnel home page", {}, &frmKaraoke::mnuHelpWebHome_Click);
+    Voce(mnuHelp, "mnuHelpWebLinks", "Sonnel &links", {}, &frmKaraoke::mnuHelpWebLinks_Click);
+    mnuHelp->addSeparator()->setObjectName("mnuHelpSep1");
+    Voce(mnuHelp, "mnuHelpAbout", "&About Sonnel Player", Qt::Key_F1,
+         &frmKaraoke::mnuHelpAbout_Click);
 }
 
-QAction* frmKaraoke::Voce(QMenu* menu, const char* testo, const QKeySequence& tasti,
-                          void (frmKaraoke::*comando)()) {
+QAction* frmKaraoke::Voce(QMenu* menu, const char* nome, const char* testo,
+                          const QKeySequence& tasti, void (frmKaraoke::*comando)()) {
     QAction* azione = menu->addAction(testo, this, comando);
+    azione->setObjectName(nome);
     azione->setShortcut(tasti);
     return azione;
 }
@@ -108,11 +119,12 @@ void frmKaraoke::CreaBarra() {
     striscia_->setStyleSheet(StileStriscia);
 
     tlbBar = new QToolBar(striscia_);
+    tlbBar->setAccessibleName("Commands");
     tlbBar->setIconSize(ImmagineBottone);
     tlbBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     for (std::size_t i = 0; i < Bottoni.size(); ++i) {
         const Bottone& bottone = Bottoni[i];
-        if (bottone.suggerimento == nullptr) {
+        if (bottone.comando == nullptr) {
             bottoni_[i] = tlbBar->addSeparator();
             continue;
         }
@@ -124,6 +136,7 @@ void frmKaraoke::CreaBarra() {
     }
 
     imgLogo = new QLabel(striscia_);
+    imgLogo->setObjectName("imgLogo");
     imgLogo->setFixedSize(ImmagineLogo);
     for (std::size_t i = 0; i < ImageList2.size(); ++i) {
         ImageList2[i] = QIcon(QString(":/logo/logo%1.svg").arg(i + 1));
@@ -143,9 +156,9 @@ QWidget* frmKaraoke::CreaPosizione() {
     SSPanel1->setObjectName("SSPanel1");
     const QString zero = QString::fromStdString(FormattaTempo(0));
     lblPosition = new QLabel(zero, SSPanel1);
-    lblPosition->setAccessibleName("Song position");
+    lblPosition->setAccessibleDescription("Song position");
     lblTrackLength = new QLabel(zero, SSPanel1);
-    lblTrackLength->setAccessibleName("Song length");
+    lblTrackLength->setAccessibleDescription("Song length");
     for (QLabel* etichetta : {lblPosition, lblTrackLength}) {
         // The slider does not move while the digits change.
         etichetta->setMinimumWidth(etichetta->fontMetrics().horizontalAdvance("00' 00\"") + 2);
@@ -178,36 +191,11 @@ void frmKaraoke::MostraLogo(int immagine) {
 }
 
 void frmKaraoke::tlbBar_ButtonClick(int index) {
-    switch (index) {
-        case 1:
-            mnuFileLoad_Click();
-            break;
-        case 2:
-            mnuVisInfo_Click();
-            break;
-        case 4:
-            mnuVisCalibratura_Click();
-            break;
-        case 5:
-            mnuVisOpzioni_Click();
-            break;
-        case 6:
-            mnuVisMixer_Click();
-            break;
-        case 7:
-            mnuHelpWebHome_Click();
-            break;
-        case 9:
-            mnuSoundPlay_Click();
-            break;
-        case 10:
-            mnuSoundPause_Click();
-            break;
-        case 11:
-            mnuSoundStop_Click();
-            break;
-        default:
-            break;
+    if (index < 1 || index > NumBottoni) {
+        return;
+    }
+    if (const auto comando = Bottoni.at(static_cast<std::size_t>(index) - 1).comando) {
+        (this->*comando)();
     }
 }
 

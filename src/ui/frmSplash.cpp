@@ -42,19 +42,18 @@ frmSplash::frmSplash(Modo modo, QWidget* parent)
     setAttribute(Qt::WA_QuitOnClose, false);
     setFixedSize(Misura);
     setWindowTitle(QString::fromStdString(std::string(TitoloProgramma)));
+    tmrClose.setSingleShot(true);
+    connect(&tmrClose, &QTimer::timeout, this, &frmSplash::tmrClose_Timer);
     // Of a fixed size, so there is nothing to maximise.
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowCloseButtonHint);
+    setWindowFlags(modo == Modo::Avvio ? Qt::Dialog | Qt::FramelessWindowHint
+                                       : Qt::Dialog | Qt::CustomizeWindowHint |
+                                             Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     if (modo == Modo::Avvio) {
-        setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
-        setModal(false);
         tmrClose.start(DurataAvvio);
     }
     cmdOk->setVisible(modo == Modo::Informazioni);
     cmdOk->setDefault(true);
     connect(cmdOk, &QPushButton::clicked, this, &frmSplash::cmdOk_Click);
-    tmrClose.setSingleShot(true);
-    connect(&tmrClose, &QTimer::timeout, this, &frmSplash::tmrClose_Timer);
 
     auto* fila = new QHBoxLayout;
     fila->addWidget(lblPlatform, 1);

@@ -4,36 +4,28 @@
 
 #include <cerrno>
 #include <map>
-#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace sonnel::test {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::ElementsAre;
+using namespace std::string_literals;
 
 constexpr RegistryRoot User = RegistryRoot::CurrentUser;
 constexpr RegistryRoot Machine = RegistryRoot::LocalMachine;
 
 class FileRegistroTest : public ::testing::Test {
   protected:
-    int Set(std::string_view name, RegistryType type, std::string_view data,
-            std::string_view path = "A\\B") {
+    int Set(std::string_view name, std::string_view data,
+            RegistryType type = RegistryType::String) {
         RegistryKey key = 0;
-        if (const int status = store.CreateKey(User, path, key); status != 0) {
-            return status;
-        }
-        const int status = store.SetValue(key, name, type, data);
-        store.CloseKey(key);
-        return status;
-    }
-    int Set(std::string_view name, std::string_view text) {
-        return Set(name, RegistryType::String, text);
+        const int status = store.CreateKey(User, "A\\B", key);
+        return status != 0 ? status : store.SetValue(key, name, type, data);
     }
     /// The value as type number and data, or "error" and the status.
     std::string Get(std::string_view name, std::string_view path = "A\\B") {
@@ -43,89 +35,70 @@ class FileRegistroTest : public ::testing::Test {
         int status = store.OpenKey(User, path, key);
         if (status == 0) {
             status = store.QueryValue(key, name, type, data);
-            store.CloseKey(key);
         }
         return status != 0 ? "error " + std::to_string(status)
                            : std::to_string(static_cast<int>(type)) + " " + data;
     }
-    static std::string Missing() { return "error " + std::to_string(ENOENT); }
 
+    const std::string missing = "error " + std::to_string(ENOENT);
     TempDirectory directory;
     fs::path file = directory / "user" / "settings.conf";
     FileRegistro store{file, directory / "machine.conf"};
 };
 
 TEST_F(FileRegistroTest, ValuesComeBackAsTheyWere) {
-    const std::vector<std::string> texts{
-        "Arial",
-        "",
-        "-1",
-        " two  blanks ",
-        "\ttab\t",
-        "C:\\Karaoke\\",
-        "a=b;c#d",
-        "[x]",
-        "number:5",
-        "binary:00",
-        "line\r\nline\nend\r",
-        std::string("nul\0\0", 5),
-        "caff\u00E8 \u0416",
-        "\\",
-        "\\s",
-        "caf\xE9",
-        "@",
-    };
-    for (const std::string& text : texts) {
+    const std::string nul("nul\0\0", 5);
+    for (const std::string& text :
+         {"Arial"s, ""s, " two  blanks "s, "\ttab\t"s, "C:\\Karaoke\\"s, "a=b;c#d"s, "[x]"s,
+          "number:5"s, "binary:00"s, "line\r\nline\nend\r"s, nul, "caff\u00E8 \u0416"s, "\\"s,
+          "\\s"s, "caf\xE9"s, "@"s}) {
         EXPECT_EQ(Set("name", text), 0);
         EXPECT_EQ(Get("NAME"), "1 " + text);
         EXPECT_EQ(Set(text, "value of " + text), 0) << "as a name";
         EXPECT_EQ(Get(text), "1 value of " + text);
     }
-    const std::string number("\xFF\x00\xFE\x80", 4);
-    EXPECT_EQ(Set("number", RegistryType::Number, number), 0);
-    EXPECT_EQ(Get("number"), "4 " + number);
-    EXPECT_EQ(Set("number", RegistryType::Number, "123"), EINVAL);
-    for (const std::string& bytes : {std::string(), std::string("\x00\xA5\xFF=\n", 5)}) {
-        EXPECT_EQ(Set("bytes", RegistryType::Binary, bytes), 0);
-        EXPECT_EQ(Get("bytes"), "3 " + bytes);
-    }
+    const std::string bytes("\xFF\x00\xFE\x80", 4);
+    EXPECT_EQ(Set("number", bytes, RegistryType::Number), 0);
+    EXPECT_EQ(Get("number"), "4 " + bytes);
+    EXPECT_EQ(Set("number", "123", RegistryType::Number), EINVAL);
+    EXPECT_EQ(Set("bytes", bytes + "=\n", RegistryType::Binary), 0);
+    EXPECT_EQ(Get("bytes"), "3 " + bytes + "=\n");
+    EXPECT_EQ(Set("bytes", "", RegistryType::Binary), 0);
+    EXPECT_EQ(Get("bytes"), "3 ");
 }
 
-TEST_F(FileRegistroTest, LooksAsItIsEditedByHand) {
+TEST_F(FileRegistroTest, LooksAsItIsEditedByHandAndTwoPlayersKeepEachOthersValues) {
+    FileRegistro other(file, directory / "machine.conf");
     SalvaImpostazione(store, "Font", "Nome", "Arial");
-    SalvaImpostazione(store, "Font", "Dimensione", "13.5");
+    SalvaImpostazione(other, "Font", "Dimensione", "13.5");
     SalvaImpostazione(store, "Opzioni", "Ombra", "-1");
-    SalvaImpostazione(store, "Font", "Nome", "Noto Sans");
+    SalvaImpostazione(other, "Font", "Nome", "Noto Sans");
     EXPECT_EQ(Content(file),
               "[Software\\Corvane\\Sonnel Player\\Font]\nNome=Noto Sans\nDimensione=13.5\n\n"
               "[Software\\Corvane\\Sonnel Player\\Opzioni]\nOmbra=-1\n");
 }
 
-TEST_F(FileRegistroTest, ReadsWhatOthersWrote) {
+TEST_F(FileRegistroTest, ReadsWhatOthersWroteAndKeepsWhatItDoesNotUnderstand) {
     fs::create_directory(directory / "user");
     directory.Write("user/settings.conf",
-                    "\xEF\xBB\xBFgarbage\r\n; [A\\B]\r\n[a\\b]\r\n  Name =  Noto Sans\t\r\n"
-                    "@=default\n; Name=no\n# Name=no\nnonsense\n=x\nFlags=number:-2\n"
-                    "Flags2=number:x\nBytes=binary:0 1\n[A\\B]\nName=last\n[A\\C");
+                    "\xEF\xBB\xBF; [A\\B]\r\n\r\n[a\\b]\r\n  Name =  Noto Sans\t\r\n@=default\n"
+                    "; Name=no\n# Name=no\nnonsense\n=x\nFlags=number:-2\nFlags2=number:x\n"
+                    "Bytes=binary:0 1\n\n[A\\B]\nName=last\n[A\\C");
     EXPECT_EQ(Get("Name"), "1 last");
     EXPECT_EQ(Get(""), "1 default");
     EXPECT_EQ(Get("flags"), "4 \xFE\xFF\xFF\xFF");
     for (const char* name : {"Flags2", "Bytes", "nonsense", "; Name"}) {
-        EXPECT_EQ(Get(name), Missing()) << name;
+        EXPECT_EQ(Get(name), missing) << name;
     }
-    EXPECT_EQ(Get("Name", "A"), Missing());
-    EXPECT_EQ(Get("Name", "A\\C"), Missing());
-}
-
-TEST_F(FileRegistroTest, KeepsWhatItDoesNotUnderstand) {
-    fs::create_directory(directory / "user");
-    directory.Write("user/settings.conf",
-                    "; mine\r\n\r\n[A\\B]\r\n  Name = old\r\nnonsense\r\nflags=number:x\r\n\r\n"
-                    "[A\\D]\r\nx=1");
+    EXPECT_EQ(Get("Name", "A"), missing);
+    EXPECT_EQ(Get("Name", "A\\C"), missing);
+    EXPECT_EQ(Set("@", "at"), 0);
     EXPECT_EQ(Set("name", "new"), 0);
-    EXPECT_EQ(Set("other", "1"), 0);
-    EXPECT_EQ(Content(file),
-              "; mine\n\n[A\\B]\nname=new\nnonsense\nflags=number:x\nother=1\n\n[A\\D]\nx=1\n");
+    EXPECT_EQ(
+        Content(file),
+        "; [A\\B]\n\n[a\\b]\n  Name =  Noto Sans\t\n@=default\n; Name=no\n# Name=no\nnonsense\n"
+        "=x\nFlags=number:-2\nFlags2=number:x\nBytes=binary:0 1\n\\@=at\n\n"
+        "[A\\B]\nname=new\n[A\\C\n");
 }
 
 TEST_F(FileRegistroTest, KeysAreThereWithAllTheirParents) {
@@ -149,14 +122,6 @@ TEST_F(FileRegistroTest, KeysAreThereWithAllTheirParents) {
     EXPECT_EQ(store.SetValue(key, "x", type, data), EBADF);
 }
 
-TEST_F(FileRegistroTest, TwoPlayersKeepEachOthersValues) {
-    EXPECT_EQ(Set("mine", "1"), 0);
-    FileRegistro other(file, directory / "machine.conf");
-    SalvaImpostazione(other, "Font", "Nome", "theirs");
-    EXPECT_EQ(Set("mine", "2"), 0);
-    EXPECT_EQ(LeggiImpostazione(store, "Font", "Nome", ""), "theirs");
-}
-
 TEST_F(FileRegistroTest, AFileThatCannotBeUsedIsLeftAlone) {
     fs::create_directories(file);
     EXPECT_EQ(Get("name"), "error " + std::to_string(EISDIR));
@@ -175,35 +140,28 @@ TEST_F(FileRegistroTest, AFileThatCannotBeUsedIsLeftAlone) {
     fs::remove_all(directory / "user");
 
     directory.Write("user", "a file where the directory should be");
-    EXPECT_EQ(Get("name"), Missing());
+    EXPECT_EQ(Get("name"), missing);
     EXPECT_EQ(Set("name", "x"), ENOTDIR);
 }
 
 TEST(SettingsFiles, AreWhereTheEnvironmentSays) {
-    struct Case {
-        std::map<std::string, std::string> environment;
-        std::string user;
-        std::string machine;
-    };
-    const std::vector<Case> cases{
-        {{{"HOME", "/home/ada"}},
-         "/home/ada/.config/sonnel/settings.conf",
-         "/etc/xdg/sonnel/settings.conf"},
+    using Variables = std::map<std::string, std::string>;
+    const std::vector<std::tuple<Variables, std::string, std::string>> cases{
+        {{{"HOME", "/home/ada"}}, "/home/ada/.config/sonnel", "/etc/xdg/sonnel"},
         {{{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "/cfg"}, {"XDG_CONFIG_DIRS", "/opt/etc:/etc"}},
-         "/cfg/sonnel/settings.conf",
-         "/opt/etc/sonnel/settings.conf"},
+         "/cfg/sonnel",
+         "/opt/etc/sonnel"},
         {{{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "relative"}, {"XDG_CONFIG_DIRS", ":/etc"}},
-         "/home/ada/.config/sonnel/settings.conf",
-         "/etc/xdg/sonnel/settings.conf"},
-        {{{"XDG_CONFIG_HOME", ""}}, "", "/etc/xdg/sonnel/settings.conf"},
+         "/home/ada/.config/sonnel",
+         "/etc/sonnel"},
+        {{{"XDG_CONFIG_HOME", ""}}, "", "/etc/xdg/sonnel"},
     };
-    for (const Case& c : cases) {
-        const Environment lookup = [&](const std::string& name) {
-            const auto found = c.environment.find(name);
-            return found != c.environment.end() ? found->second : std::string();
+    for (const auto& [variables, user, machine] : cases) {
+        const Environment lookup = [&known = variables](const std::string& name) {
+            return known.contains(name) ? known.at(name) : std::string();
         };
-        EXPECT_EQ(UserSettingsFile(lookup).string(), c.user);
-        EXPECT_EQ(MachineSettingsFile(lookup).string(), c.machine);
+        EXPECT_EQ(UserSettingsFile(lookup), user.empty() ? "" : user + "/settings.conf");
+        EXPECT_EQ(MachineSettingsFile(lookup), machine + "/settings.conf");
     }
 }
 

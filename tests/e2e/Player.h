@@ -48,6 +48,7 @@ class Player {
     }
     /// Starts it, once more when it has ended, in the home it has.
     void Start(const std::vector<std::string>& arguments) {
+        started = Clock::now();
         process_.emplace(Command(arguments), home_ / "player.log");
     }
 
@@ -99,6 +100,7 @@ class Player {
 
     Screen screen;
     std::vector<Sample> seen;
+    Clock::time_point started;  ///< just before the program was
 
   private:
     // Nothing else on the screen has these.

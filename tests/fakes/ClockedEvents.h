@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <utility>
 
 namespace sonnel::test {
@@ -13,16 +14,24 @@ namespace sonnel::test {
 class ClockedEvents : public EventiSistema {
   public:
     explicit ClockedEvents(ManualClock& clock) : clock_(clock) {}
-    void RunPending() override { ++turns; }
+    void RunPending() override {
+        ++turns;
+        clock_.Advance(perTurn);
+    }
     void WaitPending(std::chrono::milliseconds limit) override {
         ++turns;
+        if (whileWaiting) {
+            std::exchange(whileWaiting, nullptr)();
+        }
         clock_.Advance(std::min(limit, nextEvent));
     }
     Pointer SetPointer(Pointer shown) override { return std::exchange(pointer, shown); }
     void Beep() override { ++beeps; }
 
     std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();
+    std::chrono::nanoseconds perTurn{0};  ///< what handling the pending events takes
     int turns = 0;
+    std::function<void()> whileWaiting;  ///< what goes on during the next wait
     int beeps = 0;
     Pointer pointer = Pointer::Normal;
 

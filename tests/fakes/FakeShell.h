@@ -2,6 +2,7 @@
 
 #include "platform/Shell.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,6 +31,9 @@ class FakeShell : public Shell {
     }
     void RegisterFileType(const std::filesystem::path& program) override {
         registered.push_back(program);
+        if (whileRegistering) {
+            whileRegistering();
+        }
     }
 
     bool works = true;                      ///< whether programs can be started
@@ -40,6 +44,7 @@ class FakeShell : public Shell {
     std::vector<std::string> opened;
     std::vector<std::uint32_t> activated;
     std::vector<std::filesystem::path> registered;
+    std::function<void()> whileRegistering;
 };
 
 }  // namespace sonnel::test

@@ -3,6 +3,7 @@
 #include "fakes/ManualClock.h"
 #include "fakes/ManualOutput.h"
 #include "fakes/ManualTimer.h"
+#include "fakes/RecordingSynth.h"
 #include "fakes/TempDirectory.h"
 #include "platform/Numbers.h"
 #include "platform/Sintetizzatore.h"
@@ -11,13 +12,16 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace sonnel::test {
 
-/// The sequencer on a synthesiser of the test's choice, sound, clock and timer moved by hand.
+/// The sequencer on a recording synthesiser or one of the test's choice, sound, clock and timer
+/// moved by hand.
 struct SequencerRig {
-    explicit SequencerRig(Sintetizzatore& synth) : control(synth, output, timer, clock) {
+    SequencerRig() : SequencerRig(synth) {}
+    explicit SequencerRig(Sintetizzatore& chosen) : control(chosen, output, timer, clock) {
         control.onDone = [this](MciNotify how) { done.push_back(how); };
     }
 
@@ -39,11 +43,16 @@ struct SequencerRig {
             timer.Fire();
         }
     }
+    /// What the sequencer does, and at which millisecond.
+    [[nodiscard]] std::pair<MciMode, std::int32_t> State() const {
+        return {control.Mode(), control.Position()};
+    }
     [[nodiscard]] std::int64_t Frame(double ms) const {
         return RoundHalfEven<std::int64_t>(ms * output.rate / 1000);
     }
 
     TempDirectory folder;
+    RecordingSynth synth;
     ManualOutput output;
     ManualTimer timer;
     ManualClock clock;

@@ -149,14 +149,23 @@ TEST_F(frmKaraokeTest, AFirstStartCalibratesInViewAndThenLoadsTheLibrary) {
     registry.Put(RegistryRoot::CurrentUser, Opzioni, "Compensazione", RegistryType::String, "-1");
     registry.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\.lyk", "", RegistryType::String,
                  "");
-    msgBox.whileShown = [this] {
-        const frmKaraoke& shown = *window;
-        called.emplace_back(shown.isVisible() && !registry.written.empty() ? "calibrate" : "?");
+    const auto note = [this](const std::string& step) {
+        bool splash = false;
+        for (const QWidget* shown : QApplication::topLevelWidgets()) {
+            splash = splash || (shown != window.get() && shown->isVisible());
+        }
+        called.push_back(step + (splash ? ", splash" : "") +
+                         (window->isVisible() ? ", window" : "") +
+                         (events.pointer == Pointer::Busy ? ", busy" : ""));
     };
+    shell.whileRegistering = [&] { note(program.config.OpenDir.empty() ? "register" : "?"); };
+    events.whileWaiting = [&] { note(window->windowTitle().isEmpty() ? "?" : "wait"); };
+    msgBox.whileShown = [&] { note("calibrate"); };
     msgBox.answers = {Answer::Cancel};
     const double start = rig.clock.TimeOfDay();
     Open("");
-    EXPECT_THAT(called, testing::ElementsAre("calibrate", "load index", "make selection"));
+    EXPECT_THAT(called, testing::ElementsAre("register, splash, busy", "wait, splash, busy",
+                                             "calibrate, window", "load index", "make selection"));
     EXPECT_NEAR(rig.clock.TimeOfDay() - start, 3, 0.51) << "the splash stays";
     EXPECT_EQ(events.pointer, Pointer::Normal);
 }
@@ -191,11 +200,12 @@ TEST_F(frmKaraokeTest, MenusAndTheirKeys) {
     }
     EXPECT_THAT(called, testing::ElementsAre("choose", "reload", "update", "calibrate"));
     called.clear();
-    for (const int button : {0, 1, 3, 4, 5, 7, 8, 12}) {
+    for (const int button : {0, 1, 3, 4, 5, 6, 7, 8, 12}) {
         window->tlbBar_ButtonClick(button);
     }
     EXPECT_THAT(called, testing::ElementsAre("choose", "calibrate", "options"));
     EXPECT_EQ(shell.opened.size(), 1U);
+    EXPECT_EQ(shell.starts, 1);
 }
 
 TEST_F(frmKaraokeTest, ShowsTheSongOfTheCommandLine) {
@@ -250,7 +260,9 @@ TEST_F(frmKaraokeTest, SplashInformationAndWebPages) {
     EXPECT_EQ(seen, "Sonnel Player 98|Version 4.1.11beta|for Windows 95|button");
     look();
     window->tlbBar_ButtonClick(2);
-    EXPECT_TRUE(seen.contains("Rondini")) << seen.toStdString();
+    EXPECT_EQ(seen.toStdString(),
+              "Title|Rondini|Author/ performer||Karaoke made by||Karaoke editor version||"
+              "Karaoke creation date||button");
 
     window->tlbBar_ButtonClick(7);
     EXPECT_THAT(shell.opened, testing::ElementsAre("https://www.sonnel-player.example/"));
@@ -320,6 +332,33 @@ TEST_F(frmKaraokeTest, SliderKeysSeekWhileTheSongDoesNotPlay) {
     rig.Run(100);
     EXPECT_TRUE(Playing());
     EXPECT_NEAR(control.Position(), 10200, 50);
+}
+
+TEST_F(frmKaraokeTest, TheLogoGoesRound) {
+    Open("");
+    const auto* logo = window->findChild<QLabel*>("imgLogo");
+    const auto* timer = window->findChild<QTimer*>("tmrLogo");
+    std::vector<QImage> pictures;
+    std::vector<int> times;
+    for (int frame = 0; frame < 4; ++frame) {
+        window->tmrLogo_Timer();
+        pictures.push_back(logo->pixmap().toImage());
+        times.push_back(timer->interval());
+    }
+    EXPECT_EQ(times, (std::vector{800, 600, 600, 800}));
+    EXPECT_EQ(pictures[0], pictures[3]);
+    EXPECT_FALSE(pictures[0] == pictures[1] || pictures[1] == pictures[2] ||
+                 pictures[2] == pictures[0]);
+}
+
+TEST_F(frmKaraokeTest, AnAbsurdPlaceIsMendedAlsoBelowAMaximisedWindow) {
+    for (const char* name : {"Left", "Top", "Width", "Height"}) {
+        registry.Put(RegistryRoot::CurrentUser, Finestra, name, RegistryType::String, "2147483647");
+    }
+    registry.Put(RegistryRoot::CurrentUser, Finestra, "FullScreen", RegistryType::String, "-1");
+    Open("");
+    EXPECT_TRUE(window->isMaximized());
+    EXPECT_TRUE(QRect(0, 0, 800, 800).contains(window->normalGeometry()));
 }
 
 TEST_F(frmKaraokeTest, TheWordsStandInTheMiddleBelowTheToolbar) {

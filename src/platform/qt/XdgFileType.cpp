@@ -61,6 +61,15 @@ std::string CommandArgument(std::string_view argument) {
     return plain ? text : '"' + text + '"';
 }
 
+/// Whether the desktop entry that is there starts this program: then it may have been edited.
+bool Starts(const fs::path& file, const std::string& entry) {
+    const Result<std::string> present = ReadFile(file);
+    const std::size_t start = entry.find("\nExec=");
+    const std::size_t end = entry.find(" %f", start);
+    return present && start != std::string::npos &&
+           present->find(entry.substr(start, end - start)) != std::string::npos;
+}
+
 bool WriteIfDifferent(const fs::path& file, std::string_view content) {
     const Result<std::string> present = ReadFile(file);
     if (present && *present == content) {
@@ -109,8 +118,9 @@ bool InstallXdgFileType(const XdgFileType& type, const fs::path& program,
                         const fs::path& dataDirectory) {
     const fs::path theme = dataDirectory / IconTheme;
     const fs::path icons = theme / "scalable";
-    bool changed = WriteIfDifferent(dataDirectory / Applications / "sonnel.desktop",
-                                    WithProgram(type.desktopEntry, program));
+    const fs::path desktopEntry = dataDirectory / Applications / "sonnel.desktop";
+    const std::string entry = WithProgram(type.desktopEntry, program);
+    bool changed = !Starts(desktopEntry, entry) && WriteIfDifferent(desktopEntry, entry);
     changed |= WriteIfDifferent(dataDirectory / MimeTypes / "packages/sonnel.xml", type.mimeType);
     for (const char* name : {"apps/sonnel.svg", "mimetypes/application-x-sonnel-lyk.svg"}) {
         if (WriteIfDifferent(icons / name, type.icon)) {
