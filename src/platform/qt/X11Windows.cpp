@@ -6,7 +6,6 @@
 
 #include "platform/Text.h"
 
-#include <QString>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -22,10 +21,12 @@ namespace {
 /// Longest property that is read, in units of four bytes.
 constexpr std::uint32_t PropertyLimit = 16384;
 /// Longest title that is shown, in characters.
-constexpr qsizetype TitleLimit = 200;
+constexpr std::size_t TitleLimit = 200;
 /// Who asks for an activation: not an ordinary program's wish, which window managers may refuse,
 /// but the person's own.
 constexpr std::uint32_t OnThePersonsBehalf = 2;
+/// The desktop of a window that all of them show.
+constexpr std::uint32_t EveryDesktop = 0xFFFFFFFF;
 
 struct Freed {
     void operator()(void* reply) const { std::free(reply); }
@@ -58,6 +59,9 @@ class X11Display {
     [[nodiscard]] bool Supports(std::string_view feature) const;
     [[nodiscard]] Reply<xcb_get_window_attributes_reply_t> Attributes(xcb_window_t window) const;
     [[nodiscard]] std::vector<xcb_window_t> UnmanagedWindows() const;
+    /// Sends the window manager a request about a window; false when the server refuses it.
+    [[nodiscard]] bool Ask(xcb_window_t window, std::string_view request, std::uint32_t data) const;
+    [[nodiscard]] bool ShowDesktopOf(xcb_window_t window) const;
 
     xcb_connection_t* connection_;
     xcb_window_t root_;
@@ -150,30 +154,42 @@ std::vector<std::string> X11Display::ProgramNames(xcb_window_t window) const {
 }
 
 std::string X11Display::Title(xcb_window_t window) const {
-    QString title = QString::fromStdString(Bytes(window, "_NET_WM_NAME"));
-    if (title.isEmpty()) {
-        const std::string name = Bytes(window, "WM_NAME");
-        title = QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+    std::string title = Bytes(window, "_NET_WM_NAME");
+    if (title.empty()) {
+        title = Bytes(window, "WM_NAME");
     }
-    return title.left(TitleLimit).toStdString();
+    const std::string text = IsValidUtf8(title) ? title : FromWindows1252(title);
+    return std::string(FirstCodePoints(text, TitleLimit));
 }
 
-bool X11Display::Activate(xcb_window_t window) const {
-    if (!Supports("_NET_ACTIVE_WINDOW") || !Attributes(window)) {
-        return false;
-    }
+bool X11Display::Ask(xcb_window_t window, std::string_view request, std::uint32_t data) const {
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
     event.window = window;
-    event.type = Atom("_NET_ACTIVE_WINDOW");
-    event.data.data32[0] = OnThePersonsBehalf;
+    event.type = Atom(request);
+    event.data.data32[0] = data;
     constexpr std::uint32_t toWindowManager =
         XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     const Reply<xcb_generic_error_t> error(xcb_request_check(
         connection_, xcb_send_event_checked(connection_, 0, root_, toWindowManager,
                                             reinterpret_cast<const char*>(&event))));
     return !error;
+}
+
+bool X11Display::ShowDesktopOf(xcb_window_t window) const {
+    const auto desktop = Words(window, "_NET_WM_DESKTOP");
+    const bool shows = desktop.empty() || desktop.front() == EveryDesktop ||
+                       desktop == Words(root_, "_NET_CURRENT_DESKTOP");
+    return shows || Ask(root_, "_NET_CURRENT_DESKTOP", desktop.front());
+}
+
+bool X11Display::Activate(xcb_window_t window) const {
+    if (!Supports("_NET_ACTIVE_WINDOW") || !Attributes(window)) {
+        return false;
+    }
+    // Some window managers activate only what is on the desktop that shows.
+    return ShowDesktopOf(window) && Ask(window, "_NET_ACTIVE_WINDOW", OnThePersonsBehalf);
 }
 
 }  // namespace
