@@ -8,7 +8,7 @@ Finestre::Finestre(Programma& programma, CommonDialog& dialoghi)
     : programma_(programma),
       dialoghi_(dialoghi),
       libreria_{programma.config, programma.brani, programma.msgBox, programma.eventi},
-      messaggio_(programma.schermo, programma.eventi) {
+      messaggio_(programma.schermo) {
     programma.scelta.scegli = [this] { return ScegliBrano(); };
     programma.scelta.nomeFile = [&brani = programma.brani](std::int32_t posizione) {
         return posizione <= brani.NumBrani()

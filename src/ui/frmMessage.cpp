@@ -1,14 +1,13 @@
 #include "ui/frmMessage.h"
 
 #include "platform/Numbers.h"
+#include "platform/qt/PaintNow.h"
 #include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
 #include <QApplication>
 #include <QVBoxLayout>
-#include <QWindow>
 #include <algorithm>
-#include <chrono>
 
 namespace sonnel {
 namespace {
@@ -26,9 +25,8 @@ QWidget* FinestraInUso() {
 
 }  // namespace
 
-frmMessage::frmMessage(const Schermo& schermo, EventiSistema& eventi)
+frmMessage::frmMessage(const Schermo& schermo)
     : schermo_(schermo),
-      eventi_(eventi),
       pnlMessage(new QLabel(this)),
       cmdCancel(new QPushButton("Cancel", this)) {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
@@ -58,7 +56,8 @@ void frmMessage::MostraMessaggio(const std::string& testo, bool mostraAnnulla) {
     }
     Centra(cmdCancel->isHidden() ? AltezzaSenzaAnnulla : AltezzaConAnnulla);
     show();
-    Dipingi();
+    // The words are to be read before the work that keeps the event loop busy begins.
+    PaintNow(*this);
 }
 
 void frmMessage::Carica() {
@@ -78,17 +77,6 @@ void frmMessage::Centra(int altezza) {
         CentraForm(static_cast<float>(schermo_.Width()), static_cast<float>(schermo_.Height()),
                    static_cast<float>(width() * twips), static_cast<float>(height() * twips));
     move(pixel(posto.left), pixel(posto.top));
-}
-
-/// The words are to be read before the work that keeps the event loop busy begins.
-void frmMessage::Dipingi() {
-    constexpr int Giri = 20;
-    constexpr std::chrono::milliseconds Giro(10);
-    for (int i = 0; i < Giri && !windowHandle()->isExposed(); ++i) {
-        eventi_.WaitPending(Giro);
-    }
-    repaint();
-    eventi_.RunPending();
 }
 
 void frmMessage::ChiudiMessaggio() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/EventiSistema.h"
 #include "platform/Schermo.h"
 #include "ui/basMessage.h"
 
@@ -14,7 +13,7 @@ namespace sonnel {
 /// returns, and lies over the window that is in use then.
 class frmMessage final : public QDialog, public FinestraMessaggio {
   public:
-    frmMessage(const Schermo& schermo, EventiSistema& eventi);
+    explicit frmMessage(const Schermo& schermo);
 
     void MostraMessaggio(const std::string& testo, bool mostraAnnulla) override;
     void ChiudiMessaggio() override;
@@ -27,10 +26,8 @@ class frmMessage final : public QDialog, public FinestraMessaggio {
   private:
     void Carica();
     void Centra(int altezza);
-    void Dipingi();
 
     const Schermo& schermo_;
-    EventiSistema& eventi_;
     QLabel* pnlMessage;
     QPushButton* cmdCancel;
     bool annullato_ = false;
