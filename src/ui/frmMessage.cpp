@@ -26,9 +26,7 @@ QWidget* FinestraInUso() {
 }  // namespace
 
 frmMessage::frmMessage(const Schermo& schermo)
-    : schermo_(schermo),
-      pnlMessage(new QLabel(this)),
-      cmdCancel(new QPushButton("Cancel", this)) {
+    : schermo_(schermo), pnlMessage(new QLabel(this)), cmdCancel(new QPushButton("Cancel", this)) {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     setWindowTitle(QString::fromUtf8(TitoloMessaggi.data(), TitoloMessaggi.size()));
     QFont font = pnlMessage->font();

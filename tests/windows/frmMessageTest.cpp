@@ -1,4 +1,3 @@
-#include "fakes/ClockedEvents.h"
 #include "platform/qt/QtSystem.h"
 #include "ui/frmMessage.h"
 
@@ -12,9 +11,7 @@ namespace {
 
 TEST(frmMessage, ShowsItsTextInTheMiddleOfTheScreen) {
     const QtSchermo screen;
-    ManualClock clock;
-    ClockedEvents events(clock);
-    frmMessage window(screen, events);
+    frmMessage window(screen);
     const auto* panel = window.findChild<QLabel*>();
     auto* cancel = window.findChild<QPushButton*>();
     for (int time = 0; time < 2; ++time) {
