@@ -14,7 +14,8 @@ class EventiSistema {
     virtual void RunPending() = 0;
     /// Lets pending window events run, waiting for them up to `limit`.
     virtual void WaitPending(std::chrono::milliseconds limit) = 0;
-    virtual void SetPointer(Pointer pointer) = 0;
+    /// Returns the pointer that was shown before.
+    virtual Pointer SetPointer(Pointer pointer) = 0;
     virtual void Beep() = 0;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/Brani.h"
 #include "platform/EventiSistema.h"
 #include "platform/MsgBox.h"
 #include "platform/Orologio.h"
@@ -49,6 +50,7 @@ struct Programma {
     Config config{};
     Timeline timeline{};
     InformazioniBrano informazioni{};
+    TabellaBrani brani{};
     std::mt19937 caso{};  ///< seeded at start-up
 };
 

@@ -25,7 +25,7 @@ class ClockedEvents : public EventiSistema {
         }
         clock_.Advance(std::min(limit, nextEvent));
     }
-    void SetPointer(Pointer shown) override { pointer = shown; }
+    Pointer SetPointer(Pointer shown) override { return std::exchange(pointer, shown); }
     void Beep() override { ++beeps; }
 
     std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();

@@ -98,17 +98,17 @@ void QtEventiSistema::WaitPending(std::chrono::milliseconds limit) {
     loop.exec();
 }
 
-void QtEventiSistema::SetPointer(Pointer pointer) {
-    const bool busy = pointer == Pointer::Busy;
-    if (busy == busy_) {
-        return;
+Pointer QtEventiSistema::SetPointer(Pointer pointer) {
+    const Pointer before = pointer_;
+    pointer_ = pointer;
+    if (pointer != before) {
+        if (pointer == Pointer::Busy) {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        } else {
+            QApplication::restoreOverrideCursor();
+        }
     }
-    busy_ = busy;
-    if (busy) {
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-    } else {
-        QApplication::restoreOverrideCursor();
-    }
+    return before;
 }
 
 void QtEventiSistema::Beep() {

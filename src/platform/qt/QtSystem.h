@@ -32,11 +32,11 @@ class QtEventiSistema : public EventiSistema {
   public:
     void RunPending() override;
     void WaitPending(std::chrono::milliseconds limit) override;
-    void SetPointer(Pointer pointer) override;
+    Pointer SetPointer(Pointer pointer) override;
     void Beep() override;
 
   private:
-    bool busy_ = false;
+    Pointer pointer_ = Pointer::Normal;
 };
 
 /// The primary screen.

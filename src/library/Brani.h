@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sonnel {
+
+/// The album of the songs that belong to none.
+inline constexpr std::string_view AlbumGenerico = "?";
+
+/// One song of the library.
+struct Brano {
+    /// Base name of its files, without directory and extension; its key in the index, where letter
+    /// case does not count.
+    std::string NomeFile;
+    std::string Titolo;
+    std::string Autore;
+    std::string Album;
+};
+
+/// The song table: the songs of the index in its order, at the positions 1 to NumBrani. A position
+/// is a song's identity until the next load or rebuild; 0 or less means no song.
+class TabellaBrani {
+  public:
+    static constexpr std::int16_t MassimoBrani = std::numeric_limits<std::int16_t>::max();
+
+    [[nodiscard]] std::int16_t NumBrani() const { return static_cast<std::int16_t>(brani_.size()); }
+    /// The song at a position, 1 to NumBrani. Title, author and album may be changed in place.
+    [[nodiscard]] const Brano& Brani(std::int16_t posizione) const;
+    [[nodiscard]] Brano& Brani(std::int16_t posizione);
+
+    /// Empties the table.
+    void Azzera();
+    /// Appends a song. A table that holds MassimoBrani already only counts it as left out.
+    void InserisciBrano(Brano brano);
+    /// How many songs found no place since the table was emptied.
+    [[nodiscard]] std::size_t Esclusi() const { return esclusi_; }
+
+  private:
+    std::vector<Brano> brani_;
+    std::size_t esclusi_ = 0;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "library/Brani.h"
+#include "platform/EventiSistema.h"
+#include "platform/MsgBox.h"
+#include "settings/Config.h"
+
+#include <filesystem>
+#include <functional>
+#include <system_error>
+
+namespace sonnel {
+
+/// What looking for the index has found.
+enum class StatoIndice {
+    Presente,
+    Assente,           ///< no index, or no directory
+    DispositivoPerso,  ///< the device is unavailable
+    UnitaNonPronta,    ///< the drive is not ready: asking again may help
+};
+
+/// What an error of the file functions, or none, says of the index.
+[[nodiscard]] StatoIndice StatoDaErrore(const std::error_code& errore);
+
+/// Looks for the file on disk.
+[[nodiscard]] StatoIndice CercaIndice(const std::filesystem::path& indice);
+
+/// What the operations on the library stand on; all of it outlives them. The directory is the one
+/// the settings name when an operation begins.
+struct Libreria {
+    const Config& config;
+    TabellaBrani& brani;
+    MsgBox& msgBox;
+    EventiSistema& eventi;
+    std::function<StatoIndice(const std::filesystem::path&)> cercaIndice = CercaIndice;
+};
+
+/// Replaces the song table with the content of the index, without looking at the songs' files. A
+/// missing directory, drive or index is reported in a message box and leaves the table empty; so is
+/// a library of more songs than the table holds, of which the first are loaded. Lets no events run.
+void CaricaIndice(const Libreria& libreria);
+
+}  // namespace sonnel

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/ProfileFile.h"
+#include "song/LeggiIntestazione.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace sonnel {
+
+/// Sections of the index.
+inline constexpr std::string_view SezioneBrani = "Songs";
+inline constexpr std::string_view SezioneAlbum = "Album";
+/// What an album's entry says; its key is what counts.
+inline constexpr std::string_view ValoreAlbum = "|";
+
+/// The library's index in the karaoke directory (UTF-8), "sonnel.snl" in any letter case. An
+/// operation makes one ProfileFile of it and hands that to the functions below; one that writes
+/// more than one key opens a ProfileFile::Batch first, so that the index is written once:
+///
+///     ProfileFile indice(PercorsoIndice(config.OpenDir));
+///     ProfileFile::Batch lotto(indice);
+///     ...                   // ScriviBrano for each song that moves
+///     (void)lotto.Commit(); // a failing write of the index is not reported
+[[nodiscard]] std::filesystem::path PercorsoIndice(std::string_view openDir);
+/// Whether there is an index in the directory.
+[[nodiscard]] bool EsisteIndice(std::string_view openDir);
+
+/// With a key: its value, at most 8,191 characters of it, or `predefinito` when the key is absent.
+/// Without: the names of all keys of the section in the order of the file, each followed by NUL.
+[[nodiscard]] std::string LeggiIndice(const ProfileFile& indice, std::string_view sezione,
+                                      std::string_view chiave, std::string_view predefinito);
+
+/// Sets the key, or removes it when the value is empty. A write that fails changes nothing and is
+/// not reported.
+void ScriviIndice(ProfileFile& indice, std::string_view sezione, std::string_view chiave,
+                  std::string_view valore);
+
+/// Takes the first name off a list of names as LeggiIndice gives it; false and "" when it is empty.
+/// The list stays with the caller: only the view moves on.
+bool ProssimaChiave(std::string_view& elenco, std::string& chiave);
+
+/// Title, author and album of a song's entry; what is missing there is "".
+[[nodiscard]] Intestazione LeggiBrano(const ProfileFile& indice, std::string_view nome);
+
+/// Writes a song's entry, and its album's unless that is the generic one. A "|" in title or author
+/// is stored as it is and shifts the fields when they are read.
+void ScriviBrano(ProfileFile& indice, std::string_view nome, std::string_view titolo,
+                 std::string_view autore, std::string_view album);
+
+/// Removes a song's entry.
+void RimuoviVoce(ProfileFile& indice, std::string_view nome);
+
+/// Writes what a new index holds: no song and the generic album.
+void CreaIndice(ProfileFile& indice);
+
+}  // namespace sonnel
