@@ -3,6 +3,7 @@
 #include "library/Brani.h"
 #include "platform/EventiSistema.h"
 #include "platform/MsgBox.h"
+#include "platform/ProfileFile.h"
 #include "settings/Config.h"
 
 #include <filesystem>
@@ -39,5 +40,11 @@ struct Libreria {
 /// missing directory, drive or index is reported in a message box and leaves the table empty; so is
 /// a library of more songs than the table holds, of which the first are loaded. Lets no events run.
 void CaricaIndice(const Libreria& libreria);
+
+/// Fills the table with all songs of the index; a batch should be open on it.
+void CaricaTabella(const ProfileFile& indice, TabellaBrani& brani);
+
+/// Tells how many songs the table could not hold, if there are any.
+void AvvisaEsclusi(const Libreria& libreria);
 
 }  // namespace sonnel

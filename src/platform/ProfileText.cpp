@@ -30,6 +30,9 @@ std::optional<std::string_view> SectionName(std::string_view line) {
 
 std::size_t KeyLength(std::string_view line) {
     const std::size_t equals = line.find('=');
+    if (line.substr(0, equals).find('\0') != std::string_view::npos) {
+        return 0;
+    }
     if (equals != std::string_view::npos) {
         return equals;
     }

@@ -14,9 +14,10 @@ namespace sonnel {
 /// A section line begins with "[", holds no "=", and its first "]" is its last character but for
 /// blanks. Any other line is a key up to its first "=" and a value, taken raw, after it; a line
 /// without "=" is a key without a value. Lines that say nothing are kept where they are: blank
-/// ones, those without a key, those before the first section, and those that begin with ";" and
-/// hold no "=". Names differ regardless of letter case. Sections of one name are read as one; of
-/// several lines for one key the first counts and the others are dropped.
+/// ones, those without a key or with a NUL character in it, those before the first section, and
+/// those that begin with ";" and hold no "=". Names differ regardless of letter case. Sections of
+/// one name are read as one; of several lines for one key the first counts and the others are
+/// dropped.
 class ProfileText {
   public:
     explicit ProfileText(std::string_view text);

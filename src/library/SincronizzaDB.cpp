@@ -1,0 +1,52 @@
+#include "library/SincronizzaDB.h"
+
+#include "library/AggiornaIndice.h"
+#include "ui/Titoli.h"
+
+#include <string>
+
+namespace sonnel {
+namespace {
+
+constexpr const char* Domanda =
+    "Updating the index means reading the existing karaoke file informations and remove from the "
+    "index the songs that no more exist. This operation may require some minutes to complete, "
+    "depending on the number of files you have. Do you really want to update the index?";
+
+/// Does something that renews the song table, then the list; the selection stays by position.
+template <class Operazione>
+void RinnovaLista(ListaBrani& lista, const Operazione& operazione) {
+    const std::int16_t posizione = lista.BranoSelezionato();
+    operazione();
+    lista.AggiornaLista();
+    if (posizione > 0) {
+        lista.SelezionaBrano(posizione);
+    }
+}
+
+}  // namespace
+
+void SincronizzaDB(const Libreria& libreria, const FinestreDB& finestre) {
+    const std::string titolo(TitoloMessaggi);
+    if (libreria.msgBox.Show({Domanda, Icon::Question, titolo, Buttons::OkCancel, 2}) !=
+        Answer::Ok) {
+        return;
+    }
+    libreria.eventi.SetPointer(Pointer::Busy);
+    finestre.abilitaFinestra(false);
+    finestre.messaggio.MostraMessaggio("Updating, please wait...", false);
+    RinnovaLista(finestre.lista, [&] { (void)AggiornaIndice(libreria); });
+    finestre.abilitaFinestra(true);
+    finestre.messaggio.ChiudiMessaggio();
+    libreria.eventi.SetPointer(Pointer::Normal);
+    (void)libreria.msgBox.Show({"Index update completed.", Icon::Information, titolo});
+    AvvisaEsclusi(libreria);
+}
+
+void RileggiDB(const Libreria& libreria, ListaBrani& lista) {
+    libreria.eventi.SetPointer(Pointer::Busy);
+    RinnovaLista(lista, [&] { CaricaIndice(libreria); });
+    libreria.eventi.SetPointer(Pointer::Normal);
+}
+
+}  // namespace sonnel
