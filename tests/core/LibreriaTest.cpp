@@ -1,0 +1,280 @@
+#include "fakes/FakeLibraryWindows.h"
+#include "fakes/ScriptedMsgBox.h"
+#include "fakes/TempDirectory.h"
+#include "library/AggiornaIndice.h"
+#include "library/SincronizzaDB.h"
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace sonnel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+/// A karaoke directory and everything the library's operations stand on.
+struct LibreriaTest : ::testing::Test {
+    LibreriaTest() { config.OpenDir = directory.Path().string() + "/"; }
+
+    void Lyk(const std::string& file, const std::string& header = "") const {
+        directory.Write(file, "Cantabelle1.0\r\n" + header + "0010001x\r\n*TIlate\r\n");
+    }
+    void Index(const std::string& content) const { directory.Write("sonnel.snl", content); }
+    std::string Index() const { return Content(directory / "sonnel.snl"); }
+    /// Its songs, as in the index.
+    std::vector<std::string> Table() const {
+        std::vector<std::string> songs;
+        for (int p = 1; p <= brani.NumBrani(); ++p) {
+            const Brano& song = brani.Brani(static_cast<std::int16_t>(p));
+            songs.push_back(song.NomeFile + "=" + song.Titolo + "|" + song.Autore + "|" +
+                            song.Album);
+        }
+        return songs;
+    }
+
+    TempDirectory directory;
+    Config config;
+    TabellaBrani brani;
+    ScriptedMsgBox msgBox;
+    FakeLibraryWindows windows;
+    Libreria libreria{config, brani, msgBox, windows};
+};
+
+TEST_F(LibreriaTest, LoadsTheIndexWithoutLookingAtTheSongs) {
+    Index("[Songs]\r\nz=Zoo|Z|Hits\r\na=||?\r\nk\r\n[Album]\r\nHits=|\r\n");
+    CaricaIndice(libreria);
+    EXPECT_THAT(Table(), ElementsAre("z=Zoo|Z|Hits", "a=||?", "k=||"));
+    EXPECT_TRUE(msgBox.shown.empty());
+    EXPECT_THAT(windows.log, ElementsAre("busy", "normal"));
+    EXPECT_EQ(windows.turns, 0);
+}
+
+TEST_F(LibreriaTest, TellsWhyThereIsNothingToLoad) {
+    const Message missing{
+        "Specified karaoke database directory doesn't exist or can't be accessed. If it's a "
+        "removable unit, probably the current disk is wrong or not inserted: please insert the "
+        "proper disk, click OK and press the F5 key or select \"Reload index\" from the File menu. "
+        "If it's a hard drive, select a different directory from the Options panel.",
+        Icon::Exclamation, "Sonnel Karaoke Player", Buttons::Ok};
+    const Message noIndex{
+        "The karaoke index file does not exist: to create a new index file press Ctrl-F5 or select "
+        "\"Update index\" from the File menu.",
+        Icon::Exclamation, "Sonnel Karaoke Player", Buttons::Ok};
+    const Message notReady{
+        "The karaoke database drive is not ready: if it's a removable unit please insert the "
+        "karaoke disk and click on Ok.",
+        Icon::Exclamation, "Sonnel Karaoke Player", Buttons::OkCancel};
+    const Message givenUp{
+        "If the directory is wrong or no longer exists, select the options panel and choose the "
+        "directory where you have your karaoke (or plan to store them). If the database is on a "
+        "removable unit, insert the disk and press the F5 key or select \"Reload index\" from the "
+        "File menu.",
+        Icon::Exclamation, "Sonnel Karaoke Player", Buttons::Ok};
+    Message unavailable = missing;
+    unavailable.buttons = Buttons::OkCancel;
+    using enum StatoIndice;
+    using A = Answer;
+    struct Case {
+        std::vector<StatoIndice> found;  ///< none: what is really on disk
+        std::string openDir;
+        std::vector<Answer> answers;
+        std::vector<Message> shown;
+    };
+    const std::string here = config.OpenDir;
+    for (const Case& c :
+         std::vector<Case>{{{}, here, {}, {noIndex}},
+                           {{}, here + "none/", {}, {missing}},
+                           {{}, here + "none/inside/", {}, {missing}},
+                           {{DispositivoPerso}, here, {A::Ok}, {unavailable}},
+                           {{UnitaNonPronta, UnitaNonPronta, UnitaNonPronta, UnitaNonPronta},
+                            here,
+                            {A::Ok, A::Ok, A::Ok, A::Cancel},
+                            {notReady, notReady, notReady, notReady, givenUp}},
+                           {{UnitaNonPronta, Assente}, here, {A::Ok}, {notReady, noIndex}}}) {
+        brani.InserisciBrano({"old", "", "", ""});
+        config.OpenDir = c.openDir;
+        msgBox.shown.clear();
+        msgBox.answers.assign(c.answers.begin(), c.answers.end());
+        msgBox.whileShown = [this] { EXPECT_EQ(windows.pointer, Pointer::Normal); };
+        std::size_t looked = 0;
+        libreria.cercaIndice = [&](const fs::path& index) {
+            return c.found.empty() ? CercaIndice(index) : c.found.at(looked++);
+        };
+        CaricaIndice(libreria);
+        EXPECT_EQ(looked, c.found.size());
+        EXPECT_EQ(brani.NumBrani(), 0);
+        ASSERT_EQ(msgBox.shown.size(), c.shown.size());
+        for (std::size_t i = 0; i < c.shown.size(); ++i) {
+            const Message& shown = msgBox.shown[i];
+            EXPECT_EQ(shown.text, c.shown[i].text);
+            EXPECT_EQ(shown.icon, c.shown[i].icon);
+            EXPECT_EQ(shown.title, c.shown[i].title);
+            EXPECT_EQ(shown.buttons, c.shown[i].buttons);
+        }
+    }
+}
+
+TEST_F(LibreriaTest, LoadsAsManySongsAsTheTableHolds) {
+    std::string index = "[Songs]\r\n";
+    for (int i = 1; i <= 32'770; ++i) {
+        index += std::to_string(i) + "=||?\r\n";
+    }
+    Index(index);
+    CaricaIndice(libreria);
+    EXPECT_EQ(brani.NumBrani(), 32'767);
+    EXPECT_EQ(brani.Brani(32'767).NomeFile, "32767");
+    ASSERT_EQ(msgBox.shown.size(), 1U);
+    EXPECT_EQ(msgBox.shown[0].text,
+              "The karaoke database holds 32770 songs: the first 32767 are shown, the other 3 are "
+              "not.");
+}
+
+TEST_F(LibreriaTest, RebuildsFromTheSongFiles) {
+    Lyk("new.lyk", "*TINew\r\n*AUSinger\r\n*ALHits\r\n");
+    Lyk("Caf\u00E9.LYK", "*TICaf\xE9\r\n*AUAC|DC\r\n*ALBar\r\n");
+    Lyk("[live] tune.lyk");
+    directory.Write("new.lyk.bak", "*TIx");
+    directory.Write("other.mid", "x");
+    fs::create_directory(directory / "folder.lyk");
+    Index(
+        "[Songs]\r\n../new=Outside||?\r\ngone=Gone||?\r\ncaf\xC9=Old|Old|Old\r\n"
+        "[Album]\r\nOld=0\r\n");
+    const EsitoAggiornamento result = AggiornaIndice(libreria);
+    EXPECT_TRUE(result.saltati.empty());
+    EXPECT_FALSE(result.errore);
+    EXPECT_EQ(Index(),
+              "[Songs]\r\nCaf\xE9=Caf\xE9|AC|DC|Bar\r\n[live] tune=||?\r\n"
+              "new=New|Singer|Hits\r\n"
+              "[Album]\r\nOld=0\r\nBar=|\r\nHits=|\r\nDC|Bar=|\r\n?=|\r\n");
+    EXPECT_THAT(Table(), ElementsAre("Caf\u00E9=Caf\u00E9|AC|DC|Bar", "[live] tune=||?",
+                                     "new=New|Singer|Hits"));
+    EXPECT_THAT(windows.log, ElementsAre("busy", "normal"));
+    EXPECT_EQ(windows.turns, 3 + 5);  // files, then keys
+    EXPECT_TRUE(msgBox.shown.empty());
+}
+
+TEST_F(LibreriaTest, ARebuildPassesOverWhatItCannotIndex) {
+    for (const char* name : {"a.lyk", "B.lyk", "b.lyk", "c.lyk", "d.lyk", "e=f.lyk", "g\n.lyk"}) {
+        Lyk(name, std::string("*TI") + name + "\r\n");
+    }
+    Index("[Songs]\r\nc=Kept||?\r\nd=Gone||?\r\n");
+    windows.onTurn = [this](int turn) {
+        if (turn == 1) {
+            fs::remove(directory / "c.lyk");
+            fs::create_symlink("/proc/self/mem", directory / "c.lyk");
+            fs::remove(directory / "d.lyk");
+        }
+    };
+    const EsitoAggiornamento result = AggiornaIndice(libreria);
+    EXPECT_THAT(Table(), ElementsAre("c=Kept||?", "a=a.lyk||?", "B=B.lyk||?"));
+    EXPECT_THAT(result.saltati,
+                ElementsAre(HasSubstr("/b.lyk: another song's name differs only in letter case."),
+                            HasSubstr("/c.lyk: Input/output error."), HasSubstr("/d.lyk: No such"),
+                            HasSubstr("/e=f.lyk: its name holds \"=\"."),
+                            HasSubstr("/g\n.lyk: its name holds control characters.")));
+}
+
+TEST_F(LibreriaTest, ARebuildThatCannotWriteLeavesTheIndex) {
+    Lyk("a.lyk", "*TINew\r\n");
+    const std::string before = "[Songs]\r\ngone=Gone||?\r\na=Old||?\r\n";
+    Index(before);
+    fs::permissions(directory / "sonnel.snl", fs::perms::owner_read);
+    EXPECT_TRUE(AggiornaIndice(libreria).errore);
+    EXPECT_EQ(Index(), before);
+    EXPECT_THAT(Table(), ElementsAre("a=Old||?"));
+
+    config.OpenDir += "none/";
+    EXPECT_FALSE(AggiornaIndice(libreria).errore);
+    EXPECT_EQ(brani.NumBrani(), 0);
+    EXPECT_FALSE(fs::exists(config.OpenDir));
+}
+
+TEST_F(LibreriaTest, TheCommandsKeepTheSelectionByPosition) {
+    Lyk("a.lyk");
+    Index("[Songs]\r\ngone=||?\r\n");
+    msgBox.whileShown = [this] { windows.log.push_back(msgBox.shown.back().text); };
+    msgBox.answers = {Answer::Cancel};
+    SincronizzaDB(libreria, windows.Windows());
+    EXPECT_THAT(windows.log, ElementsAre("Updating the index means reading the existing karaoke "
+                                         "file informations and remove from the index the songs "
+                                         "that no more exist. This operation may require some "
+                                         "minutes to complete, depending on the number of files "
+                                         "you have. Do you really want to update the index?"));
+    EXPECT_EQ(msgBox.shown[0].icon, Icon::Question);
+    EXPECT_EQ(msgBox.shown[0].buttons, Buttons::OkCancel);
+    EXPECT_EQ(msgBox.shown[0].defaultButton, 2);
+
+    windows.selected = 2;
+    windows.log.clear();
+    SincronizzaDB(libreria, windows.Windows());
+    EXPECT_THAT(windows.log, ElementsAre(StartsWith("Updating the"), "busy", "disable",
+                                         "progress Updating, please wait...", "list", "select 2",
+                                         "enable", "close", "normal", "Index update completed."));
+    EXPECT_EQ(msgBox.shown.back().icon, Icon::Information);
+    EXPECT_EQ(msgBox.shown.back().buttons, Buttons::Ok);
+    EXPECT_THAT(Table(), ElementsAre("a=||?"));
+
+    fs::remove(directory / "a.lyk");
+    windows.selected = 0;
+    windows.log.clear();
+    RileggiDB(libreria, windows);
+    EXPECT_THAT(windows.log, ElementsAre("busy", "list", "normal"));
+    EXPECT_THAT(Table(), ElementsAre("a=||?"));
+}
+
+/// Runs `work` in a process that is killed after so many stops, two for each of its system calls;
+/// false when it came to its end before.
+template <class Work>
+bool KilledAfter(int stops, const Work& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        (void)raise(SIGSTOP);
+        work();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    for (; stops > 0 && WIFSTOPPED(status); --stops) {
+        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        waitpid(child, &status, 0);
+    }
+    if (!WIFSTOPPED(status)) {
+        return false;
+    }
+    kill(child, SIGKILL);
+    waitpid(child, &status, 0);
+    return true;
+}
+
+TEST_F(LibreriaTest, ARebuildKilledAtAnyMomentLeavesAWholeIndex) {
+    Lyk("a.lyk", "*TITitle\r\n*ALHits\r\n");
+    Lyk("b.lyk");
+    const std::string before = "[Songs]\r\ngone=Gone||?\r\n";
+    const std::string after = "[Songs]\r\na=Title||Hits\r\nb=||?\r\n[Album]\r\nHits=|\r\n?=|\r\n";
+    int old = 0;
+    int moments = 0;
+    for (bool killed = true; killed; ++moments) {
+        Index(before);
+        killed = KilledAfter(moments, [this] { (void)AggiornaIndice(libreria); });
+        const std::string index = Index();
+        old += index == before ? 1 : 0;
+        ASSERT_TRUE(index == before || index == after) << "after " << moments << ": " << index;
+    }
+    EXPECT_EQ(Index(), after);
+    EXPECT_GT(old, 20);
+    EXPECT_GT(moments - old, 2) << "killed after the new index was in place, too";
+}
+
+}  // namespace
+}  // namespace sonnel::test
