@@ -154,10 +154,11 @@ std::vector<std::string_view> ProfileText::Sections() const {
 }
 
 void ProfileText::Set(std::string_view section, std::string_view key, std::string_view value) {
-    if (key.empty()) {
+    const std::string name = OneLine(section);
+    const std::string header = "[" + name + "]";
+    if (key.empty() || SectionName(header) != name) {
         return;
     }
-    const std::string name = OneLine(section);
     const std::string keyText = OneLine(key);
     if (Line* const line = FindLine(name, keyText)) {
         line->text.resize(line->keyLength);
@@ -165,7 +166,7 @@ void ProfileText::Set(std::string_view section, std::string_view key, std::strin
         return;
     }
     // A new line is read as it will be from the file: a key with "=" in it ends there.
-    Section& place = SectionOf(name, "[" + name + "]");
+    Section& place = SectionOf(name, header);
     std::vector<std::string> blanks = std::exchange(place.blanksAtEnd, {});
     AddLine(place, keyText + "=" + OneLine(value));
     place.blanksAtEnd = std::move(blanks);

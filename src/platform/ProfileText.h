@@ -31,7 +31,8 @@ class ProfileText {
     [[nodiscard]] std::vector<std::string_view> Sections() const;
 
     /// Sets a value in place, or appends key and section where they are missing. Line ends and NUL
-    /// characters in any of the three become blanks; an empty key changes nothing.
+    /// characters in any of the three become blanks. An empty key, and a section whose name holds
+    /// "]" or "=", changes nothing.
     void Set(std::string_view section, std::string_view key, std::string_view value);
     /// Gives a key that is there this spelling, which differs at most in letter case.
     void Respell(std::string_view section, std::string_view key);

@@ -1,0 +1,80 @@
+// Any bytes as a profile file: whatever they are, what is written and read again is the same, and
+// operations in a batch leave what the same operations leave one by one on the file.
+
+#include "platform/ProfileText.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+void Require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+/// The text as it comes back from disk.
+std::string Landed(const sonnel::ProfileText& profile) {
+    return sonnel::DecodeFileText(sonnel::EncodeFileText(profile.Text()));
+}
+
+std::vector<std::string> Keys(const sonnel::ProfileText& profile, std::string_view section) {
+    const std::vector<std::string_view> keys = profile.Keys(section);
+    return {keys.begin(), keys.end()};
+}
+
+/// Both say the same of every section and key.
+void RequireSame(const sonnel::ProfileText& one, const sonnel::ProfileText& other) {
+    Require(one.Sections() == other.Sections());
+    for (const std::string_view section : one.Sections()) {
+        Require(Keys(one, section) == Keys(other, section));
+        for (const std::string_view key : one.Keys(section)) {
+            Require(one.Find(section, key) && one.Find(section, key) == other.Find(section, key));
+        }
+    }
+}
+
+/// One operation, chosen by a byte, on a name cut from the text.
+void Operate(sonnel::ProfileText& profile, unsigned char choice, std::string_view name) {
+    switch (choice % 4) {
+        case 0:
+            profile.Set("Songs", name, name);
+            break;
+        case 1:
+            profile.Remove("Songs", name);
+            break;
+        case 2:
+            profile.Set(name, "key", "value");
+            break;
+        default:
+            profile.RemoveSection(name);
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string bytes(data, data + size);
+    const std::string text = sonnel::DecodeFileText(bytes);
+    sonnel::ProfileText batch(text);
+    RequireSame(batch, sonnel::ProfileText(Landed(batch)));
+
+    sonnel::ProfileText single(text);
+    constexpr std::size_t Operations = 8;
+    for (std::size_t i = 0; i < std::min(size, Operations); ++i) {
+        const std::size_t start = data[i] % (text.size() + 1);
+        const std::string name = text.substr(start, data[size - 1 - i] % 16U);
+        Operate(batch, data[i], name);
+        Operate(single, data[i], name);
+        single = sonnel::ProfileText(Landed(single));
+        RequireSame(batch, single);
+    }
+    return 0;
+}
