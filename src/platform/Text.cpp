@@ -168,6 +168,9 @@ std::size_t CodePoints(std::string_view text) {
 }
 
 std::string_view FirstCodePoints(std::string_view text, std::size_t count) {
+    if (text.size() <= count) {
+        return text;
+    }
     std::size_t length = 0;
     for (; count > 0 && length < text.size(); --count) {
         length += FirstCharacter(text.substr(length)).length;
@@ -206,6 +209,12 @@ std::optional<std::string> ToWindows1252(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
+        const std::size_t plain = AsciiPrefix(text);
+        bytes += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) {
+            break;
+        }
         const Character character = FirstCharacter(text);
         const std::optional<char> byte =
             character.valid ? Windows1252Byte(character.codePoint) : std::nullopt;
@@ -238,6 +247,15 @@ std::string FoldCase(std::string_view text) {
     std::string key;
     key.reserve(text.size());
     while (!text.empty()) {
+        const std::size_t plain = AsciiPrefix(text);
+        for (const char character : text.substr(0, plain)) {
+            const bool capital = character >= 'A' && character <= 'Z';
+            key += capital ? static_cast<char>(character + ('a' - 'A')) : character;
+        }
+        text.remove_prefix(plain);
+        if (text.empty()) {
+            break;
+        }
         const Character character = FirstCharacter(text);
         if (character.valid) {
             AppendUtf8(key, SmallLetter(character.codePoint));
