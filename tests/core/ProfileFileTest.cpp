@@ -47,7 +47,8 @@ TEST(ProfileFile, WritesOneKeyAtATime) {
         std::function<void(ProfileFile&)> write;
         std::string after;
     };
-    const auto set = [](std::string section, std::string key, std::string value) {
+    const auto set = [](const std::string& section, const std::string& key,
+                        const std::string& value) {
         return [=](ProfileFile& f) { EXPECT_FALSE(f.Set(section, key, value)); };
     };
     const std::vector<Case> cases{
