@@ -32,15 +32,6 @@ TEST(Indice, WritesSongsAndAlbums) {
          "[Album]\r\n?=|\r\nHits=|\r\n"},
         {"[songs]\r\na=x\r\nb=y\r\n", [](ProfileFile& i) { ScriviBrano(i, "A", "t\n", "u", "?"); },
          "[songs]\r\na=t |u|?\r\nb=y\r\n"},
-        {"", [](ProfileFile& i) { ScriviBrano(i, "a", "", "", ""); }, "[Songs]\r\na=||\r\n"},
-        {"[Songs]\r\na=x\r\n", [](ProfileFile& i) { RimuoviVoce(i, "b"); }, "[Songs]\r\na=x\r\n"},
-        {"[Songs]\r\na=x\r\n[Album]\r\nO=|\r\n",
-         [](ProfileFile& i) {
-             RimuoviVoce(i, "A");
-             ScriviIndice(i, "Album", "O", "");
-             ScriviIndice(i, "Album", "N", "0");
-         },
-         "[Songs]\r\n[Album]\r\nN=0\r\n"},
     };
     for (const Case& c : cases) {
         const TempDirectory directory;
@@ -53,7 +44,7 @@ TEST(Indice, WritesSongsAndAlbums) {
 TEST(Indice, SplitsASongsEntry) {
     const TempDirectory directory;
     directory.Write("Sonnel.SNL",
-                    "[SONGS]\r\na=AC|DC|Band|Hits\r\nb=\r\nc\r\nd=title\r\n"
+                    "[SONGS]\r\na=AC|DC|Band|Hits\r\nb=\r\nc\r\n"
                     "e=t|u\r\nf=||\r\ng=" +
                         std::string(9000, '\xE9') + "|u|v\r\n");
     const ProfileFile index(PercorsoIndice(directory.Path().string()));
@@ -66,30 +57,10 @@ TEST(Indice, SplitsASongsEntry) {
     for (const char* name : {"b", "c", "f", "missing"}) {
         EXPECT_THAT(entry(name), ElementsAre("", "", "")) << name;
     }
-    EXPECT_THAT(entry("d"), ElementsAre("title", "", ""));
     EXPECT_THAT(entry("e"), ElementsAre("t", "u", ""));
     EXPECT_EQ(entry("g")[0].size(), 2 * 8191U);  // in UTF-8
     EXPECT_EQ(LeggiIndice(index, "Songs", "x", "none"), "none");
     EXPECT_EQ(LeggiIndice(index, "Album", "", "none"), "");
-}
-
-TEST(Indice, WalksAListOfKeys) {
-    struct Case {
-        std::string list;
-        std::vector<std::string> keys;
-    };
-    const std::string nul(1, '\0');
-    for (const Case& c : std::vector<Case>{
-             {"", {}}, {nul + "a", {}}, {"a" + nul + "b" + nul, {"a", "b"}}, {"a", {"a"}}}) {
-        std::string_view rest = c.list;
-        std::string key = "x";
-        std::vector<std::string> keys;
-        while (ProssimaChiave(rest, key)) {
-            keys.push_back(key);
-        }
-        EXPECT_EQ(keys, c.keys);
-        EXPECT_EQ(key, "");
-    }
 }
 
 }  // namespace

@@ -29,12 +29,7 @@ class FakeLibraryWindows : public ListaBrani, public FinestraMessaggio, public E
     void ChiudiMessaggio() override { log.emplace_back("close"); }
     [[nodiscard]] bool Annullato() const override { return false; }
 
-    void RunPending() override {
-        ++turns;
-        if (onTurn) {
-            onTurn(turns);
-        }
-    }
+    void RunPending() override { onTurn(++turns); }
     void WaitPending(std::chrono::milliseconds /*limit*/) override {}
     Pointer SetPointer(Pointer shown) override {
         if (shown != pointer) {
@@ -52,7 +47,7 @@ class FakeLibraryWindows : public ListaBrani, public FinestraMessaggio, public E
     std::vector<std::string> log;
     std::int16_t selected = 0;
     int turns = 0;
-    std::function<void(int)> onTurn;  ///< what goes on while events run
+    std::function<void(int)> onTurn = [](int) {};  ///< what goes on while events run
     Pointer pointer = Pointer::Normal;
 };
 

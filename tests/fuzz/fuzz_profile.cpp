@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace {
 
@@ -20,21 +19,17 @@ void Require(bool condition) {
     }
 }
 
-/// The text as it comes back from disk.
-std::string Landed(const sonnel::ProfileText& profile) {
-    return sonnel::DecodeFileText(sonnel::EncodeFileText(profile.Text()));
-}
-
-std::vector<std::string> Keys(const sonnel::ProfileText& profile, std::string_view section) {
-    const std::vector<std::string_view> keys = profile.Keys(section);
-    return {keys.begin(), keys.end()};
+/// The profile as it comes back from disk.
+sonnel::ProfileText Landed(const sonnel::ProfileText& profile) {
+    const std::string bytes = sonnel::EncodeFileText(profile.Text());
+    return sonnel::ProfileText(sonnel::DecodeFileText(bytes));
 }
 
 /// Both say the same of every section and key.
 void RequireSame(const sonnel::ProfileText& one, const sonnel::ProfileText& other) {
     Require(one.Sections() == other.Sections());
     for (const std::string_view section : one.Sections()) {
-        Require(Keys(one, section) == Keys(other, section));
+        Require(one.Keys(section) == other.Keys(section));
         for (const std::string_view key : one.Keys(section)) {
             Require(one.Find(section, key) && one.Find(section, key) == other.Find(section, key));
         }
@@ -43,18 +38,14 @@ void RequireSame(const sonnel::ProfileText& one, const sonnel::ProfileText& othe
 
 /// One operation, chosen by a byte, on a name cut from the text.
 void Operate(sonnel::ProfileText& profile, unsigned char choice, std::string_view name) {
-    switch (choice % 4) {
-        case 0:
-            profile.Set("Songs", name, name);
-            break;
-        case 1:
-            profile.Remove("Songs", name);
-            break;
-        case 2:
-            profile.Set(name, "key", "value");
-            break;
-        default:
-            profile.RemoveSection(name);
+    if (choice % 4 == 0) {
+        profile.Set("Songs", name, name);
+    } else if (choice % 4 == 1) {
+        profile.Remove("Songs", name);
+    } else if (choice % 4 == 2) {
+        profile.Set(name, "key", "value");
+    } else {
+        profile.RemoveSection(name);
     }
 }
 
@@ -64,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string bytes(data, data + size);
     const std::string text = sonnel::DecodeFileText(bytes);
     sonnel::ProfileText batch(text);
-    RequireSame(batch, sonnel::ProfileText(Landed(batch)));
+    RequireSame(batch, Landed(batch));
 
     sonnel::ProfileText single(text);
     constexpr std::size_t Operations = 8;
@@ -73,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::string name = text.substr(start, data[size - 1 - i] % 16U);
         Operate(batch, data[i], name);
         Operate(single, data[i], name);
-        single = sonnel::ProfileText(Landed(single));
+        single = Landed(single);
         RequireSame(batch, single);
     }
     return 0;
