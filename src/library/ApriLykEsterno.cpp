@@ -1,0 +1,40 @@
+#include "library/ApriLykEsterno.h"
+
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "ui/Titoli.h"
+
+#include <algorithm>
+
+namespace sonnel {
+namespace {
+
+constexpr std::size_t LunghezzaEstensione = 4;  // characters, the dot included
+
+std::string SenzaEstensione(const std::string& percorso) {
+    const std::size_t lunghezza = CodePoints(percorso);
+    return std::string(
+        FirstCodePoints(percorso, lunghezza - std::min(lunghezza, LunghezzaEstensione)));
+}
+
+}  // namespace
+
+std::optional<std::string> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox) {
+    const auto scelti = dialoghi.ChooseFiles(
+        {.title = "Open a LYK file", .extension = "lyk", .name = "*.lyk", .directory = {}});
+    if (scelti.empty()) {
+        return std::nullopt;
+    }
+    const std::string base = SenzaEstensione(Utf8FromPath(scelti.front()));
+    if (!FindFile(PathFromUtf8(base + ".mid"))) {
+        msgBox.Show(
+            {"Can't load the selected song: MID file missing!\r\n"
+             "To properly load a Karaoke file you need to put the LYK and MID file in the "
+             "same directory.",
+             Icon::Exclamation, std::string(TitoloMessaggi)});
+        return std::nullopt;
+    }
+    return "F=" + base;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,83 @@
+#include "library/EliminaBrano.h"
+
+#include "library/Indice.h"
+#include "platform/Files.h"
+#include "ui/Titoli.h"
+
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace sonnel {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The files of a directory whose name is `nomeFile`, a dot and an extension.
+std::vector<fs::path> FileDiNome(const fs::path& directory, std::string_view nomeFile) {
+    std::vector<fs::path> trovati;
+    std::error_code errore;
+    for (fs::directory_iterator voce(directory, errore), fine; !errore && voce != fine;
+         voce.increment(errore)) {
+        const std::string nome = Utf8FromPath(voce->path().filename());
+        const std::size_t punto = nome.rfind('.');
+        std::error_code ignorato;
+        if (punto != std::string::npos && std::string_view(nome).substr(0, punto) == nomeFile &&
+            !voce->is_directory(ignorato)) {
+            trovati.push_back(voce->path());
+        }
+    }
+    return trovati;
+}
+
+/// The files that the player opens for a song: its words, and its music unless that belongs to a
+/// song whose name differs in letter case only.
+std::vector<fs::path> ParoleEMusica(const fs::path& directory, const std::string& nomeFile) {
+    std::vector<fs::path> trovati;
+    const auto parole = FindFile(directory / PathFromUtf8(nomeFile + ".lyk"));
+    const auto musica = FindFile(directory / PathFromUtf8(nomeFile + ".mid"));
+    if (parole) {
+        trovati.push_back(*parole);
+    }
+    if (musica && FindFile(fs::path(*musica).replace_extension(".lyk")) == parole) {
+        trovati.push_back(*musica);
+    }
+    return trovati;
+}
+
+}  // namespace
+
+void EliminaFileBrano(const fs::path& directory, std::string_view nomeFile) {
+    if (!IsPlainName(nomeFile)) {
+        return;
+    }
+    const auto elimina = [](const std::vector<fs::path>& file) {
+        for (const fs::path& percorso : file) {
+            std::error_code ignorato;
+            fs::remove(percorso, ignorato);
+        }
+    };
+    // The second list is made before the first is gone: afterwards it would name another song's.
+    const auto aperti = ParoleEMusica(directory, std::string(nomeFile));
+    elimina(FileDiNome(directory, nomeFile));
+    elimina(aperti);
+}
+
+bool EliminaBrano(const Libreria& libreria, std::int16_t posizione) {
+    const Brano brano = libreria.brani.Brani(posizione);
+    const Answer risposta =
+        libreria.msgBox.Show({"Delete the song \"" + brano.Titolo +
+                                  "\"?\r\nWarning: both LYK and MID files will be removed!",
+                              Icon::None, std::string(TitoloMessaggi), Buttons::OkCancel, 2});
+    if (risposta != Answer::Ok) {
+        return false;
+    }
+    const std::string& openDir = libreria.config.OpenDir;
+    EliminaFileBrano(PathFromUtf8(openDir), brano.NomeFile);
+    ProfileFile indice(PercorsoIndice(openDir));
+    RimuoviVoce(indice, brano.NomeFile);
+    CaricaIndice(libreria);
+    return true;
+}
+
+}  // namespace sonnel
