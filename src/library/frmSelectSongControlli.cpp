@@ -1,0 +1,209 @@
+// The selection window's menus, toolbar, list and layout.
+
+#include "library/frmSelectSong.h"
+#include "library/frmSelectSongLista.h"
+#include "ui/StileStriscia.h"
+
+#include <QActionGroup>
+#include <QDialogButtonBox>
+#include <QVBoxLayout>
+
+namespace sonnel {
+namespace {
+
+constexpr QSize ImmagineBottone(24, 24);
+constexpr int LarghezzaIniziale = 90;  // mean characters of the list's font
+constexpr int AltezzaIniziale = 30;    // its lines
+
+struct Bottone {
+    const char* suggerimento;  ///< null for a separator
+    const char* immagine;
+    bool ordine;  ///< one of the group of which one is pressed
+};
+
+constexpr std::array<Bottone, 14> Bottoni{{
+    {"Add a new song", "add", false},
+    {"Edit song properties", "properties", false},
+    {"Delete song", "delete", false},
+    {"Open a random song", "random", false},
+    {nullptr, nullptr, false},
+    {"Open a LYK file", "open-file", false},
+    {"Convert/import KAR files", "convert", false},
+    {nullptr, nullptr, false},
+    {"Sort by Title", "sort-title", true},
+    {"Sort by Author", "sort-author", true},
+    {"Sort by Album", "sort-album", true},
+    {nullptr, nullptr, false},
+    {"Reload index", "reload", false},
+    {"Update index", "rebuild", false},
+}};
+
+}  // namespace
+
+void frmSelectSong::CreaMenu() {
+    CreaMenuFile();
+    QMenu* mnuView = menu_->addMenu("&View");
+    const auto ordina = [this, mnuView](const char* testo, Qt::Key tasto, Ordine ordine) {
+        mnuView->addAction(testo, this, [this, ordine] { mnuViewSort_Click(ordine); })
+            ->setShortcut(tasto);
+    };
+    ordina("Sort by &Title", Qt::Key_F5, Ordine::Titolo);
+    ordina("Sort by &Author", Qt::Key_F6, Ordine::Autore);
+    ordina("Sort by Album", Qt::Key_F7, Ordine::Album);
+    CreaMenuDatabase();
+}
+
+void frmSelectSong::CreaMenuFile() {
+    QMenu* mnuFile = menu_->addMenu("&File");
+    mnuFileOpen = mnuFile->addAction("&Open", this, &frmSelectSong::mnuFileOpen_Click);
+    mnuFileOpen->setShortcut(Qt::Key_F2);
+    mnuFile->addAction("Open an external &LYK...", this, &frmSelectSong::mnuFileOpenLyk_Click)
+        ->setShortcut(Qt::SHIFT | Qt::Key_F2);
+    mnuFileRandom =
+        mnuFile->addAction("Open &random song", this, &frmSelectSong::mnuFileRandom_Click);
+    mnuFile->addSeparator();
+    mnuFileProperties =
+        mnuFile->addAction("&Properties", this, &frmSelectSong::mnuFileProperties_Click);
+    mnuFileProperties->setShortcut(Qt::Key_F4);
+    mnuFile->addSeparator();
+    mnuFile->addAction("&Exit", this, &frmSelectSong::mnuFileExit_Click)
+        ->setShortcut(Qt::CTRL | Qt::Key_Q);
+}
+
+void frmSelectSong::CreaMenuDatabase() {
+    QMenu* mnuData = menu_->addMenu("&Database");
+    mnuData->addAction("&Add", this, &frmSelectSong::mnuDataAdd_Click)
+        ->setShortcut(Qt::CTRL | Qt::Key_Insert);
+    mnuDataDelete = mnuData->addAction("&Delete", this, &frmSelectSong::mnuDataDelete_Click);
+    mnuDataDelete->setShortcut(Qt::Key_Delete);
+    mnuData->addSeparator();
+    mnuData->addAction("&Convert from KAR...", this, &frmSelectSong::mnuDataConvert_Click)
+        ->setShortcut(Qt::Key_F3);
+    mnuData->addSeparator();
+    mnuData->addAction("Reload index", this, &frmSelectSong::mnuDataReload_Click)
+        ->setShortcut(Qt::Key_F8);
+    mnuData->addAction("Rebuild index", this, &frmSelectSong::mnuDataRebuild_Click)
+        ->setShortcut(Qt::Key_F9);
+}
+
+QWidget* frmSelectSong::CreaBarra() {
+    auto* striscia = new QWidget(this);
+    striscia->setObjectName("striscia");
+    striscia->setAttribute(Qt::WA_StyledBackground);
+    striscia->setStyleSheet(StileStriscia);
+
+    tlbBar = new QToolBar(striscia);
+    tlbBar->setIconSize(ImmagineBottone);
+    auto* ordini = new QActionGroup(this);
+    for (std::size_t i = 0; i < Bottoni.size(); ++i) {
+        const Bottone& bottone = Bottoni[i];
+        if (bottone.suggerimento == nullptr) {
+            bottoni_[i] = tlbBar->addSeparator();
+            continue;
+        }
+        const int indice = static_cast<int>(i) + 1;
+        bottoni_[i] = tlbBar->addAction(QIcon(QString(":/toolbar/%1.svg").arg(bottone.immagine)),
+                                        bottone.suggerimento, this,
+                                        [this, indice] { tlbBar_ButtonClick(indice); });
+        // Its image says it all: no text beside it.
+        bottoni_[i]->setPriority(QAction::LowPriority);
+        if (bottone.ordine) {
+            bottoni_[i]->setCheckable(true);
+            ordini->addAction(bottoni_[i]);
+        }
+        tlbBar->widgetForAction(bottoni_[i])->setFocusPolicy(Qt::TabFocus);
+    }
+    ordini->actions().first()->setChecked(true);
+
+    CRebar::TBMakeFlat(*tlbBar, true);
+    tlbBar->ensurePolished();
+    tlbBar->adjustSize();
+    Rebar.Parent(striscia);
+    Rebar.Create();
+    Rebar.AddBands("", 1, tlbBar, 1);
+    striscia->setFixedHeight(tlbBar->height() + 1);
+    striscia->setMinimumWidth(tlbBar->width());
+    return striscia;
+}
+
+void frmSelectSong::CreaLista() {
+    lstBrani->setAccessibleName("Songs");
+    lstBrani->setModel(righe_);
+    lstBrani->setItemDelegate(new DisegnoRiga(lstBrani));
+    lstBrani->setUniformItemSizes(true);
+    lstBrani->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lstBrani->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    connect(lstBrani->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmSelectSong::lstBrani_Click);
+    connect(lstBrani, &QListView::doubleClicked, this, &frmSelectSong::mnuFileOpen_Click);
+}
+
+void frmSelectSong::Disponi(QWidget* striscia) {
+    cmdOk->setDefault(true);
+    connect(cmdOk, &QPushButton::clicked, this, &frmSelectSong::mnuFileOpen_Click);
+    connect(cmdAnnulla, &QPushButton::clicked, this, &frmSelectSong::mnuFileExit_Click);
+    auto* bottoni = new QDialogButtonBox(this);
+    bottoni->addButton(cmdOk, QDialogButtonBox::AcceptRole);
+    bottoni->addButton(cmdAnnulla, QDialogButtonBox::RejectRole);
+
+    auto* interno = new QVBoxLayout;
+    interno->setContentsMargins(8, 8, 8, 8);
+    interno->addWidget(lstBrani, 1);
+    interno->addWidget(bottoni);
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    colonna->setMenuBar(menu_);
+    colonna->addWidget(striscia);
+    colonna->addLayout(interno, 1);
+
+    QWidget* prima = lstBrani;
+    for (QWidget* poi : std::initializer_list<QWidget*>{cmdOk, cmdAnnulla}) {
+        setTabOrder(prima, poi);
+        prima = poi;
+    }
+    for (QAction* bottone : bottoni_) {
+        setTabOrder(prima, tlbBar->widgetForAction(bottone));
+        prima = tlbBar->widgetForAction(bottone);
+    }
+    const QFontMetrics misure = lstBrani->fontMetrics();
+    resize(LarghezzaIniziale * misure.averageCharWidth(), AltezzaIniziale * misure.lineSpacing());
+}
+
+void frmSelectSong::tlbBar_ButtonClick(int index) {
+    switch (index) {
+        case 1:
+            mnuDataAdd_Click();
+            break;
+        case 2:
+            mnuFileProperties_Click();
+            break;
+        case 3:
+            mnuDataDelete_Click();
+            break;
+        case 4:
+            mnuFileRandom_Click();
+            break;
+        case 6:
+            mnuFileOpenLyk_Click();
+            break;
+        case 7:
+            mnuDataConvert_Click();
+            break;
+        case 9:
+        case 10:
+        case 11:
+            mnuViewSort_Click(static_cast<Ordine>(index - 9));
+            break;
+        case 13:
+            mnuDataReload_Click();
+            break;
+        case 14:
+            mnuDataRebuild_Click();
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace sonnel

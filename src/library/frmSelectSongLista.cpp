@@ -1,0 +1,71 @@
+#include "library/frmSelectSongLista.h"
+
+#include <QAbstractItemView>
+#include <QCollator>
+#include <QHelpEvent>
+#include <QToolTip>
+
+namespace sonnel {
+namespace {
+
+/// The language whose order the list has; a machine without one gets an order for people too.
+QLocale LinguaElenco() {
+    const QLocale utente;
+    return utente.language() == QLocale::C ? QLocale(QLocale::English) : utente;
+}
+
+}  // namespace
+
+std::vector<RigaElenco> ElencaPerLingua(const TabellaBrani& brani, Ordine ordine) {
+    QCollator collatore(LinguaElenco());
+    collatore.setCaseSensitivity(Qt::CaseInsensitive);
+    return ElencaBrani(brani, ordine, [&collatore](const std::string& testo) {
+        return collatore.sortKey(QString::fromStdString(testo));
+    });
+}
+
+int ModelloBrani::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(righe_.size());
+}
+
+QVariant ModelloBrani::data(const QModelIndex& index, int role) const {
+    if (role != Qt::DisplayRole) {
+        return {};
+    }
+    return QString::fromStdString(righe_.at(static_cast<std::size_t>(index.row())).testo);
+}
+
+void ModelloBrani::Sostituisci(std::vector<RigaElenco> righe) {
+    beginResetModel();
+    righe_ = std::move(righe);
+    endResetModel();
+}
+
+std::int16_t ModelloBrani::Posizione(int riga) const {
+    const bool esiste = riga >= 0 && riga < rowCount();
+    return esiste ? righe_[static_cast<std::size_t>(riga)].posizione : std::int16_t{0};
+}
+
+int ModelloBrani::Riga(std::int16_t posizione) const {
+    const auto trovata =
+        std::find_if(righe_.begin(), righe_.end(),
+                     [posizione](const RigaElenco& riga) { return riga.posizione == posizione; });
+    return trovata == righe_.end() ? -1 : static_cast<int>(trovata - righe_.begin());
+}
+
+QSize DisegnoRiga::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    // Without a width of their own all lines are as wide as the list.
+    return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+}
+
+bool DisegnoRiga::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                            const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const bool tagliata =
+        QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width();
+    // As rich text, so that a title with "<" in it is not taken for one.
+    const QString testo = QString("<span>%1</span>").arg(index.data().toString().toHtmlEscaped());
+    QToolTip::showText(event->globalPos(), tagliata ? testo : QString(), view);
+    return true;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "library/ElencoBrani.h"
+
+#include <QAbstractListModel>
+#include <QStyledItemDelegate>
+
+namespace sonnel {
+
+/// The lines of all songs in the order of the user's language, letter case not counting.
+[[nodiscard]] std::vector<RigaElenco> ElencaPerLingua(const TabellaBrani& brani, Ordine ordine);
+
+/// The lines of the selection list.
+class ModelloBrani : public QAbstractListModel {
+  public:
+    using QAbstractListModel::QAbstractListModel;
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+    void Sostituisci(std::vector<RigaElenco> righe);
+    /// Position of the song that a line shows, counted from 0; 0 when there is no such line.
+    [[nodiscard]] std::int16_t Posizione(int riga) const;
+    /// The first line that shows the song at a position; -1 when none does.
+    [[nodiscard]] int Riga(std::int16_t posizione) const;
+
+  private:
+    std::vector<RigaElenco> righe_;
+};
+
+/// Draws the lines as wide as the list; one that is cut off shows itself whole in a tooltip.
+class DisegnoRiga : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override;
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,112 @@
+#include "ui/frmMessage.h"
+
+#include "platform/Numbers.h"
+#include "ui/Titoli.h"
+#include "ui/basCommon.h"
+
+#include <QApplication>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <algorithm>
+#include <chrono>
+
+namespace sonnel {
+namespace {
+
+constexpr int LarghezzaMinima = 4800;  // twips
+constexpr int AltezzaSenzaAnnulla = 1500;
+constexpr int AltezzaConAnnulla = 2250;
+constexpr int MargineTesto = 16;  // pixels
+
+/// The window that is in use: the message lies over it, and its Cancel works though it is modal.
+QWidget* FinestraInUso() {
+    QWidget* modale = QApplication::activeModalWidget();
+    return modale != nullptr ? modale : QApplication::activeWindow();
+}
+
+}  // namespace
+
+frmMessage::frmMessage(const Schermo& schermo, EventiSistema& eventi)
+    : schermo_(schermo),
+      eventi_(eventi),
+      pnlMessage(new QLabel(this)),
+      cmdCancel(new QPushButton("Cancel", this)) {
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    setWindowTitle(QString::fromUtf8(TitoloMessaggi.data(), TitoloMessaggi.size()));
+    QFont font = pnlMessage->font();
+    font.setFamily("MS Sans Serif");
+    pnlMessage->setFont(font);
+    pnlMessage->setTextFormat(Qt::PlainText);
+    pnlMessage->setAlignment(Qt::AlignCenter);
+    pnlMessage->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    pnlMessage->setMargin(MargineTesto);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmMessage::cmdCancel_Click);
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->addWidget(pnlMessage, 1);
+    colonna->addWidget(cmdCancel, 0, Qt::AlignHCenter);
+}
+
+void frmMessage::MostraMessaggio(const std::string& testo, bool mostraAnnulla) {
+    const bool apri = !isVisible();
+    if (apri) {
+        Carica();
+    }
+    pnlMessage->setText(QString::fromStdString(testo));
+    if (!mostraAnnulla) {
+        cmdCancel->hide();
+    }
+    Centra(cmdCancel->isHidden() ? AltezzaSenzaAnnulla : AltezzaConAnnulla);
+    show();
+    Dipingi();
+}
+
+void frmMessage::Carica() {
+    setParent(FinestraInUso(), windowFlags());
+    annullato_ = false;
+    cmdCancel->setEnabled(true);
+    cmdCancel->show();
+}
+
+/// Gives the window this height, in twips, and a width that holds its text, in the middle of the
+/// screen.
+void frmMessage::Centra(int altezza) {
+    const double twips = schermo_.TwipsPerPixel();
+    const auto pixel = [twips](double valore) { return RoundHalfEven<int>(valore / twips); };
+    setFixedSize(std::max(pixel(LarghezzaMinima), sizeHint().width()), pixel(altezza));
+    const Posizione posto =
+        CentraForm(static_cast<float>(schermo_.Width()), static_cast<float>(schermo_.Height()),
+                   static_cast<float>(width() * twips), static_cast<float>(height() * twips));
+    move(pixel(posto.left), pixel(posto.top));
+}
+
+/// The words are to be read before the work that keeps the event loop busy begins.
+void frmMessage::Dipingi() {
+    constexpr int Giri = 20;
+    constexpr std::chrono::milliseconds Giro(10);
+    for (int i = 0; i < Giri && !windowHandle()->isExposed(); ++i) {
+        eventi_.WaitPending(Giro);
+    }
+    repaint();
+    eventi_.RunPending();
+}
+
+void frmMessage::ChiudiMessaggio() {
+    annullato_ = false;
+    hide();
+    // It does not go with the window that was in use.
+    setParent(nullptr, windowFlags());
+}
+
+void frmMessage::cmdCancel_Click() {
+    annullato_ = true;
+    cmdCancel->setEnabled(false);
+}
+
+void frmMessage::reject() {
+    if (!cmdCancel->isHidden()) {
+        cmdCancel->click();
+    }
+}
+
+}  // namespace sonnel
