@@ -5,6 +5,7 @@
 #include "library/frmSelectSongLista.h"
 #include "ui/PuntatoreOccupato.h"
 
+#include <QResizeEvent>
 #include <QShowEvent>
 
 namespace sonnel {
@@ -176,6 +177,11 @@ void frmSelectSong::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     lstBrani->setFocus();
     lstBrani->scrollTo(lstBrani->currentIndex());
+}
+
+void frmSelectSong::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    Rebar.Resize(*this);
 }
 
 }  // namespace sonnel

@@ -67,6 +67,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     static constexpr int NumBottoni = 14;

@@ -12,6 +12,7 @@ namespace sonnel {
 namespace {
 
 constexpr QSize ImmagineBottone(24, 24);
+constexpr int MargineRebar = 8;        // pixels that the band host is narrower than the window
 constexpr int LarghezzaIniziale = 90;  // mean characters of the list's font
 constexpr int AltezzaIniziale = 30;    // its lines
 
@@ -122,7 +123,7 @@ QWidget* frmSelectSong::CreaBarra() {
     Rebar.Create();
     Rebar.AddBands("", 1, tlbBar, 1);
     striscia->setFixedHeight(tlbBar->height() + 1);
-    striscia->setMinimumWidth(tlbBar->width());
+    striscia->setMinimumWidth(tlbBar->width() + MargineRebar);
     return striscia;
 }
 

@@ -7,6 +7,7 @@ namespace sonnel {
 inline constexpr const char* StileStriscia =
     "#striscia { background: #f0f0f0; border-bottom: 1px solid #c8c8c8; }"
     "#striscia QToolBar { background: transparent; border: none; spacing: 0px; padding: 2px; }"
+    "#striscia QLabel { background: transparent; }"
     "#striscia QToolButton { border: 1px solid transparent; border-radius: 5px; padding: 2px; }"
     "#striscia QToolButton:hover, #striscia QToolButton:focus {"
     "  background: #e0eaea; border-color: #9cc4c4; }"

@@ -1,0 +1,47 @@
+#include "fakes/ClockedEvents.h"
+#include "platform/qt/QtSystem.h"
+#include "ui/frmMessage.h"
+
+#include <QScreen>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace sonnel::test {
+namespace {
+
+TEST(frmMessage, ShowsItsTextInTheMiddleOfTheScreen) {
+    const QtSchermo screen;
+    ManualClock clock;
+    ClockedEvents events(clock);
+    frmMessage window(screen, events);
+    const auto* panel = window.findChild<QLabel*>();
+    auto* cancel = window.findChild<QPushButton*>();
+    for (int time = 0; time < 2; ++time) {
+        window.MostraMessaggio("Updating, please wait...", false);
+        EXPECT_TRUE(window.isVisible() && !cancel->isVisible());
+        EXPECT_EQ(window.height(), 100) << "1500 twips";
+        const QSize room = QGuiApplication::primaryScreen()->size() - window.size();
+        EXPECT_EQ(window.pos(), QPoint(room.width() / 2, room.height() / 2));
+        EXPECT_EQ(panel->text(), "Updating, please wait...");
+        QTest::keyClick(&window, Qt::Key_Escape);
+        window.close();
+        EXPECT_TRUE(window.isVisible() && !window.Annullato());
+        window.ChiudiMessaggio();
+        EXPECT_FALSE(window.isVisible());
+
+        window.MostraMessaggio("Copying", true);
+        EXPECT_TRUE(cancel->isVisible() && !window.Annullato());
+        QTest::mouseClick(cancel, Qt::LeftButton);
+        EXPECT_TRUE(window.Annullato() && !cancel->isEnabled());
+        window.MostraMessaggio("Wiping out what was copied until now, which takes a while", false);
+        EXPECT_TRUE(window.Annullato() && !cancel->isVisible());
+        EXPECT_GE(window.width(), panel->sizeHint().width());
+        window.ChiudiMessaggio();
+        window.ChiudiMessaggio();
+        EXPECT_FALSE(window.Annullato());
+    }
+}
+
+}  // namespace
+}  // namespace sonnel::test
