@@ -93,6 +93,8 @@ void frmSelectSong::AbilitaBottoni() {
 void frmSelectSong::Chiudi(const std::string& risposta) {
     Tag = risposta;
     hide();
+    // It comes back where the person has left it, not in the middle of its parent.
+    setAttribute(Qt::WA_Moved);
 }
 
 void frmSelectSong::mnuFileOpen_Click() {

@@ -12,9 +12,9 @@ namespace sonnel {
 namespace {
 
 constexpr QSize ImmagineBottone(24, 24);
-constexpr int MargineRebar = 8;        // pixels that the band host is narrower than the window
-constexpr int LarghezzaIniziale = 90;  // mean characters of the list's font
-constexpr int AltezzaIniziale = 30;    // its lines
+constexpr int MargineRebar = 8;         // pixels that the band host is narrower than the window
+constexpr int LarghezzaIniziale = 105;  // mean characters of the list's font
+constexpr int AltezzaIniziale = 36;     // its lines
 
 struct Bottone {
     const char* suggerimento;  ///< null for a separator
@@ -149,6 +149,7 @@ void frmSelectSong::Disponi(QWidget* striscia) {
 
     auto* interno = new QVBoxLayout;
     interno->setContentsMargins(8, 8, 8, 8);
+    interno->setSpacing(8);
     interno->addWidget(lstBrani, 1);
     interno->addWidget(bottoni);
     auto* colonna = new QVBoxLayout(this);

@@ -8,6 +8,8 @@
 namespace sonnel {
 namespace {
 
+constexpr int AriaRiga = 4;  // pixels between two lines
+
 /// The language whose order the list has; a machine without one gets an order for people too.
 QLocale LinguaElenco() {
     const QLocale utente;
@@ -55,7 +57,7 @@ int ModelloBrani::Riga(std::int16_t posizione) const {
 
 QSize DisegnoRiga::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     // Without a width of their own all lines are as wide as the list.
-    return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+    return {0, QStyledItemDelegate::sizeHint(option, index).height() + AriaRiga};
 }
 
 bool DisegnoRiga::helpEvent(QHelpEvent* event, QAbstractItemView* view,
