@@ -178,7 +178,10 @@ TEST_F(frmSelectSongTest, EveryWayOutLeavesItsAnswer) {
         wayOut();
         ExpectClosed(answer);
     }
-    QTimer::singleShot(0, &window, [&] { Key(Qt::Key_Return); });
+    QTimer once;
+    once.setSingleShot(true);
+    QObject::connect(&once, &QTimer::timeout, [this] { Key(Qt::Key_Return); });
+    once.start(0);
     window.hide();
     window.exec();
     ExpectClosed("1");
