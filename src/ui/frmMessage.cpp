@@ -19,9 +19,19 @@ constexpr int AltezzaConAnnulla = 2250;
 constexpr int MargineTesto = 16;  // pixels
 
 /// The window that is in use: the message lies over it, and its Cancel works though it is modal.
+/// Just after a message box none may be active yet; then it is the one that is there.
 QWidget* FinestraInUso() {
-    QWidget* modale = QApplication::activeModalWidget();
-    return modale != nullptr ? modale : QApplication::activeWindow();
+    if (QWidget* modale = QApplication::activeModalWidget()) {
+        return modale;
+    }
+    if (QWidget* attiva = QApplication::activeWindow()) {
+        return attiva;
+    }
+    const QWidgetList finestre = QApplication::topLevelWidgets();
+    const auto visibile = std::find_if(finestre.begin(), finestre.end(), [](const QWidget* widget) {
+        return widget->isVisible() && widget->windowType() == Qt::Window;
+    });
+    return visibile == finestre.end() ? nullptr : *visibile;
 }
 
 }  // namespace
