@@ -2,10 +2,10 @@
 
 #include "platform/Numbers.h"
 #include "platform/qt/PaintNow.h"
+#include "platform/qt/WindowInUse.h"
 #include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
-#include <QApplication>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -16,12 +16,6 @@ constexpr int LarghezzaMinima = 4800;  // twips
 constexpr int AltezzaSenzaAnnulla = 1500;
 constexpr int AltezzaConAnnulla = 2250;
 constexpr int MargineTesto = 16;  // pixels
-
-/// The window that is in use: the message lies over it, and its Cancel works though it is modal.
-QWidget* FinestraInUso() {
-    QWidget* modale = QApplication::activeModalWidget();
-    return modale != nullptr ? modale : QApplication::activeWindow();
-}
 
 }  // namespace
 
@@ -59,7 +53,8 @@ void frmMessage::MostraMessaggio(const std::string& testo, bool mostraAnnulla) {
 }
 
 void frmMessage::Carica() {
-    setParent(FinestraInUso(), windowFlags());
+    // Over the window that is in use, so that its Cancel works though that one is modal.
+    setParent(WindowInUse(), windowFlags());
     annullato_ = false;
     cmdCancel->setEnabled(true);
     cmdCancel->show();

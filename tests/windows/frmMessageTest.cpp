@@ -9,10 +9,9 @@
 namespace sonnel::test {
 namespace {
 
-TEST(frmMessage, ShowsItsTextInTheMiddleOfTheScreen) {
+TEST(frmMessage, IsThereUntilTheWorkIsDone) {
     const QtSchermo screen;
     frmMessage window(screen);
-    const auto* panel = window.findChild<QLabel*>();
     auto* cancel = window.findChild<QPushButton*>();
     for (int time = 0; time < 2; ++time) {
         window.MostraMessaggio("Updating, please wait...", false);
@@ -20,23 +19,17 @@ TEST(frmMessage, ShowsItsTextInTheMiddleOfTheScreen) {
         EXPECT_EQ(window.height(), 100) << "1500 twips";
         const QSize room = QGuiApplication::primaryScreen()->size() - window.size();
         EXPECT_EQ(window.pos(), QPoint(room.width() / 2, room.height() / 2));
-        EXPECT_EQ(panel->text(), "Updating, please wait...");
-        QTest::keyClick(&window, Qt::Key_Escape);
         window.close();
         EXPECT_TRUE(window.isVisible() && !window.Annullato());
         window.ChiudiMessaggio();
-        EXPECT_FALSE(window.isVisible());
 
         window.MostraMessaggio("Copying", true);
-        EXPECT_TRUE(cancel->isVisible() && !window.Annullato());
         QTest::mouseClick(cancel, Qt::LeftButton);
-        EXPECT_TRUE(window.Annullato() && !cancel->isEnabled());
+        EXPECT_TRUE(window.Annullato() && cancel->isVisible() && !cancel->isEnabled());
         window.MostraMessaggio("Wiping out what was copied until now, which takes a while", false);
         EXPECT_TRUE(window.Annullato() && !cancel->isVisible());
-        EXPECT_GE(window.width(), panel->sizeHint().width());
         window.ChiudiMessaggio();
-        window.ChiudiMessaggio();
-        EXPECT_FALSE(window.Annullato());
+        EXPECT_FALSE(window.Annullato() || window.isVisible());
     }
 }
 

@@ -2,8 +2,8 @@
 
 #include "platform/Files.h"
 #include "platform/qt/QtColour.h"
+#include "platform/qt/WindowInUse.h"
 
-#include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
 
@@ -19,7 +19,7 @@ QStringList Filters(const QString& extension) {
 }  // namespace
 
 std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest& request) {
-    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(request.title));
+    QFileDialog dialog(WindowInUse(), QString::fromStdString(request.title));
     const QString extension = QString::fromStdString(request.extension);
     if (!request.directory.empty()) {
         dialog.setDirectory(QString::fromStdString(Utf8FromPath(request.directory)));
@@ -44,8 +44,8 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
 }
 
 std::optional<Colour> QtCommonDialog::ChooseColour(const std::string& title, Colour initial) {
-    const QColor colour = QColorDialog::getColor(ToQColor(initial), QApplication::activeWindow(),
-                                                 QString::fromStdString(title));
+    const QColor colour =
+        QColorDialog::getColor(ToQColor(initial), WindowInUse(), QString::fromStdString(title));
     return colour.isValid() ? std::optional(FromQColor(colour)) : std::nullopt;
 }
 

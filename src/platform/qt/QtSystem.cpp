@@ -1,6 +1,7 @@
 #include "platform/qt/QtSystem.h"
 
 #include "platform/Numbers.h"
+#include "platform/qt/WindowInUse.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -138,29 +139,8 @@ double QtSchermo::TwipsPerPixel() const {
     return TwipsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInch();
 }
 
-namespace {
-
-/// The window that a message box belongs to: the one in use, else, while another program is, any
-/// that is on the screen, lest the box gets behind it.
-QWidget* Owner() {
-    if (QWidget* active = QApplication::activeWindow()) {
-        return active;
-    }
-    if (QWidget* modal = QApplication::activeModalWidget()) {
-        return modal;
-    }
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && !window->parentWidget()) {
-            return window;
-        }
-    }
-    return nullptr;
-}
-
-}  // namespace
-
 Answer QtMsgBox::Show(const Message& message) {
-    QMessageBox box(Owner());
+    QMessageBox box(WindowInUse());
     box.setTextFormat(Qt::PlainText);
     box.setText(QString::fromStdString(message.text).replace("\r\n", "\n"));
     box.setIcon(ToQt(message.icon));
