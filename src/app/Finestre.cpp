@@ -4,9 +4,10 @@
 
 namespace sonnel {
 
-Finestre::Finestre(Programma& programma, CommonDialog& dialoghi)
+Finestre::Finestre(Programma& programma, CommonDialog& dialoghi, QWidget& principale)
     : programma_(programma),
       dialoghi_(dialoghi),
+      principale_(principale),
       libreria_{programma.config, programma.brani, programma.msgBox, programma.eventi},
       messaggio_(programma.schermo) {
     programma.scelta.scegli = [this] { return ScegliBrano(); };
@@ -30,13 +31,13 @@ std::string Finestre::ScegliBrano() {
 
 void Finestre::AggiornaIndiceDaMenu() {
     sonnel::SincronizzaDB(
-        libreria_, {*this, messaggio_, [this](bool abilita) { principale_->setEnabled(abilita); }});
+        libreria_, {*this, messaggio_, [this](bool abilita) { principale_.setEnabled(abilita); }});
 }
 
 frmSelectSong& Finestre::Selezione() const {
     if (!selezione_) {
         selezione_ = std::make_unique<frmSelectSong>(
-            frmSelectSong::Parti{libreria_, dialoghi_, programma_.caso}, principale_);
+            frmSelectSong::Parti{libreria_, dialoghi_, programma_.caso}, &principale_);
         selezione_->SincronizzaDB = programma_.agganci.SincronizzaDB;
     }
     return *selezione_;

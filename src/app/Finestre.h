@@ -16,12 +16,9 @@ namespace sonnel {
 /// selection window is made at its first use and then kept, hidden between uses.
 class Finestre final : public ListaBrani {
   public:
-    /// Binds the commands of the program to these windows. All of it outlives them.
-    Finestre(Programma& programma, CommonDialog& dialoghi);
-
-    /// Sets the main window, which lies below these and takes no input while the library is
-    /// rebuilt.
-    void Principale(QWidget& finestra) { principale_ = &finestra; }
+    /// Binds the commands of the program to these windows. The main window lies below them and
+    /// takes no input while the library is rebuilt. All of it outlives them.
+    Finestre(Programma& programma, CommonDialog& dialoghi, QWidget& principale);
 
     void AggiornaLista() override;
     void SelezionaBrano(std::int16_t posizione) override;
@@ -34,7 +31,7 @@ class Finestre final : public ListaBrani {
 
     Programma& programma_;
     CommonDialog& dialoghi_;
-    QWidget* principale_ = nullptr;
+    QWidget& principale_;
     Libreria libreria_;
     frmMessage messaggio_;
     mutable std::unique_ptr<frmSelectSong> selezione_;

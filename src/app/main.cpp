@@ -95,9 +95,8 @@ int main(int argc, char** argv) {
                                   auto value) { WriteIni(winIni, section, key, value); },
         .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
         .openDirPredefinita = DefaultKaraokeDirectory()};
-    Finestre finestre(programma, dialog);
     frmKaraoke window(programma);
-    finestre.Principale(window);
+    const Finestre finestre(programma, dialog, window);
     // Within the event loop, so that the window can be closed while it still comes up.
     QMetaObject::invokeMethod(
         &window, [&window] { window.Form_Load(); }, Qt::QueuedConnection);

@@ -39,7 +39,7 @@ class Riproduzione {
         VistaKaraoke& vista;
         MsgBox& msgBox;
         EventiSistema& eventi;
-        SceltaBrano scelta;
+        const SceltaBrano& scelta;
     };
 
     explicit Riproduzione(Parti parti);

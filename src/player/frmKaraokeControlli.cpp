@@ -2,6 +2,7 @@
 
 #include "player/FormattaTempo.h"
 #include "player/frmKaraoke.h"
+#include "ui/StileStriscia.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -14,14 +15,7 @@ constexpr QSize ImmagineBottone(24, 24);
 constexpr QSize ImmagineLogo(32, 32);
 constexpr int PaginaCursore = 10;  // seconds that a page key moves the slider
 
-/// Light whatever the desktop's theme: the button images are drawn for it.
-constexpr const char* StileStriscia =
-    "#striscia { background: #f0f0f0; border-bottom: 1px solid #c8c8c8; }"
-    "#striscia QToolBar { background: transparent; border: none; spacing: 0px; padding: 2px; }"
-    "#striscia QToolButton { border: 1px solid transparent; border-radius: 5px; padding: 2px; }"
-    "#striscia QToolButton:hover, #striscia QToolButton:focus {"
-    "  background: #e0eaea; border-color: #9cc4c4; }"
-    "#striscia QToolButton:pressed { background: #c8dcdc; }"
+constexpr const char* StilePosizione =
     "#SSPanel1 { background: #fafafa; border: 1px solid #d0d0d0; border-radius: 6px; }"
     "#SSPanel1 QLabel { color: #2d3b40; }"
     "#SSPanel1 QLabel:disabled { color: #2d3b40; }";
@@ -116,7 +110,7 @@ QAction* frmKaraoke::Voce(QMenu* menu, const char* nome, const char* testo,
 void frmKaraoke::CreaBarra() {
     striscia_->setObjectName("striscia");
     striscia_->setAttribute(Qt::WA_StyledBackground);
-    striscia_->setStyleSheet(StileStriscia);
+    striscia_->setStyleSheet(QString(StileStriscia) + StilePosizione);
 
     tlbBar = new QToolBar(striscia_);
     tlbBar->setAccessibleName("Commands");

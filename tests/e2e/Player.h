@@ -35,9 +35,11 @@ class Player {
     explicit Player(const std::string& song) {
         PrepareHome();
         home_.Write("sonnel/settings.conf",
-                    "[Software\\Corvane\\Sonnel Player\\Opzioni]\r\nCompensazione=0\r\n"
-                    "[Software\\Corvane\\Sonnel Player\\Colori]\r\n"
-                    "Testo=65280\r\nSelezione=65535\r\nSfondo=4194304\r\n");
+                    "[Software\\Corvane\\Sonnel Player\\Opzioni]\r\nCompensazione=0\r\nOpenDir=" +
+                        Library("").string() +
+                        "\r\n"
+                        "[Software\\Corvane\\Sonnel Player\\Colori]\r\n"
+                        "Testo=65280\r\nSelezione=65535\r\nSfondo=4194304\r\n");
         Start({Library(song).string()});
     }
     /// Starts it for the first time, without a song, where a window manager is at work.

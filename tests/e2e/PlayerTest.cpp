@@ -204,5 +204,38 @@ TEST(ThePlayer, CalibratesAtItsFirstStartAndOpensWhereItWasClosed) {
     EXPECT_EQ(Setting(player, "FullScreen"), "-1");
 }
 
+TEST(ThePlayer, PlaysAndDeletesSongsOfItsLibrary) {
+    Player player("Twinkle Twinkle");
+    const auto shown = [&](const std::string& title) {
+        return WaitUntil([&] { return !player.screen.Window(title).empty(); }, kPatience);
+    };
+    const std::string selection = "^Song selection - [0-9]+ songs";
+    ASSERT_TRUE(shown("^Sonnel Player 98 4.1 beta - Twinkle")) << player.Output();
+    player.Press("ctrl+o");
+    ASSERT_TRUE(shown("^Song selection - 5 songs"));
+    const std::string window = player.screen.Window(selection);
+    player.screen.Press(window, "F6");
+    constexpr int SecondLine = 90;  // pixels from the top
+    player.screen.DoubleClick(window, 100, SecondLine);
+    ASSERT_TRUE(shown("^Sonnel Player 98 4.1 beta - Auld Lang Syne$"));
+    EXPECT_TRUE(player.Watch([](const Sample& now) { return now.sung > 0; }, kPatience));
+
+    player.Press("F3");
+    player.Press("ctrl+o");
+    ASSERT_TRUE(shown(selection));
+    player.screen.Press(window, "Delete");
+    ASSERT_TRUE(shown("^Sonnel Karaoke Player$"));
+    const std::string question = player.screen.Window("^Sonnel Karaoke Player$");
+    player.screen.Press(question, "Tab");
+    player.screen.Press(question, "Return");
+    EXPECT_TRUE(shown("^Song selection - 4 songs"));
+    for (const char* file : {"Auld Lang Syne.lyk", "Auld Lang Syne.mid"}) {
+        EXPECT_FALSE(std::filesystem::exists(player.Library(file))) << file;
+    }
+    EXPECT_EQ(Content(player.Library("sonnel.snl")).find("Auld"), std::string::npos);
+    player.screen.Press(window, "Escape");
+    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
+}
+
 }  // namespace
 }  // namespace sonnel::test

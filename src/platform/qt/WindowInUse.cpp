@@ -13,10 +13,9 @@ QWidget* WindowInUse() {
         return active;
     }
     const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto visible =
-        std::find_if(windows.begin(), windows.end(), [](const QWidget* widget) {
-            return widget->isVisible() && widget->windowType() == Qt::Window;
-        });
+    const auto visible = std::find_if(windows.begin(), windows.end(), [](const QWidget* widget) {
+        return widget->isVisible() && widget->windowType() == Qt::Window;
+    });
     return visible == windows.end() ? nullptr : *visible;
 }
 
