@@ -82,17 +82,10 @@ class PlaybackTest : public testing::Test, protected SequencerRig {
     ScriptedMsgBox msgBox;
     ClockedEvents events{clock};
     std::string choice;
+    SceltaBrano chooser{[this] { return choice; },
+                        [](std::int32_t p) { return p == 2 ? "song" : "../x"; }};
     Riproduzione player{
-        {config,
-         timeline,
-         info,
-         control,
-         box,
-         window,
-         window,
-         msgBox,
-         events,
-         {[this] { return choice; }, [](std::int32_t p) { return p == 2 ? "song" : "../x"; }}}};
+        {config, timeline, info, control, box, window, window, msgBox, events, chooser}};
 };
 
 TEST_F(PlaybackTest, OpeningShowsTheSongFromItsStart) {
