@@ -17,7 +17,7 @@ class ScriptedDialog : public CommonDialog {
     std::optional<Colour> ChooseColour(const std::string& title, Colour initial) override {
         colourTitles.push_back(title);
         initialColours.push_back(initial);
-        return Next(colours, std::nullopt);
+        return Next(colours, std::optional<Colour>());
     }
 
     std::deque<std::vector<std::filesystem::path>> files;
