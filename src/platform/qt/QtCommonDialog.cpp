@@ -6,6 +6,8 @@
 
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
 
 namespace sonnel {
 namespace {
@@ -14,6 +16,19 @@ namespace {
 QStringList Filters(const QString& extension) {
     const QString kind = extension.toUpper();
     return {QString("%1 files (*.%2 *.%1)").arg(kind, extension), "All files (*)"};
+}
+
+/// Asks again while a new file's directory does not exist; false when the person has cancelled.
+bool ExecUntilPathExists(QFileDialog& dialog) {
+    while (dialog.exec() == QDialog::Accepted) {
+        const QString directory = QFileInfo(dialog.selectedFiles().value(0)).path();
+        if (QFileInfo(directory).isDir()) {
+            return true;
+        }
+        QMessageBox::warning(QApplication::activeWindow(), dialog.windowTitle(),
+                             directory + "\nThis directory does not exist.");
+    }
+    return false;
 }
 
 }  // namespace
@@ -35,7 +50,7 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
         dialog.selectFile(QString::fromStdString(request.name));
     }
     std::vector<std::filesystem::path> files;
-    if (dialog.exec() == QDialog::Accepted) {
+    if (ExecUntilPathExists(dialog)) {
         for (const QString& file : dialog.selectedFiles()) {
             files.push_back(PathFromUtf8(file.toStdString()));
         }

@@ -1,7 +1,9 @@
 #include "platform/qt/QtPictureBox.h"
 
+#include "platform/Numbers.h"
 #include "platform/qt/QtColour.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QMouseEvent>
@@ -12,6 +14,8 @@
 
 namespace sonnel {
 namespace {
+
+constexpr double TwipsPerPoint = 20;
 
 QString ToQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -43,14 +47,18 @@ void QtPictureBox::SetForeColor(Colour colour) {
 
 void QtPictureBox::SetFont(const FontSpec& font) {
     font_.setFamily(QString::fromStdString(font.name));
-    font_.setPointSizeF(std::max(font.size, 1.0));
+    // Whole pixels: what size a smooth font gets is known without loading it, which takes long
+    // where thousands of fonts are installed.
+    font_.setPixelSize(std::max(RoundHalfEven<int>(font.size * TwipsPerPoint / twipsPerPixel_), 1));
     font_.setBold(font.bold);
     printed_.clear();
 }
 
 FontSpec QtPictureBox::Font() const {
-    const double size = std::round(QFontInfo(font_).pointSizeF() * 100) / 100;
-    return {font_.family().toStdString(), size, font_.bold()};
+    const double points = QFontDatabase::isSmoothlyScalable(font_.family())
+                              ? font_.pixelSize() * twipsPerPixel_ / TwipsPerPoint
+                              : QFontInfo(font_).pointSizeF();
+    return {font_.family().toStdString(), std::round(points * 100) / 100, font_.bold()};
 }
 
 TextSize QtPictureBox::Measure(std::string_view text) const {

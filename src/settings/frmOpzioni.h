@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/CommonDialog.h"
+#include "platform/Schermo.h"
+#include "platform/qt/QtPictureBox.h"
+#include "settings/Opzioni.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
+
+namespace sonnel {
+
+/// The options window: edits a copy of the settings, which OK makes the program's own.
+class frmOpzioni : public QDialog {
+  public:
+    struct Parti {
+        PartiOpzioni opzioni;
+        CommonDialog& CMDialog1;
+        const Schermo& schermo;
+    };
+    explicit frmOpzioni(const Parti& parti, QWidget* parent = nullptr);
+
+    void cmdSfogliaDatabase_Click();
+    void chkAutoplay_Click();
+    void lstFontName_Click();
+    void lstFontSize_Click();
+    void chkFontBold_Click();
+    void cmdColoreTesto_Click();
+    void cmdColoreSfondo_Click();
+    void cmdColoreSelezione_Click();
+    void cmdColoreOmbra_Click();
+    void chkOmbra_Click();
+    void chkAutoFont_Click();
+    void vscCompensation_Change();
+    void cmdOk_Click();
+    void cmdAnnulla_Click();
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    QWidget* CreaGenerale();
+    QWidget* CreaSchermo();
+    QWidget* CreaFont();
+    QWidget* CreaColori();
+    QWidget* CreaInterruttori();
+    QWidget* CreaAvanzate();
+    QWidget* CreaBottoni();
+    void Form_Load();
+    void Collega();
+    void RiempiDimensioni();
+    void ScegliColore(const char* titolo, Colour Config::*colore);
+    void DisegnaCampione();
+
+    Parti parti_;
+    Config copia_;
+
+    QLabel* lblOpenDir = nullptr;
+    QPushButton* cmdSfogliaDatabase = nullptr;
+    QCheckBox* chkAutoplay = nullptr;
+    QComboBox* lstFontName = nullptr;
+    QComboBox* lstFontSize = nullptr;
+    QCheckBox* chkFontBold = nullptr;
+    QtPictureBox Parole;
+    QPushButton* cmdColoreTesto = nullptr;
+    QPushButton* cmdColoreSfondo = nullptr;
+    QPushButton* cmdColoreSelezione = nullptr;
+    QPushButton* cmdColoreOmbra = nullptr;
+    QCheckBox* chkOmbra = nullptr;
+    QCheckBox* chkAutoFont = nullptr;
+    QSpinBox* vscCompensation = nullptr;  ///< its text is lblCompensation
+    QPushButton* cmdOk = nullptr;
+    QPushButton* cmdAnnulla = nullptr;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,119 @@
+#include "windows/Pixels.h"
+
+#include "fakes/MemoryRegistro.h"
+#include "fakes/ScriptedDialog.h"
+#include "fakes/ScriptedMsgBox.h"
+#include "platform/qt/QtSystem.h"
+#include "settings/frmOpzioni.h"
+
+#include <QFontDatabase>
+#include <QTest>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include <gmock/gmock.h>
+
+namespace sonnel::test {
+namespace {
+
+class frmOpzioniTest : public ::testing::Test {
+  protected:
+    void Open() {
+        window = std::make_unique<frmOpzioni>(frmOpzioni::Parti{
+            {config, store, msgBox, [](const std::string& dir) { return dir == "/songs/"; }, [] {},
+             [this] { usableInRebuild = window->isEnabled(); }, [] {}, [] {},
+             [](const std::string&) {}},
+            dialog,
+            screen});
+        window->show();
+    }
+    /// The control of a kind with an accessible name or a caption.
+    template <class Control>
+    Control& Find(const QString& name) const {
+        for (auto* control : window->findChildren<Control*>()) {
+            if (control->accessibleName() == name || control->property("text") == name) {
+                return *control;
+            }
+        }
+        throw std::logic_error("no " + name.toStdString());
+    }
+    QComboBox& List(const char* name) const { return Find<QComboBox>(name); }
+    int Pixels(Colour colour) const { return Count(Shot(Find<QWidget>("Sample")), colour); }
+
+    const QStringList fonts = QFontDatabase::families();
+    Config config{.FontName = fonts.at(0).toStdString(), .AutoFont = 0, .OpenDir = "/songs/"};
+    MemoryRegistro store;
+    ScriptedMsgBox msgBox;
+    ScriptedDialog dialog;
+    QtSchermo screen;
+    bool usableInRebuild = true;
+    std::unique_ptr<frmOpzioni> window;
+};
+
+TEST_F(frmOpzioniTest, EditsACopyUntilOk) {
+    msgBox.answers = {Answer::No, Answer::Yes};
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        EXPECT_TRUE(store.written.empty());
+        EXPECT_EQ(config.FontSize, 24);
+        Open();
+        dialog.colours = {0x123456, std::nullopt};
+        dialog.files = {{"/new songs/sonnel.snl"}};
+        for (const char* caption : {"Text", "Back", "C&hange...", "&Bold", "Automatic font size",
+                                    "Start playing on song open"}) {
+            Find<QAbstractButton>(caption).click();
+        }
+        Find<QCheckBox>("Shadow").click();
+        EXPECT_FALSE(List("Font size").isEnabled() || Find<QPushButton>("Shadow").isEnabled());
+        List("Font").setCurrentText(fonts.constLast());
+        List("Font size").setCurrentText("9");
+        QTest::keyClick(window.get(), key);
+        EXPECT_EQ(window->isVisible(), key == Qt::Key_Return) << "No leaves it open";
+    }
+    EXPECT_EQ(config.OpenDir, dialog.asked.at(1).directory);
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible() || usableInRebuild);
+    EXPECT_EQ(store.written.size(), 12U);
+    EXPECT_EQ(config.FontName, fonts.constLast().toStdString());
+    EXPECT_EQ(config.FontSize, 9);
+    EXPECT_EQ(config.OpenDir, "/new songs/");
+    EXPECT_EQ((std::vector<int>{config.ColoreTesto, config.ColoreSfondo, config.FontBold,
+                                config.Ombra, config.AutoFont, config.Autoplay}),
+              (std::vector<int>{0x123456, 0, 0, 0, -1, 0}));
+}
+
+TEST_F(frmOpzioniTest, ShowsAtOnceWhatIsChosen) {
+    Open();
+    EXPECT_EQ(List("Font").currentText(), fonts.at(0));
+    EXPECT_EQ(List("Font size").currentText(), "24");
+    const int small = Pixels(config.ColoreTesto);
+    EXPECT_GT(std::min(small, Pixels(config.ColoreOmbra)), 20);
+    List("Font size").setCurrentText("60");
+    EXPECT_GT(Pixels(config.ColoreTesto), 2 * small);
+    Find<QCheckBox>("Shadow").click();
+    EXPECT_EQ(Pixels(config.ColoreOmbra), 0);
+}
+
+TEST_F(frmOpzioniTest, KeepsStoredValuesItCannotShow) {
+    config.FontSize = 13.75F;
+    config.Compensazione = 150;
+    Open();
+    EXPECT_EQ(List("Font size").currentIndex(), -1);
+    auto* bar = window->findChild<QSpinBox*>();
+    EXPECT_EQ(bar->text(), "100");
+    window->cmdOk_Click();
+    EXPECT_EQ(config.FontSize, 13.75F);
+    EXPECT_EQ(config.Compensazione, 150);
+    for (const auto& [key, value] : {std::pair{Qt::Key_Down, 99}, {Qt::Key_Up, 100}}) {
+        QTest::keyClick(bar, key);
+        window->cmdOk_Click();
+        EXPECT_EQ(config.Compensazione, value);
+    }
+    config.FontName = "No Such Font";
+    Open();
+    EXPECT_EQ(List("Font").currentIndex() + List("Font size").count(), -1);
+    EXPECT_GT(Pixels(config.ColoreTesto), 20);
+}
+
+}  // namespace
+}  // namespace sonnel::test
