@@ -1,6 +1,11 @@
 #include "app/Finestre.h"
 
+#include "library/AggiornaIndice.h"
 #include "library/CaricaIndice.h"
+#include "library/Indice.h"
+#include "settings/frmOpzioni.h"
+
+#include <QDir>
 
 namespace sonnel {
 
@@ -20,6 +25,7 @@ Finestre::Finestre(Programma& programma, CommonDialog& dialoghi, QWidget& princi
     agganci.CaricaIndice = [this] { CaricaIndice(libreria_); };
     agganci.RileggiDB = [this] { RileggiDB(libreria_, *this); };
     agganci.SincronizzaDB = [this] { AggiornaIndiceDaMenu(); };
+    agganci.mostraOpzioni = [this] { MostraOpzioni(); };
     agganci.caricaSelezione = [this] { (void)Selezione(); };
 }
 
@@ -32,6 +38,28 @@ std::string Finestre::ScegliBrano() {
 void Finestre::AggiornaIndiceDaMenu() {
     sonnel::SincronizzaDB(
         libreria_, {*this, messaggio_, [this](bool abilita) { principale_.setEnabled(abilita); }});
+}
+
+void Finestre::MostraOpzioni() {
+    frmOpzioni({Opzioni(), dialoghi_, programma_.schermo}, &principale_).exec();
+}
+
+PartiOpzioni Finestre::Opzioni() {
+    return {
+        .config = programma_.config,
+        .registro = programma_.registro,
+        .msgBox = programma_.msgBox,
+        .esisteIndice = EsisteIndice,
+        .creaIndice =
+            [this] {
+                ProfileFile indice(PercorsoIndice(programma_.config.OpenDir));
+                CreaIndice(indice);
+            },
+        .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
+        .caricaIndice = [this] { CaricaIndice(libreria_); },
+        .scaricaSelezione = [this] { selezione_.reset(); },
+        .dialogoParteDa =
+            [](const std::string& openDir) { QDir::setCurrent(QString::fromStdString(openDir)); }};
 }
 
 frmSelectSong& Finestre::Selezione() const {

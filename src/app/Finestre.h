@@ -4,6 +4,7 @@
 #include "library/frmSelectSong.h"
 #include "platform/CommonDialog.h"
 #include "player/Programma.h"
+#include "settings/Opzioni.h"
 #include "ui/frmMessage.h"
 
 #include <QWidget>
@@ -28,6 +29,8 @@ class Finestre final : public ListaBrani {
     [[nodiscard]] frmSelectSong& Selezione() const;
     [[nodiscard]] std::string ScegliBrano();
     void AggiornaIndiceDaMenu();
+    void MostraOpzioni();
+    [[nodiscard]] PartiOpzioni Opzioni();
 
     Programma& programma_;
     CommonDialog& dialoghi_;

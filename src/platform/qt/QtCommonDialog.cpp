@@ -25,7 +25,7 @@ bool ExecUntilPathExists(QFileDialog& dialog) {
         if (QFileInfo(directory).isDir()) {
             return true;
         }
-        QMessageBox::warning(QApplication::activeWindow(), dialog.windowTitle(),
+        QMessageBox::warning(&dialog, dialog.windowTitle(),
                              directory + "\nThis directory does not exist.");
     }
     return false;
