@@ -201,6 +201,11 @@ Error MakeError(SmfError number, std::string text) {
 
 }  // namespace
 
+std::optional<std::uint32_t> TempoOf(std::string_view data) {
+    constexpr std::size_t kTempoSize = 3;
+    return data.size() < kTempoSize ? std::nullopt : std::optional(BigEndian(data, 0, kTempoSize));
+}
+
 Result<SmfFile> ReadSmf(std::string bytes) {
     SmfFile file;
     file.bytes = std::move(bytes);
@@ -227,7 +232,8 @@ Result<SmfFile> ReadSmf(std::string bytes) {
     }
     const std::size_t headerLength = BigEndian(all, start + 4, 4);
     const std::size_t trackCount = BigEndian(all, start + 10, 2);
-    file.division = ReadDivision(BigEndian(all, start + 12, 2), file.damaged);
+    file.divisionWord = static_cast<std::uint16_t>(BigEndian(all, start + 12, 2));
+    file.division = ReadDivision(file.divisionWord, file.damaged);
     const bool headerFits =
         headerLength >= 6 && headerLength - 6 <= all.size() - start - kHeaderSize;
     file.damaged = file.damaged || !headerFits;
