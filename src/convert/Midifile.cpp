@@ -16,7 +16,7 @@ std::optional<Error> Midifile::SetAction(MidifileAction action) {
     if (!content) {
         return Failure(content.error().number, content.error().text);
     }
-    return OpenContent(*std::move(content));
+    return OpenContent(std::move(*content));
 }
 
 std::optional<Error> Midifile::OpenContent(std::string content) {
@@ -25,7 +25,7 @@ std::optional<Error> Midifile::OpenContent(std::string content) {
     if (!read) {
         return Failure(read.error().number, read.error().text);
     }
-    file_ = *std::move(read);
+    file_ = std::move(*read);
     track_ = 0;
     event_ = 0;
     textsBefore_.assign(1, 0);
