@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <utility>
 
+#include <gmock/gmock.h>
+
 namespace sonnel::test {
 namespace {
 
@@ -128,7 +130,7 @@ TEST(ConversioneKar, NoTextBreaksTheLinesAndNoCharacterIsLost) {
         EXPECT_EQ(ScriviLyk(file, result.Testo, false)->number, EEXIST);
         EXPECT_EQ(Content(file), "old");
         EXPECT_FALSE(ScriviLyk(file, result.Testo, true));
-        EXPECT_EQ(Content(file), mark + std::string(FirstLine) + lines);
+        EXPECT_EQ(Content(file), std::string(mark).append(FirstLine).append(lines));
     }
 }
 
