@@ -88,9 +88,9 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void CreaMenuKaraoke();
     void CreaMenuAiuto();
     /// A menu item, an object of that name; without `tasti` it has no shortcut.
-    template <typename Comando>
+    template <typename Gestore>
     QAction* Voce(QMenu* menu, const char* nome, const char* testo, const QKeySequence& tasti,
-                  Comando comando);
+                  Gestore comando);
     void CreaBarra();
     QWidget* CreaPosizione();
     void MostraLogo(int immagine);

@@ -43,9 +43,9 @@ constexpr std::array<Bottone, 11> Bottoni{{
 
 }  // namespace
 
-template <typename Comando>
+template <typename Gestore>
 QAction* frmKaraoke::Voce(QMenu* menu, const char* nome, const char* testo,
-                          const QKeySequence& tasti, Comando comando) {
+                          const QKeySequence& tasti, Gestore comando) {
     QAction* azione = menu->addAction(testo, this, comando);
     azione->setObjectName(nome);
     azione->setShortcut(tasti);
