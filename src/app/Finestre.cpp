@@ -1,8 +1,10 @@
 #include "app/Finestre.h"
 
 #include "library/AggiornaIndice.h"
+#include "library/AggiungiBrani.h"
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
+#include "library/frmInfoBrano.h"
 #include "settings/frmOpzioni.h"
 
 #include <QDir>
@@ -67,6 +69,12 @@ frmSelectSong& Finestre::Selezione() const {
         selezione_ = std::make_unique<frmSelectSong>(
             frmSelectSong::Parti{libreria_, dialoghi_, programma_.caso}, &principale_);
         selezione_->SincronizzaDB = programma_.agganci.SincronizzaDB;
+        selezione_->AggiungiBrani = [this] {
+            sonnel::AggiungiBrani(libreria_, dialoghi_, *selezione_);
+        };
+        selezione_->ProprietaBrano = [this] {
+            sonnel::ProprietaBrano(libreria_, *selezione_, selezione_.get());
+        };
     }
     return *selezione_;
 }

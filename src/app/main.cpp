@@ -17,6 +17,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QTimer>
 #include <system_error>
 
 namespace {
@@ -98,7 +99,9 @@ int main(int argc, char** argv) {
     frmKaraoke window(programma);
     const Finestre finestre(programma, dialog, window);
     // Within the event loop, so that the window can be closed while it still comes up.
-    QMetaObject::invokeMethod(
-        &window, [&window] { window.Form_Load(); }, Qt::QueuedConnection);
+    QTimer start;
+    start.setSingleShot(true);
+    QObject::connect(&start, &QTimer::timeout, &window, &frmKaraoke::Form_Load);
+    start.start(0);
     return QApplication::exec();
 }

@@ -159,7 +159,7 @@ fs::path MachineSettingsFile(const Environment& environment) {
     while (!directories.empty()) {
         const std::string_view directory = directories.substr(0, directories.find(':'));
         directories.remove_prefix(std::min(directory.size() + 1, directories.size()));
-        const fs::path candidate = InConfiguration(PathFromUtf8(directory));
+        fs::path candidate = InConfiguration(PathFromUtf8(directory));
         std::error_code ignored;
         if (candidate.is_absolute() && fs::exists(candidate, ignored)) {
             return candidate;

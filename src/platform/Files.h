@@ -9,12 +9,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace sonnel {
 
 /// Paths are UTF-8 in program text and std::filesystem::path at the doors.
 [[nodiscard]] std::filesystem::path PathFromUtf8(std::string_view text);
 [[nodiscard]] std::string Utf8FromPath(const std::filesystem::path& path);
+
+/// Whether a path holds a NUL character, which the system would take for its end.
+[[nodiscard]] bool HasNul(const std::filesystem::path& path);
 
 /// Whether a name stays in the directory it is looked up in: not empty, no separator, not "." or
 /// "..", no NUL character.
@@ -60,5 +64,26 @@ inline constexpr std::size_t MaxFileSize = std::size_t{1} << 30U;
 /// system's and its text a sentence with the file's name and the reason.
 [[nodiscard]] std::optional<Error> WriteFileAtomically(const std::filesystem::path& path,
                                                        std::string_view content);
+
+/// Names of files beside the one that is replaced.
+struct ReplacementNames {
+    std::string temporary;  ///< the new content until it is in place
+    std::string backup;     ///< the old content until the new one is in place
+};
+/// Replaces the content of a file that is there, as WriteFileAtomically does, by way of two files
+/// of these names; what had them before is gone, and so are they afterwards. A crash may leave
+/// them.
+[[nodiscard]] std::optional<Error> ReplaceFileWithBackup(const std::filesystem::path& path,
+                                                         std::string_view content,
+                                                         const ReplacementNames& names);
+
+struct FileToCopy {
+    std::filesystem::path from;
+    std::filesystem::path to;
+};
+/// Copies the content and time stamp of files, replacing files as WriteFileAtomically does. All
+/// copies are written and flushed before the first takes its place, in the order given: what
+/// cannot be read or finds no room changes nothing. A crash leaves whole files only.
+[[nodiscard]] std::optional<Error> CopyFilesAtomically(const std::vector<FileToCopy>& files);
 
 }  // namespace sonnel

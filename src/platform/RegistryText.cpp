@@ -13,7 +13,6 @@
 namespace sonnel {
 namespace {
 
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view NumberMark = "number:";
 constexpr std::string_view BinaryMark = "binary:";
 constexpr std::string_view DefaultName = "@";

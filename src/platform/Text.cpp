@@ -6,8 +6,6 @@
 namespace sonnel {
 namespace {
 
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
-
 /// One character of a text: its code point and how many bytes it takes.
 struct Character {
     char32_t codePoint = 0;

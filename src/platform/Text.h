@@ -21,6 +21,9 @@ namespace sonnel {
 /// UTF-8 to Windows-1252, or nothing when the text holds a character the code page lacks.
 [[nodiscard]] std::optional<std::string> ToWindows1252(std::string_view text);
 
+/// The byte order mark at the beginning of files that are UTF-8.
+inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
 /// The bytes of a song or index file as UTF-8 text: after a UTF-8 byte order mark (which is
 /// dropped) they are UTF-8 already, otherwise Windows-1252.
 [[nodiscard]] std::string DecodeFileText(std::string_view bytes);

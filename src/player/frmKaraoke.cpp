@@ -67,11 +67,11 @@ void frmKaraoke::mnuFileLoad_Click() {
     riproduzione_.FileLoad();
 }
 
-void frmKaraoke::mnuFileRileggiDB_Click() {
+void frmKaraoke::mnuFileRileggiDB_Click() const {
     programma_.agganci.RileggiDB();
 }
 
-void frmKaraoke::mnufileAggiornaDB_Click() {
+void frmKaraoke::mnufileAggiornaDB_Click() const {
     programma_.agganci.SincronizzaDB();
 }
 

@@ -33,8 +33,8 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void Form_Load();
 
     void mnuFileLoad_Click();
-    void mnuFileRileggiDB_Click();
-    void mnufileAggiornaDB_Click();
+    void mnuFileRileggiDB_Click() const;
+    void mnufileAggiornaDB_Click() const;
     void mnuFileExit_Click();
     void mnuVisMixer_Click();
     void mnuVisCalibratura_Click();
@@ -88,8 +88,9 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void CreaMenuKaraoke();
     void CreaMenuAiuto();
     /// A menu item, an object of that name; without `tasti` it has no shortcut.
+    template <typename Gestore>
     QAction* Voce(QMenu* menu, const char* nome, const char* testo, const QKeySequence& tasti,
-                  void (frmKaraoke::*comando)());
+                  Gestore comando);
     void CreaBarra();
     QWidget* CreaPosizione();
     void MostraLogo(int immagine);

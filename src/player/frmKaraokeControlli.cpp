@@ -43,6 +43,15 @@ constexpr std::array<Bottone, 11> Bottoni{{
 
 }  // namespace
 
+template <typename Gestore>
+QAction* frmKaraoke::Voce(QMenu* menu, const char* nome, const char* testo,
+                          const QKeySequence& tasti, Gestore comando) {
+    QAction* azione = menu->addAction(testo, this, comando);
+    azione->setObjectName(nome);
+    azione->setShortcut(tasti);
+    return azione;
+}
+
 void frmKaraoke::CreaMenu() {
     CreaMenuFile();
     CreaMenuVista();
@@ -97,14 +106,6 @@ void frmKaraoke::CreaMenuAiuto() {
     mnuHelp->addSeparator()->setObjectName("mnuHelpSep1");
     Voce(mnuHelp, "mnuHelpAbout", "&About Sonnel Player", Qt::Key_F1,
          &frmKaraoke::mnuHelpAbout_Click);
-}
-
-QAction* frmKaraoke::Voce(QMenu* menu, const char* nome, const char* testo,
-                          const QKeySequence& tasti, void (frmKaraoke::*comando)()) {
-    QAction* azione = menu->addAction(testo, this, comando);
-    azione->setObjectName(nome);
-    azione->setShortcut(tasti);
-    return azione;
 }
 
 void frmKaraoke::CreaBarra() {

@@ -1,14 +1,13 @@
+#include "fakes/FileSizeLimit.h"
 #include "fakes/TempDirectory.h"
 #include "platform/Files.h"
 
 #include <cerrno>
-#include <csignal>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace sonnel::test {
@@ -134,18 +133,12 @@ TEST(WriteFileAtomically, LeavesTheOldFileWhenItFails) {
 TEST(WriteFileAtomically, LeavesTheOldFileWhenTheDiskIsFull) {
     const TempDirectory directory;
     directory.Write("song", "old");
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit limited{500, before.rlim_max};
-    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
     for (const std::size_t size : {std::size_t{1000}, std::size_t{1'000'000}}) {
-        setrlimit(RLIMIT_FSIZE, &limited);
+        const FileSizeLimit limit(500);
         const auto error = WriteFileAtomically(directory / "song", std::string(size, 'x'));
-        setrlimit(RLIMIT_FSIZE, &before);
         ASSERT_TRUE(error);
         EXPECT_EQ(error->number, EFBIG);
     }
-    (void)std::signal(SIGXFSZ, handler);
     EXPECT_EQ(Content(directory / "song"), "old");
     EXPECT_THAT(directory.Names(), ElementsAre("song"));
 }

@@ -1,19 +1,14 @@
-#include "fakes/FakeLibraryWindows.h"
-#include "fakes/ScriptedMsgBox.h"
-#include "fakes/TempDirectory.h"
+#include "fakes/KilledAfter.h"
+#include "fakes/SongLibrary.h"
 #include "library/AggiornaIndice.h"
 #include "library/SincronizzaDB.h"
 
-#include <csignal>
 #include <deque>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/ptrace.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace sonnel::test {
 namespace {
@@ -23,33 +18,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-/// A karaoke directory and everything the library's operations stand on.
-struct LibreriaTest : ::testing::Test {
-    LibreriaTest() { config.OpenDir = directory.Path().string() + "/"; }
-
-    void Lyk(const std::string& file, const std::string& header = "") const {
-        directory.Write(file, "Cantabelle1.0\r\n" + header + "0010001x\r\n*TIlate\r\n");
-    }
-    void Index(const std::string& content) const { directory.Write("sonnel.snl", content); }
-    std::string Index() const { return Content(directory / "sonnel.snl"); }
-    /// Its songs, as in the index.
-    std::vector<std::string> Table() const {
-        std::vector<std::string> songs;
-        for (int p = 1; p <= brani.NumBrani(); ++p) {
-            const Brano& song = brani.Brani(static_cast<std::int16_t>(p));
-            songs.push_back(song.NomeFile + "=" + song.Titolo + "|" + song.Autore + "|" +
-                            song.Album);
-        }
-        return songs;
-    }
-
-    TempDirectory directory;
-    Config config;
-    TabellaBrani brani;
-    ScriptedMsgBox msgBox;
-    FakeLibraryWindows windows;
-    Libreria libreria{config, brani, msgBox, windows};
-};
+struct LibreriaTest : ::testing::Test, SongLibrary {};
 
 TEST_F(LibreriaTest, LoadsTheIndexWithoutLookingAtTheSongs) {
     Index("[Songs]\r\nz=Zoo|Z|Hits\r\na=||?\r\nk\r\n[Album]\r\nHits=|\r\n");
@@ -202,33 +171,6 @@ TEST_F(LibreriaTest, TheCommandsKeepTheSelectionByPosition) {
     RileggiDB(libreria, windows);
     EXPECT_THAT(windows.log, ElementsAre("busy", "list", "normal"));
     EXPECT_THAT(Table(), ElementsAre("a=||?"));
-}
-
-/// Runs `work` in a process that is killed after so many stops, two for each of its system calls;
-/// false when it came to its end before.
-template <class Work>
-bool KilledAfter(int stops, const Work& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
-            _exit(1);  // nobody would see it stop
-        }
-        (void)raise(SIGSTOP);
-        work();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    for (; stops > 0 && WIFSTOPPED(status); --stops) {
-        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-        waitpid(child, &status, 0);
-    }
-    if (!WIFSTOPPED(status)) {
-        return false;
-    }
-    kill(child, SIGKILL);
-    waitpid(child, &status, 0);
-    return true;
 }
 
 TEST_F(LibreriaTest, ARebuildKilledAtAnyMomentLeavesAWholeIndex) {

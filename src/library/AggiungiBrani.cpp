@@ -1,0 +1,194 @@
+#include "library/AggiungiBrani.h"
+
+#include "library/Indice.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "song/LeggiIntestazione.h"
+#include "ui/PuntatoreOccupato.h"
+#include "ui/Titoli.h"
+#include "ui/basCommon.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace sonnel {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t Buffer = 8192;  // characters of the dialog's answer, its closing NUL included
+constexpr std::size_t LunghezzaEstensione = 4;  // characters, the dot included
+
+constexpr const char* TroppiFile =
+    "Warning: you have selected too many files! Try again selecting fewer files to add.";
+constexpr const char* DirectoryDelDatabase =
+    "You can't add a song from the same directory of your database! Select a different directory "
+    "or run the \"Update index\" function to synchronize the index with the currently stored "
+    "files.";
+constexpr const char* MancaMid =
+    "Can't load the selected song: MID file missing!\r\n"
+    "To properly load a Karaoke file you need to put the LYK and MID file in the same directory.";
+constexpr const char* GiaPresente = "Selected song is already stored in the current database!";
+constexpr const char* NomeImpossibile =
+    "The name of this song's files holds characters that the index of the database can't store! "
+    "Rename the LYK and MID file and try again.";
+constexpr const char* Interrotto = "The song has not been imported, nor those that follow it.";
+
+/// Whether the answer fits that the dialog gives: the path of a single file, or the directory and
+/// the names of several, separated by NUL characters.
+bool EntraNelBuffer(const std::vector<fs::path>& scelti) {
+    const auto lunghezza = [](const fs::path& testo) {
+        return CodePoints(Utf8FromPath(testo)) + 1;
+    };
+    if (scelti.size() == 1) {
+        return lunghezza(scelti.front()) <= Buffer;
+    }
+    std::size_t totale = lunghezza(scelti.front().parent_path());
+    for (const fs::path& file : scelti) {
+        totale += lunghezza(file.filename());
+    }
+    return totale <= Buffer;
+}
+
+/// Whether two paths name one directory, be it by another spelling or through links.
+bool StessaDirectory(const fs::path& a, const fs::path& b) {
+    const auto chiave = [](const fs::path& directory) {
+        return FoldCase(AggiungiBarra(Utf8FromPath(directory)));
+    };
+    std::error_code nessuna;
+    return chiave(a) == chiave(b) || fs::equivalent(a, b, nessuna);
+}
+
+/// Whether the index can hold a song whose files have this name.
+bool EntraNellIndice(const std::string& nome) {
+    return IsPlainName(nome) && std::none_of(nome.begin(), nome.end(), [](char carattere) {
+               return static_cast<unsigned char>(carattere) < 0x20U || carattere == '\x7F' ||
+                      carattere == '=';
+           });
+}
+
+/// One run of the import.
+class Importazione {
+  public:
+    Importazione(const Libreria& libreria, const fs::path& origine)
+        : libreria_(libreria),
+          origine_(origine),
+          destinazione_(PathFromUtf8(libreria.config.OpenDir)),
+          indice_(PercorsoIndice(libreria.config.OpenDir)) {}
+
+    /// Imports the songs in their order; returns how many were.
+    int Esegui(const std::vector<fs::path>& scelti);
+
+  private:
+    bool Aggiungi(const fs::path& scelto);
+    std::optional<Error> Copia(const std::string& nome, const fs::path& mid);
+    void Registra(const std::string& nome);
+    void Avvisa(const std::string& testo, const std::string& titolo);
+
+    const Libreria& libreria_;
+    fs::path origine_;
+    fs::path destinazione_;
+    ProfileFile indice_;
+    int importati_ = 0;
+};
+
+int Importazione::Esegui(const std::vector<fs::path>& scelti) {
+    ProfileFile::Batch lotto(indice_);
+    for (const fs::path& scelto : scelti) {
+        if (!Aggiungi(scelto)) {
+            break;
+        }
+    }
+    (void)lotto.Commit();
+    return importati_;
+}
+
+/// Imports the song of a chosen file, or tells why not. False when the import cannot go on.
+bool Importazione::Aggiungi(const fs::path& scelto) {
+    const std::string file = Utf8FromPath(scelto.filename());
+    const std::size_t lunghezza = CodePoints(file);
+    const std::string nome(
+        FirstCodePoints(file, lunghezza - std::min(lunghezza, LunghezzaEstensione)));
+    const auto mid = FindFile(origine_ / PathFromUtf8(nome + ".mid"));
+    if (!mid) {
+        Avvisa(MancaMid, nome);
+    } else if (FindFile(destinazione_ / PathFromUtf8(nome + ".lyk"))) {
+        Avvisa(GiaPresente, nome);
+    } else if (!EntraNellIndice(nome)) {
+        Avvisa(NomeImpossibile, nome);
+    } else if (const std::optional<Error> errore = Copia(nome, *mid)) {
+        Avvisa(errore->text + "\r\n\r\n" + Interrotto, std::string(TitoloMessaggi));
+        return false;
+    } else {
+        Registra(nome);
+    }
+    return true;
+}
+
+std::optional<Error> Importazione::Copia(const std::string& nome, const fs::path& mid) {
+    const fs::path nomeLyk = PathFromUtf8(nome + ".lyk");
+    const fs::path midNuovo = destinazione_ / PathFromUtf8(nome + ".mid");
+    // The words come last: a song without music could be neither played nor imported again.
+    return CopyFilesAtomically(
+        {{mid, FindFile(midNuovo).value_or(midNuovo)},
+         {FindFile(origine_ / nomeLyk).value_or(origine_ / nomeLyk), destinazione_ / nomeLyk}});
+}
+
+void Importazione::Registra(const std::string& nome) {
+    const Result<Intestazione> letta = LeggiIntestazione(destinazione_, nome);
+    const Intestazione campi = letta ? *letta : Intestazione{};
+    (void)indice_.Respell(SezioneBrani, nome);
+    ScriviBrano(indice_, nome, campi.Titolo, campi.Autore, campi.Album);
+    ++importati_;
+}
+
+void Importazione::Avvisa(const std::string& testo, const std::string& titolo) {
+    libreria_.eventi.SetPointer(Pointer::Normal);
+    (void)libreria_.msgBox.Show({testo, Icon::Exclamation, titolo});
+    libreria_.eventi.SetPointer(Pointer::Busy);
+}
+
+std::string Riepilogo(int importati) {
+    return importati == 1 ? "One song has been correctly imported. Remember to edit its "
+                            "properties and assign it to an album!"
+                          : std::to_string(importati) +
+                                " songs have been correctly imported. Remember to edit the "
+                                "properties and assign them to an album!";
+}
+
+}  // namespace
+
+void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani& lista) {
+    const auto avvisa = [&](const std::string& testo) {
+        (void)libreria.msgBox.Show({testo, Icon::Exclamation, std::string(TitoloMessaggi)});
+    };
+    const std::vector<fs::path> scelti = dialoghi.ChooseFiles({.title = "Add a new LYK song",
+                                                               .extension = "lyk",
+                                                               .name = "*.lyk",
+                                                               .directory = {},
+                                                               .several = true});
+    if (scelti.empty()) {
+        return;
+    }
+    if (!EntraNelBuffer(scelti)) {
+        return avvisa(TroppiFile);
+    }
+    PuntatoreOccupato puntatore(libreria.eventi);
+    const fs::path origine = scelti.front().parent_path();
+    if (StessaDirectory(origine, PathFromUtf8(libreria.config.OpenDir))) {
+        puntatore.Ripristina();
+        return avvisa(DirectoryDelDatabase);
+    }
+    const int importati = Importazione(libreria, origine).Esegui(scelti);
+    if (importati > 0) {
+        CaricaIndice(libreria);
+        lista.AggiornaLista();
+        puntatore.Ripristina();
+        avvisa(Riepilogo(importati));
+    }
+}
+
+}  // namespace sonnel

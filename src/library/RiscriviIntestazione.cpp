@@ -1,0 +1,113 @@
+#include "library/RiscriviIntestazione.h"
+
+#include "platform/DirectoryLock.h"
+#include "platform/Files.h"
+#include "platform/LineReader.h"
+#include "platform/SystemError.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace sonnel {
+namespace {
+
+constexpr std::string_view FineRiga = "\r\n";
+
+/// The header lines to write, each until it is written.
+class RigheIntestazione {
+  public:
+    explicit RigheIntestazione(const Intestazione& campi)
+        : campi_{{{"*TI", SenzaFineRiga(campi.Titolo)},
+                  {"*AU", SenzaFineRiga(campi.Autore)},
+                  {"*AL", SenzaFineRiga(campi.Album)}}} {}
+
+    /// Writes the field in place of its old line; false when the line is no field's.
+    bool Sostituisci(std::string_view riga, std::string& testo) {
+        auto* const campo = std::find_if(campi_.begin(), campi_.end(), [&](const Campo& candidato) {
+            return riga.starts_with(candidato.sigla);
+        });
+        if (campo == campi_.end()) {
+            return false;
+        }
+        Scrivi(*campo, testo);
+        return true;
+    }
+    /// Writes the fields that no line had.
+    void Completa(std::string& testo) {
+        for (Campo& campo : campi_) {
+            if (!campo.scritto) {
+                Scrivi(campo, testo);
+            }
+        }
+    }
+
+  private:
+    struct Campo {
+        std::string_view sigla;
+        std::string valore;
+        bool scritto = false;
+    };
+
+    static void Scrivi(Campo& campo, std::string& testo) {
+        testo.append(campo.sigla).append(campo.valore).append(FineRiga);
+        campo.scritto = true;
+    }
+
+    std::array<Campo, 3> campi_;
+};
+
+std::string ConIntestazione(std::string_view testo, const Intestazione& campi) {
+    RigheIntestazione intestazione(campi);
+    bool corpo = false;
+    std::string nuovo;
+    LineReader righe(testo);
+    while (const auto riga = righe.Next()) {
+        if (intestazione.Sostituisci(*riga, nuovo) || riga->empty() || riga->starts_with(';')) {
+            continue;
+        }
+        if (!corpo && riga->starts_with('0')) {
+            corpo = true;
+            intestazione.Completa(nuovo);
+        }
+        nuovo.append(*riga).append(FineRiga);
+    }
+    return nuovo;
+}
+
+}  // namespace
+
+std::string SenzaFineRiga(std::string_view testo) {
+    std::string riga(testo);
+    std::replace_if(
+        riga.begin(), riga.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+    return riga;
+}
+
+std::optional<Error> RiscriviIntestazione(const std::filesystem::path& directory,
+                                          std::string_view name, const Intestazione& campi) {
+    const std::filesystem::path atteso = directory / PathFromUtf8(std::string(name) + ".lyk");
+    if (!IsPlainName(name)) {
+        return Error{EINVAL, "Can't write the file " + Utf8FromPath(atteso) + ": " +
+                                 SystemError(EINVAL).text + "."};
+    }
+    return RiscriviIntestazione(FindFile(atteso).value_or(atteso), campi);
+}
+
+std::optional<Error> RiscriviIntestazione(const std::filesystem::path& file,
+                                          const Intestazione& campi) {
+    const DirectoryLock altri(file.parent_path());
+    const Result<std::string> letto = ReadFile(file);
+    if (!letto) {
+        return Error{letto.error().number,
+                     "Can't read the file " + Utf8FromPath(file) + ": " + letto.error().text + "."};
+    }
+    const std::string testo = ConIntestazione(DecodeFileText(*letto), campi);
+    // A file that is UTF-8 already stays so: what its body says must not change by a byte.
+    const std::string byte =
+        letto->starts_with(Utf8Mark) ? std::string(Utf8Mark).append(testo) : EncodeFileText(testo);
+    return ReplaceFileWithBackup(file, byte,
+                                 {"sonnel.tmp", Utf8FromPath(file.stem()).append(".bak")});
+}
+
+}  // namespace sonnel

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Result.h"
+#include "song/LeggiIntestazione.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace sonnel {
+
+/// A text for one line of a file: line ends and NUL characters in it become blanks.
+[[nodiscard]] std::string SenzaFineRiga(std::string_view testo);
+
+/// Rewrites the header lines of the LYK file directory + name + ".lyk" (any letter case): title,
+/// author and album as given, comments and empty lines dropped, all other lines as they are. The
+/// file keeps its permissions and its encoding, but becomes UTF-8 with mark when its code page
+/// lacks a letter. It is replaced by way of "sonnel.tmp" and name + ".bak" so that whatever fails,
+/// or is killed at any moment, the old or the new file is there, whole. Returns why it failed: the
+/// system's number and a sentence with the file's name and the reason.
+std::optional<Error> RiscriviIntestazione(const std::filesystem::path& directory,
+                                          std::string_view name, const Intestazione& campi);
+
+/// The same for a file whose path is known already.
+std::optional<Error> RiscriviIntestazione(const std::filesystem::path& file,
+                                          const Intestazione& campi);
+
+}  // namespace sonnel

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "library/SincronizzaDB.h"
+#include "song/LeggiIntestazione.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <cstdint>
+#include <string>
+
+namespace sonnel {
+
+/// The window in which a song's title, author and album are changed and the albums are managed. It
+/// shows the song of the selection list's selected line. Albums change at once; of the song nothing
+/// changes here.
+class frmInfoBrano final : public QDialog {
+  public:
+    /// Library and list outlive the window.
+    frmInfoBrano(const Libreria& libreria, ListaBrani& lista, QWidget* parent = nullptr);
+
+    /// How the window was closed: "OK", or "" for Cancel.
+    std::string Tag;
+    /// What the texts mean.
+    [[nodiscard]] Intestazione Campi() const;
+
+    void AbilitaBottoni();
+    void txt_Change();
+    void cmbAlbum_Change();
+    void cmbAlbum_Click();
+    void cmdInserisciAlbum_Click();
+    void cmdRinominaAlbum_Click();
+    void cmdEliminaAlbum_Click();
+    void cmdOk_Click();
+    void cmdAnnulla_Click();
+    /// Escape and the frame end the window as Cancel does.
+    void reject() override;
+
+  private:
+    QWidget* CreaAlbum();
+    void Disponi();
+    void Collega();
+    void Form_Load();
+    [[nodiscard]] std::string TestoAlbum() const;
+    int InserisciVoce(const std::string& album);
+    void SelezionaVoce(int voce);
+
+    const Libreria& libreria_;
+    ListaBrani& lista_;
+
+    QLineEdit* lblNomefile;
+    QLineEdit* txtTitolo;
+    QLineEdit* txtAutore;
+    QComboBox* cmbAlbum;
+    QPushButton* cmdInserisciAlbum;
+    QPushButton* cmdRinominaAlbum;
+    QPushButton* cmdEliminaAlbum;
+    QPushButton* cmdOk;
+    QPushButton* cmdAnnulla;
+
+    bool Modificato = false;
+    std::int16_t IndiceBrano = 0;
+    std::string UltimoAlbum;
+    bool voceSelezionata_ = false;  ///< the album box shows an entry that was picked, not typed
+};
+
+/// Lets the person change the properties of the song of the list's selected line; does nothing when
+/// none is selected.
+void ProprietaBrano(const Libreria& libreria, ListaBrani& lista, QWidget* parent);
+
+}  // namespace sonnel

@@ -1,0 +1,197 @@
+#include "fakes/SongLibrary.h"
+#include "library/frmInfoBrano.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+namespace sonnel::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+const std::string Words = "M\r\n00010 1page\r\n";
+
+struct frmInfoBranoTest : ::testing::Test, SongLibrary {
+    void SetUp() override {
+        Index(
+            "[Songs]\r\na=T|A|Hits\r\nb=T|A|gone\r\nc=T|A|Hits\r\n"
+            "[Album]\r\n?=|\r\nOld=|\r\nHits=|\r\n");
+        for (const char* name : {"a.lyk", "b.lyk", "c.lyk"}) {
+            directory.Write(name, Words);
+        }
+        CaricaIndice(libreria);
+        windows.log.clear();
+        windows.selected = 1;
+    }
+    /// Runs the command while a person acts in its window, who closes it at last.
+    void Edit(const std::function<void()>& person) {
+        QTimer turn;
+        QObject::connect(&turn, &QTimer::timeout, &turn, [&] {
+            turn.stop();
+            window = dynamic_cast<frmInfoBrano*>(QApplication::activeModalWidget());
+            person();
+            window->close();
+        });
+        turn.start(0);
+        ProprietaBrano(libreria, windows, nullptr);
+    }
+    void Press(const QString& text) const {
+        for (QPushButton* button : window->findChildren<QPushButton*>()) {
+            if (button->text() == text) {
+                button->click();
+            }
+        }
+    }
+    /// The buttons that can be used.
+    std::string Usable() const {
+        std::string usable;
+        for (const QPushButton* button : window->findChildren<QPushButton*>()) {
+            usable += button->isEnabled() ? button->text().toStdString() : "";
+        }
+        return usable;
+    }
+    QComboBox* Box() const { return window->findChild<QComboBox*>(); }
+    std::string Albums() const {
+        std::string albums;
+        for (int i = 0; i < Box()->count(); ++i) {
+            albums += Box()->itemText(i).toStdString() + " ";
+        }
+        return albums + "- " + Box()->currentText().toStdString();
+    }
+    void Type(const QString& text, QLineEdit* field) const {
+        field->selectAll();
+        field->del();
+        field->insert(text);
+        QTest::keyClick(field, Qt::Key_Tab);
+    }
+    void TypeTitle(const QString& text) const {
+        Type(text, window->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)[1]);
+    }
+    void TypeAlbum(const QString& text) const { Type(text, Box()->lineEdit()); }
+    /// Goes to an entry with the arrow keys.
+    void Pick(const QString& album) const {
+        Box()->setCurrentIndex(-1);
+        while (Box()->currentText() != album) {
+            QTest::keyClick(Box(), Qt::Key_Down);
+        }
+    }
+
+    frmInfoBrano* window = nullptr;
+};
+
+TEST_F(frmInfoBranoTest, EnablesWhatCanBeDoneAndCancelWritesNothing) {
+    const std::string index = Index();
+    Edit([&] {
+        EXPECT_EQ(Albums() + Usable(), "<None> Hits Old - Hits&Delete&Cancel");
+        TypeTitle("New");
+        EXPECT_EQ(Usable(), "&Delete&Ok&Cancel");
+        Pick("<None>");
+        EXPECT_EQ(Usable(), "&Ok&Cancel");
+        TypeAlbum(" ");
+        EXPECT_EQ(Usable(), "&Cancel");
+        TypeAlbum("Old");
+        EXPECT_EQ(Usable(), "&New&Rename&Ok&Cancel");
+        Press("&Cancel");
+    });
+    windows.selected = 2;
+    Edit([&] {
+        TypeTitle("New");
+        EXPECT_EQ(Albums() + Usable(), "<None> Hits Old - &Cancel");
+        Pick("Old");
+    });
+    EXPECT_EQ(Index(), index);
+    EXPECT_EQ(Content(directory / "a.lyk") + Content(directory / "b.lyk"), Words + Words);
+    EXPECT_THAT(windows.log, IsEmpty());
+}
+
+TEST_F(frmInfoBranoTest, OkWritesTableIndexAndFile) {
+    struct Case {
+        QString title, album;
+        std::string song;  ///< "" when OK is refused
+    };
+    const std::vector<Case> cases{{"  New \n |=&\r\n", "Old", "New   |=&|A|Old"},
+                                  {"", "<None>", "|A|?"},
+                                  {"\u0416", " Fresh ", "\u0416|A|Fresh"},
+                                  {QString(10'000, 'x'), "Old", ""},
+                                  {"T", "a=b", ""}};
+    std::string song = "T|A|Hits";
+    for (const Case& c : cases) {
+        Edit([&] {
+            TypeTitle(c.title);
+            TypeAlbum(c.album);
+            QTest::keyClick(window, Qt::Key_Return);
+            EXPECT_EQ(Messages().size(), c.song.empty() ? 1U : 0U);
+        });
+        song = c.song.empty() ? song : c.song;
+        EXPECT_EQ(Table()[0], "a=" + song);
+        EXPECT_THAT(Index(), HasSubstr("\r\na=" + song + "\r\n"));
+    }
+    EXPECT_THAT(Index(), HasSubstr("[Album]\r\n?=|\r\nOld=|\r\nHits=|\r\nFresh=|\r\n"));
+    EXPECT_EQ(Content(directory / "a.lyk"),
+              "\xEF\xBB\xBFM\r\n*TI\u0416\r\n*AUA\r\n*ALFresh\r\n00010 1page\r\n");
+}
+
+TEST_F(frmInfoBranoTest, MakesAndRenamesAlbums) {
+    Edit([&] {
+        for (const char* name : {" New ", "Old", "?"}) {
+            TypeAlbum(name);
+            Press("&New");
+        }
+        EXPECT_EQ(Albums() + Usable(), "<None> Hits New Old Old - <None>&Ok&Cancel");
+        TypeAlbum("None");
+        Press("&Rename");
+        EXPECT_THAT(Messages(), IsEmpty());
+        Pick("Hits");
+        for (const char* name : {"hits", "<None>"}) {
+            TypeAlbum(name);
+            Press("&Rename");
+            EXPECT_THAT(Messages(), ElementsAre("Can't reate album \"" + std::string(name) +
+                                                "\" because it already exists!"));
+        }
+        TypeAlbum("Best");
+        msgBox.answers = {Answer::Cancel};
+        Press("&Rename");
+        EXPECT_EQ(Table()[0], "a=T|A|Hits");
+        Press("&Rename");
+        const auto question = StartsWith("Rename album \"Hits\" in \"Best\" and assign to it");
+        EXPECT_THAT(Messages(), ElementsAre(question, question));
+        EXPECT_EQ(Albums() + Usable(), "<None> Best New Old Old - Best&New&Rename&Ok&Cancel");
+    });
+    EXPECT_EQ(Index(),
+              "[Songs]\r\na=T|A|Best\r\nb=T|A|gone\r\nc=T|A|Best\r\n"
+              "[Album]\r\n?=|\r\nOld=|\r\nNew=|\r\nBest=0\r\n");
+    EXPECT_THAT(windows.log, ElementsAre("busy", "list", "normal"));
+}
+
+TEST_F(frmInfoBranoTest, RemovesAlbums) {
+    const std::string index = Index();
+    std::filesystem::remove(directory / "a.lyk");
+    const auto first = StartsWith("Remove album \"Hits\"?");
+    const auto second = StartsWith("Selected album has 2 songs: if you remove it, all songs ");
+    const auto failed = StartsWith("Can't read the file " + (directory / "a.lyk").string());
+    Edit([&] {
+        msgBox.answers = {Answer::Cancel, Answer::Ok, Answer::Cancel};
+        Press("&Delete");
+        Press("&Delete");
+        EXPECT_THAT(Messages(), ElementsAre(first, first, second));
+        EXPECT_EQ(Index(), index);
+        Press("&Delete");
+        EXPECT_THAT(Messages(), ElementsAre(first, second, failed));
+        EXPECT_EQ(Albums() + Usable(), "<None> Old - &Cancel");
+    });
+    EXPECT_EQ(Index(),
+              "[Songs]\r\na=T|A|?\r\nb=T|A|gone\r\nc=T|A|?\r\n[Album]\r\n?=|\r\nOld=|\r\n");
+    EXPECT_THAT(Content(directory / "c.lyk"), HasSubstr("*AL?\r\n"));
+}
+
+}  // namespace
+}  // namespace sonnel::test
