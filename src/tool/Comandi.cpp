@@ -98,8 +98,7 @@ CLI::App& Grammatica::UnFile(const std::string& nome, const std::string& scopo,
 CLI::App& Grammatica::MoltiFile(const std::string& nome, const std::string& scopo,
                                 std::function<void()> comando) {
     CLI::App& app = *app_.add_subcommand(nome, scopo);
-    // Without this a name in brackets would be taken for a list of names.
-    app.add_option("FILE", riga_.elenco)->required()->expected(1, -1)->allow_extra_args(false);
+    app.add_option("FILE", riga_.elenco)->required();
     app.callback([this, comando = std::move(comando)] {
         forma_ = Forma::Elenco;
         scelto_ = comando;
@@ -118,7 +117,7 @@ void Grammatica::PerOgnuno(const std::string& nome, const std::string& scopo, Pe
 void Grammatica::AggiungiSetHeader() {
     CLI::App& app = UnFile("set-header", "Rewrite title, author and album of a song", "FILE.lyk",
                            [this] { return ComandoSetHeader(riga_.file, riga_.campi); });
-    const CLI::Validator utf8(RifiutaSeNonUtf8, "TEXT");
+    const CLI::Validator utf8(RifiutaSeNonUtf8, "");
     app.add_option("--title", riga_.campi.Titolo)->required()->check(utf8);
     app.add_option("--author", riga_.campi.Autore)->required()->check(utf8);
     app.add_option("--album", riga_.campi.Album, "\"?\" for none")->required()->check(utf8);

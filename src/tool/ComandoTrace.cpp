@@ -144,7 +144,8 @@ std::optional<std::int32_t> Carica(const std::string& brano, Timeline& timeline,
     if (!letto) {
         return std::nullopt;
     }
-    const Result<SmfFile> musica = LeggiMidi(FileNominato(base + ".MID"));
+    const Result<SmfFile> musica =
+        LeggiMidi(FindFile(PathFromUtf8(base + ".MID")).value_or(PathFromUtf8(base + ".mid")));
     if (!musica) {
         messaggi.push_back(musica.error().text);
         return std::nullopt;
