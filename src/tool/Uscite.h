@@ -13,6 +13,7 @@ namespace sonnel {
 using Json = nlohmann::ordered_json;
 
 /// What a command has to say about one file.
+// The JSON class asserts on moving. NOLINTNEXTLINE(bugprone-exception-escape)
 struct Resoconto {
     Json json;                          ///< its "ok" tells whether all is well
     std::string testo;                  ///< the same for people, every line with its end

@@ -84,13 +84,15 @@ TEST_F(ToolTest, ABadFileIsNamedAndTheOthersAreDone) {
         const std::string end = command == "convert --force" ? "kar" : ends.at(command[0]);
         fs::create_directory(folder / ("d." + end));
         for (const std::string bad : {"none", "d", "\\377"}) {
-            const json all =
-                Json(command + " \"$(printf '" + bad + "')." + end + "\" ok." + end, 1);
+            std::string arguments = command;
+            arguments.append(" \"$(printf '").append(bad).append("').").append(end);
+            arguments.append("\" ok.").append(end);
+            const json all = Json(arguments, 1);
             ASSERT_EQ(all.size(), 2U) << command << " " << bad << out;
             EXPECT_EQ(all[0]["ok"], false) << command << " " << bad;
             EXPECT_EQ(all[1]["ok"], true) << command << " " << bad;
             EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
-            EXPECT_THAT(err, HasSubstr(bad == "\\377" ? "\xFF" : bad + "." + end));
+            EXPECT_THAT(err, HasSubstr(bad == "\\377" ? "\xFF" : bad));
         }
     }
     for (const std::string command :
@@ -279,7 +281,7 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
                   std::tuple(std::get<0>(wanted[i]), json(std::get<1>(wanted[i])),
                              json(std::get<2>(wanted[i]))))
             << all[i];
-        EXPECT_EQ(all[i]["ok"], all[i]["error"] == "") << all[i];
+        EXPECT_EQ(all[i]["ok"], all[i]["error"].get<std::string>().empty()) << all[i];
     }
     auto after = before;
     after.insert({"a.lyk", "a.mid", "b.lyk", "no.lyk"});
