@@ -5,9 +5,8 @@
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
 #include "library/frmInfoBrano.h"
+#include "platform/Files.h"
 #include "settings/frmOpzioni.h"
-
-#include <QDir>
 
 namespace sonnel {
 
@@ -47,21 +46,20 @@ void Finestre::MostraOpzioni() {
 }
 
 PartiOpzioni Finestre::Opzioni() {
-    return {
-        .config = programma_.config,
-        .registro = programma_.registro,
-        .msgBox = programma_.msgBox,
-        .esisteIndice = EsisteIndice,
-        .creaIndice =
-            [this] {
-                ProfileFile indice(PercorsoIndice(programma_.config.OpenDir));
-                CreaIndice(indice);
-            },
-        .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
-        .caricaIndice = [this] { CaricaIndice(libreria_); },
-        .scaricaSelezione = [this] { selezione_.reset(); },
-        .dialogoParteDa =
-            [](const std::string& openDir) { QDir::setCurrent(QString::fromStdString(openDir)); }};
+    return {.config = programma_.config,
+            .registro = programma_.registro,
+            .msgBox = programma_.msgBox,
+            .esisteIndice = EsisteIndice,
+            .creaIndice =
+                [this] {
+                    ProfileFile indice(PercorsoIndice(programma_.config.OpenDir));
+                    CreaIndice(indice);
+                },
+            .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
+            .caricaIndice = [this] { CaricaIndice(libreria_); },
+            .scaricaSelezione = [this] { selezione_.reset(); },
+            .dialogoParteDa =
+                [this](const std::string& openDir) { dialoghi_.StartIn(PathFromUtf8(openDir)); }};
 }
 
 frmSelectSong& Finestre::Selezione() const {

@@ -35,6 +35,9 @@ constexpr const char* GiaPresente = "Selected song is already stored in the curr
 constexpr const char* NomeImpossibile =
     "The name of this song's files holds characters that the index of the database can't store! "
     "Rename the LYK and MID file and try again.";
+constexpr const char* IndiceNonScritto =
+    "The songs have been copied, but the index of the database can't be written: update the index "
+    "when it can.";
 constexpr const char* Interrotto = "The song has not been imported, nor those that follow it.";
 
 /// Whether the answer fits that the dialog gives: the path of a single file, or the directory and
@@ -60,14 +63,6 @@ bool StessaDirectory(const fs::path& a, const fs::path& b) {
     };
     std::error_code nessuna;
     return chiave(a) == chiave(b) || fs::equivalent(a, b, nessuna);
-}
-
-/// Whether the index can hold a song whose files have this name.
-bool EntraNellIndice(const std::string& nome) {
-    return IsPlainName(nome) && std::none_of(nome.begin(), nome.end(), [](char carattere) {
-               return static_cast<unsigned char>(carattere) < 0x20U || carattere == '\x7F' ||
-                      carattere == '=';
-           });
 }
 
 /// One run of the import.
@@ -102,7 +97,10 @@ int Importazione::Esegui(const std::vector<fs::path>& scelti) {
             break;
         }
     }
-    (void)lotto.Commit();
+    if (const std::optional<Error> errore = lotto.Commit(); errore && importati_ > 0) {
+        Avvisa(errore->text + "\r\n\r\n" + IndiceNonScritto, std::string(TitoloMessaggi));
+        return 0;
+    }
     return importati_;
 }
 
@@ -117,7 +115,7 @@ bool Importazione::Aggiungi(const fs::path& scelto) {
         Avvisa(MancaMid, nome);
     } else if (FindFile(destinazione_ / PathFromUtf8(nome + ".lyk"))) {
         Avvisa(GiaPresente, nome);
-    } else if (!EntraNellIndice(nome)) {
+    } else if (!ImpedimentoNome(nome).empty()) {
         Avvisa(NomeImpossibile, nome);
     } else if (const std::optional<Error> errore = Copia(nome, *mid)) {
         Avvisa(errore->text + "\r\n\r\n" + Interrotto, std::string(TitoloMessaggi));

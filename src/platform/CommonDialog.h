@@ -14,7 +14,7 @@ struct FileRequest {
     std::string title;
     std::string extension;  ///< without the dot; added to a name that has none
     std::string name;       ///< filled in at the start: a file's name or a pattern ("*.lyk")
-    std::filesystem::path directory;  ///< where it starts; empty for the current directory
+    std::filesystem::path directory;  ///< where it starts; empty for where the last one ended
     bool mustExist = true;            ///< only files that are there
     bool several = false;
 };
@@ -25,6 +25,8 @@ class CommonDialog {
     virtual ~CommonDialog() = default;
     /// The files chosen, all of one directory; none when the person has cancelled.
     virtual std::vector<std::filesystem::path> ChooseFiles(const FileRequest& request) = 0;
+    /// Lets the next dialog that names no directory start in this one.
+    virtual void StartIn(const std::filesystem::path& directory) = 0;
     /// The colour chosen, nothing when the person has cancelled.
     virtual std::optional<Colour> ChooseColour(const std::string& title, Colour initial) = 0;
 };

@@ -5,6 +5,7 @@
 #include "platform/qt/WindowInUse.h"
 
 #include <QColorDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -25,8 +26,10 @@ bool ExecUntilPathExists(QFileDialog& dialog) {
         if (QFileInfo(directory).isDir()) {
             return true;
         }
-        QMessageBox::warning(&dialog, dialog.windowTitle(),
-                             directory + "\nThis directory does not exist.");
+        QMessageBox box(QMessageBox::Warning, dialog.windowTitle(),
+                        directory + "\nThis directory does not exist.", QMessageBox::Ok, &dialog);
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
     }
     return false;
 }
@@ -36,9 +39,9 @@ bool ExecUntilPathExists(QFileDialog& dialog) {
 std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest& request) {
     QFileDialog dialog(WindowInUse(), QString::fromStdString(request.title));
     const QString extension = QString::fromStdString(request.extension);
-    if (!request.directory.empty()) {
-        dialog.setDirectory(QString::fromStdString(Utf8FromPath(request.directory)));
-    }
+    const std::filesystem::path& start = request.directory.empty() ? start_ : request.directory;
+    dialog.setDirectory(start.empty() ? QDir::currentPath()
+                                      : QString::fromStdString(Utf8FromPath(start)));
     dialog.setNameFilters(Filters(extension));
     dialog.setDefaultSuffix(extension);
     dialog.setFileMode(!request.mustExist ? QFileDialog::AnyFile
@@ -54,6 +57,7 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
         for (const QString& file : dialog.selectedFiles()) {
             files.push_back(PathFromUtf8(file.toStdString()));
         }
+        start_ = files.front().parent_path();
     }
     return files;
 }
