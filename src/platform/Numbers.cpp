@@ -23,4 +23,10 @@ std::int64_t ReadNumberPrefix(std::string_view text) {
     return number;
 }
 
+std::string ZeroPadded(std::int64_t number, std::size_t digits) {
+    std::string text = std::to_string(number);
+    text.insert(0, digits - std::min(digits, text.size()), '0');
+    return text;
+}
+
 }  // namespace sonnel

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <string>
 #include <string_view>
 
 namespace sonnel {
@@ -35,5 +37,8 @@ template <class Int>
     return static_cast<Int>(std::clamp<std::int64_t>(
         ReadNumberPrefix(text), std::numeric_limits<Int>::min(), std::numeric_limits<Int>::max()));
 }
+
+/// A number of 0 or more with zeros in front of it where it has fewer digits than `digits`.
+[[nodiscard]] std::string ZeroPadded(std::int64_t number, std::size_t digits);
 
 }  // namespace sonnel

@@ -241,6 +241,10 @@ std::string EncodeFileText(std::string_view text) {
     return std::string(Utf8Mark).append(text);
 }
 
+std::string DecodeUnmarkedText(std::string_view bytes) {
+    return IsValidUtf8(bytes) ? std::string(bytes) : FromWindows1252(bytes);
+}
+
 std::string FoldCase(std::string_view text) {
     std::string key;
     key.reserve(text.size());

@@ -30,6 +30,9 @@ inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 /// The opposite: Windows-1252 where that holds every character, else UTF-8 after its mark.
 [[nodiscard]] std::string EncodeFileText(std::string_view text);
 
+/// A text whose encoding is not told: UTF-8 when its bytes are that, otherwise Windows-1252.
+[[nodiscard]] std::string DecodeUnmarkedText(std::string_view bytes);
+
 /// A key under which texts that differ only in letter case are equal (Latin, Greek, Cyrillic).
 [[nodiscard]] std::string FoldCase(std::string_view text);
 

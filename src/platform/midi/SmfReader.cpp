@@ -30,25 +30,32 @@ int DataBytes(std::uint8_t status) {
 }
 
 /// Reads the events of one track chunk until its end-of-track mark or the first that makes no
-/// sense.
+/// sense. Their number is not known before: with no place to put them they are only counted, so
+/// that the place can be made to measure.
 class TrackReader {
   public:
-    TrackReader(std::string_view bytes, std::size_t begin) : bytes_(bytes), pos_(begin) {}
+    TrackReader(std::string_view bytes, std::size_t begin, SmfTrack* events)
+        : bytes_(bytes), pos_(begin), events_(events) {}
 
     void Read() {
         while (ReadEvent()) {
         }
-        if (events.empty() || !events.back().IsMeta(kMetaEndOfTrack)) {
-            damaged = true;
-        }
+        damaged = damaged || !ended_;
     }
+    [[nodiscard]] std::size_t Count() const { return count_; }
     [[nodiscard]] std::size_t End() const { return pos_; }
 
-    SmfTrack events;
     bool damaged = false;
 
   private:
     [[nodiscard]] std::size_t Left() const { return bytes_.size() - pos_; }
+
+    void Add(const SmfEvent& event) {
+        ++count_;
+        if (events_ != nullptr) {
+            events_->push_back(event);
+        }
+    }
 
     std::optional<std::uint32_t> ReadNumber() {
         std::uint32_t value = 0;
@@ -102,7 +109,7 @@ class TrackReader {
         event.status = status;
         event.data1 = ReadDataByte();
         event.data2 = count == 2 ? ReadDataByte() : std::uint8_t{0};
-        events.push_back(event);
+        Add(event);
         return true;
     }
 
@@ -123,10 +130,11 @@ class TrackReader {
         event.size = *size;
         event.status = status;
         event.metaType = metaType;
-        events.push_back(event);
+        Add(event);
         pos_ += *size;
         runningEnded_ = true;
-        return !event.IsMeta(kMetaEndOfTrack);
+        ended_ = event.IsMeta(kMetaEndOfTrack);
+        return !ended_;
     }
 
     /// System common and real-time messages have no place in a file.
@@ -142,6 +150,9 @@ class TrackReader {
     std::uint64_t tick_ = 0;
     std::uint8_t running_ = 0;
     bool runningEnded_ = false;
+    bool ended_ = false;
+    std::size_t count_ = 0;
+    SmfTrack* events_;
 };
 
 SmfDivision ReadDivision(std::uint32_t word, bool& damaged) {
@@ -166,10 +177,13 @@ bool IsChunkName(std::string_view name) {
 /// Reads the track chunk that begins at `begin`; returns where the next chunk is to be sought.
 std::size_t ReadTrack(SmfFile& file, std::size_t begin, std::size_t end) {
     const std::string_view bytes = file.bytes;
-    TrackReader reader(bytes.substr(0, end), begin);
+    TrackReader counter(bytes.substr(0, end), begin, nullptr);
+    counter.Read();
+    SmfTrack& track = file.tracks.emplace_back();
+    track.reserve(counter.Count());
+    TrackReader reader(bytes.substr(0, end), begin, &track);
     reader.Read();
     file.damaged = file.damaged || reader.damaged || reader.End() != end;
-    file.tracks.push_back(std::move(reader.events));
     // A chunk that claims too much would swallow the tracks that follow it.
     const std::size_t inside = bytes.substr(0, end).find(kTrackName, reader.End());
     return std::min(inside, end);
@@ -201,6 +215,11 @@ Error MakeError(SmfError number, std::string text) {
 
 }  // namespace
 
+std::optional<std::uint32_t> TempoOf(std::string_view data) {
+    constexpr std::size_t kTempoSize = 3;
+    return data.size() < kTempoSize ? std::nullopt : std::optional(BigEndian(data, 0, kTempoSize));
+}
+
 Result<SmfFile> ReadSmf(std::string bytes) {
     SmfFile file;
     file.bytes = std::move(bytes);
@@ -227,7 +246,8 @@ Result<SmfFile> ReadSmf(std::string bytes) {
     }
     const std::size_t headerLength = BigEndian(all, start + 4, 4);
     const std::size_t trackCount = BigEndian(all, start + 10, 2);
-    file.division = ReadDivision(BigEndian(all, start + 12, 2), file.damaged);
+    file.divisionWord = static_cast<std::uint16_t>(BigEndian(all, start + 12, 2));
+    file.division = ReadDivision(file.divisionWord, file.damaged);
     const bool headerFits =
         headerLength >= 6 && headerLength - 6 <= all.size() - start - kHeaderSize;
     file.damaged = file.damaged || !headerFits;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,7 @@ enum class SmfError : int { NotMidi = 1001, Format = 1002, NoTracks = 1003, TooL
 constexpr std::uint8_t kSysEx = 0xF0;
 constexpr std::uint8_t kSysExPacket = 0xF7;
 constexpr std::uint8_t kMeta = 0xFF;
+constexpr std::uint8_t kMetaText = 0x01;
 constexpr std::uint8_t kMetaEndOfTrack = 0x2F;
 constexpr std::uint8_t kMetaTempo = 0x51;
 
@@ -36,6 +38,10 @@ struct SmfEvent {
     }
 };
 
+/// Microseconds per quarter note that the data of a set-tempo event hold; nothing when they are cut
+/// short.
+[[nodiscard]] std::optional<std::uint32_t> TempoOf(std::string_view data);
+
 /// What a tick is: a part of a quarter note, or of a frame of film when `framesPerSecond` is not 0
 /// (29 stands for 30000/1001).
 struct SmfDivision {
@@ -50,6 +56,7 @@ struct SmfFile {
     std::string bytes;  ///< the file; the events refer into it
     int format = 0;     ///< 0 or 1
     SmfDivision division;
+    std::uint16_t divisionWord = 0;  ///< the division as the header has it
     std::vector<SmfTrack> tracks;
     bool damaged = false;  ///< something had to be skipped or mended
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
 
 namespace sonnel {
 namespace {
@@ -13,18 +12,6 @@ constexpr std::uint64_t kDefaultTempo = 500000;
 constexpr std::uint64_t kMicrosPerSecond = 1000000;
 constexpr std::uint64_t kLatestMicros =
     1000 * static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max());
-
-/// Microseconds per quarter note, or 0 when the event does not hold a usable tempo.
-std::uint64_t TempoOf(std::string_view data) {
-    if (data.size() < 3) {
-        return 0;
-    }
-    std::uint64_t tempo = 0;
-    for (const char byte : data.substr(0, 3)) {
-        tempo = (tempo << 8U) | static_cast<std::uint8_t>(byte);
-    }
-    return tempo;
-}
 
 }  // namespace
 
@@ -47,7 +34,7 @@ void TempoMap::AddTempos(const SmfFile& file) {
     for (const SmfTrack& track : file.tracks) {
         for (const SmfEvent& event : track) {
             const std::uint64_t tempo =
-                event.IsMeta(kMetaTempo) ? TempoOf(file.Data(event)) : std::uint64_t{0};
+                event.IsMeta(kMetaTempo) ? TempoOf(file.Data(event)).value_or(0) : 0;
             if (tempo > 0) {
                 changes.push_back({event.tick, 0, tempo});
             }

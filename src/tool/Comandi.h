@@ -1,0 +1,42 @@
+#pragma once
+
+#include "tool/Uscite.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sonnel {
+
+struct Intestazione;
+
+// The commands, each in its own file. Those that take many files are called for each of them.
+
+[[nodiscard]] Resoconto ComandoShow(const std::string& file);
+[[nodiscard]] Resoconto ComandoHeader(const std::string& file);
+[[nodiscard]] Resoconto ComandoSetHeader(const std::string& file, const Intestazione& campi);
+[[nodiscard]] Resoconto ComandoMidi(const std::string& file);
+[[nodiscard]] Resoconto ComandoCheck(const std::string& file);
+
+/// `ricostruisci`: after a rebuild, whose progress is shown.
+[[nodiscard]] Resoconto ComandoIndex(const std::string& directory, bool ricostruisci,
+                                     Uscite& uscite);
+
+struct OpzioniTrace {
+    std::int32_t intervallo = 20;    ///< ms between the virtual sequencer's reports, at least 1
+    std::int32_t compensazione = 0;  ///< tenths of a second
+};
+[[nodiscard]] Resoconto ComandoTrace(const std::string& brano, const OpzioniTrace& opzioni);
+
+struct OpzioniConvert {
+    std::string directory;  ///< of the output; "": beside each file
+    bool sovrascrivi = false;
+};
+/// Reports on all files, in their order.
+void ComandoConvert(const std::vector<std::string>& file, const OpzioniConvert& opzioni,
+                    Uscite& uscite);
+
+/// Carries out a command line; returns the exit status.
+[[nodiscard]] int EseguiStrumento(int argc, const char* const* argv, Uscite& uscite);
+
+}  // namespace sonnel

@@ -1,0 +1,76 @@
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "platform/midi/Sequence.h"
+#include "tool/Argomenti.h"
+#include "tool/Comandi.h"
+#include "tool/Controllo.h"
+
+#include <optional>
+
+namespace sonnel {
+namespace {
+
+/// How long the music beside a song's words lasts, in ms; nothing, and a finding, when it is not to
+/// be had.
+std::optional<std::int32_t> Durata(const std::string& base, std::vector<Rilievo>& rilievi) {
+    const auto musica = FindFile(PathFromUtf8(base + ".MID"));
+    if (!musica) {
+        rilievi.push_back({0,
+                           "there is no MID file beside it: the player does not play the song; put "
+                           "its music there under the name " +
+                               Utf8FromPath(PathFromUtf8(base + ".mid").filename())});
+        return std::nullopt;
+    }
+    const Result<SmfFile> letto = LeggiMidi(*musica);
+    if (!letto) {
+        rilievi.push_back({0,
+                           "the MID file beside it can't be read: the player does not play the "
+                           "song (" +
+                               letto.error().text + ")"});
+        return std::nullopt;
+    }
+    return LengthMs(*letto);
+}
+
+Json JsonRilievi(const std::vector<Rilievo>& rilievi) {
+    Json elenco = Json::array();
+    for (const Rilievo& rilievo : rilievi) {
+        elenco.push_back({{"line", rilievo.riga}, {"what", rilievo.cosa}});
+    }
+    return elenco;
+}
+
+std::string TestoRilievi(const std::string& file, const std::vector<Rilievo>& rilievi) {
+    std::string testo;
+    for (const Rilievo& rilievo : rilievi) {
+        testo += SuUnaRiga(file) + ":" +
+                 (rilievo.riga > 0 ? std::to_string(rilievo.riga) + ":" : "") + " " +
+                 SuUnaRiga(rilievo.cosa) + "\n";
+    }
+    return testo;
+}
+
+}  // namespace
+
+Resoconto ComandoCheck(const std::string& file) {
+    Resoconto resoconto;
+    std::vector<Rilievo> rilievi;
+    if (const auto rifiuto = RifiutoNome(file)) {
+        resoconto.messaggi.push_back(*rifiuto);
+    } else if (const Result<std::string> byte = ReadFile(FileNominato(file))) {
+        const auto durata = Durata(SenzaEstensione(file, {".lyk"}), rilievi);
+        for (Rilievo& rilievo : ControllaTesto(DecodeFileText(*byte), durata)) {
+            rilievi.push_back(std::move(rilievo));
+        }
+    } else {
+        resoconto.messaggi.push_back("Can't read the file " + file + ": " + byte.error().text +
+                                     ".");
+    }
+    resoconto.json = {{"file", file},
+                      {"ok", rilievi.empty() && resoconto.messaggi.empty()},
+                      {"findings", JsonRilievi(rilievi)}};
+    resoconto.testo = TestoRilievi(file, rilievi);
+    return resoconto;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,134 @@
+#include "library/AggiornaIndice.h"
+#include "library/CaricaIndice.h"
+#include "library/Indice.h"
+#include "platform/EventiSistema.h"
+#include "platform/Files.h"
+#include "tool/Argomenti.h"
+#include "tool/Comandi.h"
+#include "ui/basCommon.h"
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace sonnel {
+namespace {
+
+/// There are no window events; each time they could run, one more file is done.
+class Contatore : public EventiSistema {
+  public:
+    explicit Contatore(Uscite& uscite) : uscite_(uscite) {}
+    void RunPending() override {
+        constexpr std::size_t Passo = 100;
+        if (++file_ % Passo == 0) {
+            uscite_.Avanza("Indexing: " + std::to_string(file_) + " steps done");
+        }
+    }
+    void WaitPending(std::chrono::milliseconds /*limit*/) override {}
+    Pointer SetPointer(Pointer pointer) override { return std::exchange(puntatore_, pointer); }
+    void Beep() override {}
+
+  private:
+    Uscite& uscite_;
+    std::size_t file_ = 0;
+    Pointer puntatore_ = Pointer::Normal;
+};
+
+bool Ricostruisci(const Libreria& libreria, std::vector<std::string>& messaggi) {
+    EsitoAggiornamento esito = AggiornaIndice(libreria);
+    messaggi = std::move(esito.saltati);
+    if (esito.errore) {
+        messaggi.push_back(std::move(esito.errore->text));
+        return false;
+    }
+    if (!EsisteIndice(libreria.config.OpenDir)) {
+        // A library without songs has an index all the same.
+        ProfileFile indice(PercorsoIndice(libreria.config.OpenDir));
+        CreaIndice(indice);
+    }
+    return true;
+}
+
+/// Whether the index can be read; what stands in the way goes into the messages.
+bool Leggibile(const std::string& openDir, std::vector<std::string>& messaggi) {
+    if (!EsisteIndice(openDir)) {
+        return false;  // loading has told so
+    }
+    const std::filesystem::path indice = PercorsoIndice(openDir);
+    const Result<std::string> letto = ReadFile(indice);
+    if (!letto) {
+        messaggi.push_back("Can't read the file " + Utf8FromPath(indice) + ": " +
+                           letto.error().text + ".");
+    }
+    return static_cast<bool>(letto);
+}
+
+Json JsonBrani(const TabellaBrani& brani) {
+    Json elenco = Json::array();
+    for (int i = 1; i <= brani.NumBrani(); ++i) {
+        const Brano& brano = brani.Brani(static_cast<std::int16_t>(i));
+        elenco.push_back({{"file", brano.NomeFile},
+                          {"title", brano.Titolo},
+                          {"author", brano.Autore},
+                          {"album", brano.Album}});
+    }
+    return elenco;
+}
+
+Json JsonAlbum(const std::string& directory) {
+    Json elenco = Json::array();
+    const std::string nomi =
+        LeggiIndice(ProfileFile(PercorsoIndice(directory)), SezioneAlbum, "", "");
+    std::string_view resto = nomi;
+    for (std::string nome; ProssimaChiave(resto, nome);) {
+        elenco.push_back(nome);
+    }
+    return elenco;
+}
+
+std::string TestoIndice(const TabellaBrani& brani, const Json& album) {
+    std::string testo;
+    for (int i = 1; i <= brani.NumBrani(); ++i) {
+        const Brano& brano = brani.Brani(static_cast<std::int16_t>(i));
+        testo += SuUnaRiga(brano.NomeFile) + ": " + SuUnaRiga(brano.Titolo) + " / " +
+                 SuUnaRiga(brano.Autore) + " / " + SuUnaRiga(brano.Album) + "\n";
+    }
+    for (const Json& nome : album) {
+        testo += "album " + SuUnaRiga(nome.get<std::string>()) + "\n";
+    }
+    return testo;
+}
+
+}  // namespace
+
+Resoconto ComandoIndex(const std::string& directory, bool ricostruisci, Uscite& uscite) {
+    Resoconto resoconto;
+    resoconto.json = {{"ok", false}, {"songs", Json::array()}, {"albums", Json::array()}};
+    if (const auto rifiuto = RifiutoNome(directory)) {
+        resoconto.messaggi.push_back(*rifiuto);
+        return resoconto;
+    }
+    Config config;
+    config.OpenDir = AggiungiBarra(directory);
+    TabellaBrani brani;
+    MessaggiRaccolti msgBox;
+    Contatore eventi(uscite);
+    const Libreria libreria{config, brani, msgBox, eventi};
+    if (ricostruisci && !Ricostruisci(libreria, resoconto.messaggi)) {
+        return resoconto;
+    }
+    CaricaIndice(libreria);
+    for (std::string& frase : msgBox.Frasi(directory)) {
+        resoconto.messaggi.push_back(std::move(frase));
+    }
+    if (!Leggibile(config.OpenDir, resoconto.messaggi)) {
+        return resoconto;
+    }
+    resoconto.json["ok"] = true;
+    resoconto.json["songs"] = JsonBrani(brani);
+    resoconto.json["albums"] = JsonAlbum(config.OpenDir);
+    resoconto.testo = TestoIndice(brani, resoconto.json["albums"]);
+    return resoconto;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,106 @@
+#include "song/LeggiKaraoke.h"
+#include "tool/Argomenti.h"
+#include "tool/Comandi.h"
+#include "ui/basCommon.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace sonnel {
+namespace {
+
+std::string_view NomeIcona(Icon icona) {
+    switch (icona) {
+        case Icon::Critical:
+            return "critical";
+        case Icon::Exclamation:
+            return "exclamation";
+        case Icon::Information:
+            return "information";
+        case Icon::Question:
+            return "question";
+        case Icon::None:
+            break;
+    }
+    return "none";
+}
+
+Json JsonMessaggi(const MessaggiRaccolti& msgBox) {
+    Json elenco = Json::array();
+    for (const Message& messaggio : msgBox.messaggi) {
+        elenco.push_back({{"text", messaggio.text},
+                          {"icon", NomeIcona(messaggio.icon)},
+                          {"title", messaggio.title}});
+    }
+    return elenco;
+}
+
+Json JsonEventi(const Timeline& timeline) {
+    Json elenco = Json::array();
+    for (int i = 1; i <= timeline.NumEventi(); ++i) {
+        const Evento& evento = timeline.Eventi(static_cast<std::int16_t>(i));
+        elenco.push_back({{"time", evento.Tempo},
+                          {"kind", static_cast<int>(evento.Tipo)},
+                          {"text", evento.Testo}});
+    }
+    return elenco;
+}
+
+std::string TestoCampo(std::string_view nome, std::string valore) {
+    // Labels want every "&" doubled; people do not.
+    SostituisciTesto(valore, "&&", "&");
+    return std::string(nome) + SuUnaRiga(valore) + "\n";
+}
+
+std::string TestoEventi(const Timeline& timeline) {
+    constexpr std::array<std::string_view, 3> Nomi{"marker", "page", "colour"};
+    std::string testo;
+    for (int i = 1; i <= timeline.NumEventi(); ++i) {
+        const Evento& evento = timeline.Eventi(static_cast<std::int16_t>(i));
+        std::string parole = evento.Testo;
+        SostituisciTesto(parole, FineRiga, " / ");
+        testo += std::to_string(evento.Tempo) + "\t";
+        testo += Nomi.at(static_cast<std::size_t>(evento.Tipo));
+        testo += "\t" + SuUnaRiga(parole) + "\n";
+    }
+    return testo;
+}
+
+std::string TestoBrano(const InformazioniBrano& informazioni, const Timeline& timeline) {
+    return TestoCampo("Title:      ", informazioni.Titolo) +
+           TestoCampo("Author:     ", informazioni.Autore) +
+           TestoCampo("Karaoke by: ", informazioni.KaraokeBy) +
+           TestoCampo("Version:    ", informazioni.Versione) +
+           TestoCampo("Date:       ", informazioni.Data) + TestoEventi(timeline);
+}
+
+}  // namespace
+
+Resoconto ComandoShow(const std::string& file) {
+    Timeline timeline;
+    InformazioniBrano informazioni;
+    MessaggiRaccolti msgBox;
+    Resoconto resoconto;
+    bool letto = false;
+    if (const auto rifiuto = RifiutoNome(file)) {
+        resoconto.messaggi = {*rifiuto};
+    } else {
+        letto = LeggiKaraoke(SenzaEstensione(file, {".lyk"}), timeline, informazioni, msgBox,
+                             {[] {}, [] {}});
+        resoconto.messaggi = msgBox.Frasi(file);
+    }
+    resoconto.json = {{"file", file},
+                      {"ok", letto},
+                      {"messages", JsonMessaggi(msgBox)},
+                      {"title", informazioni.Titolo},
+                      {"author", informazioni.Autore},
+                      {"karaokeBy", informazioni.KaraokeBy},
+                      {"version", informazioni.Versione},
+                      {"date", informazioni.Data},
+                      {"events", JsonEventi(timeline)}};
+    resoconto.testo = letto ? TestoBrano(informazioni, timeline) : "";
+    return resoconto;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,91 @@
+#include "tool/PianoConversione.h"
+
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "tool/Argomenti.h"
+
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace sonnel {
+
+namespace fs = std::filesystem;
+
+PianoConversione::PianoConversione(std::string directory, bool sovrascrivi)
+    : directory_(std::move(directory)), sovrascrivi_(sovrascrivi) {}
+
+Conversione PianoConversione::Prepara(const std::string& file) {
+    Conversione conversione;
+    conversione.file = file;
+    if (auto rifiuto = RifiutoNome(file)) {
+        conversione.errore = std::move(*rifiuto);
+    } else if (!HaEstensione(file, ".kar") && !HaEstensione(file, ".mid")) {
+        conversione.errore =
+            "Can't convert the file " + file + ": its name ends neither in .kar nor in .mid.";
+    } else {
+        ScegliUscite(conversione);
+    }
+    return conversione;
+}
+
+void PianoConversione::ScegliUscite(Conversione& conversione) {
+    const fs::path origine = PathFromUtf8(conversione.file);
+    const fs::path directory =
+        directory_.empty() ? origine.parent_path() : PathFromUtf8(directory_);
+    const std::string base = Utf8FromPath(origine.stem());
+    const Cartella& cartella = LeggiCartella(directory);
+    const auto errore = [&](const std::string& motivo) {
+        conversione.errore = "Can't convert the file " + conversione.file + ": " + motivo + ".";
+    };
+    if (!brani_.insert(cartella.nome + "/" + FoldCase(base)).second) {
+        errore("another file makes a song of the same name");
+        return;
+    }
+    const bool accanto = LeggiCartella(origine.parent_path()).nome == cartella.nome;
+    conversione.copiaMid = !accanto || !HaEstensione(conversione.file, ".mid");
+    conversione.lyk = directory / PathFromUtf8(base + ".lyk");
+    conversione.mid = conversione.copiaMid ? directory / PathFromUtf8(base + ".mid") : origine;
+    const bool occupato = Occupato(cartella, conversione.lyk) ||
+                          (conversione.copiaMid && Occupato(cartella, conversione.mid));
+    if (occupato && !sovrascrivi_) {
+        const bool lyk = Occupato(cartella, conversione.lyk);
+        errore(Utf8FromPath(lyk ? conversione.lyk : conversione.mid) +
+               " is there already and is kept; --force replaces it");
+    }
+}
+
+/// Whether the file is there under this name in any letter case, which it then takes over: the
+/// player would find either.
+bool PianoConversione::Occupato(const Cartella& cartella, fs::path& file) const {
+    // Most are not there, and looking for each in any letter case would list the directory.
+    if (!cartella.file.contains(FoldCase(Utf8FromPath(file.filename())))) {
+        return false;
+    }
+    std::optional<fs::path> trovato = FindFile(file);
+    if (!trovato) {
+        return false;
+    }
+    file = std::move(*trovato);
+    return true;
+}
+
+PianoConversione::Cartella& PianoConversione::LeggiCartella(const fs::path& percorso) {
+    const auto [posto, nuova] = cartelle_.try_emplace(Utf8FromPath(percorso));
+    Cartella& cartella = posto->second;
+    if (nuova) {
+        const fs::path directory = percorso.empty() ? fs::path(".") : percorso;
+        std::error_code errore;
+        cartella.nome = Utf8FromPath(fs::weakly_canonical(directory, errore));
+        if (errore) {
+            cartella.nome = Utf8FromPath(percorso);
+        }
+        fs::directory_iterator voce(directory, errore);
+        for (; !errore && voce != fs::directory_iterator(); voce.increment(errore)) {
+            cartella.file.insert(FoldCase(Utf8FromPath(voce->path().filename())));
+        }
+    }
+    return cartella;
+}
+
+}  // namespace sonnel

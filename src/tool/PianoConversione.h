@@ -1,0 +1,45 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace sonnel {
+
+/// What is to be made of one karaoke file.
+struct Conversione {
+    std::string file;           ///< as it was named
+    std::filesystem::path lyk;  ///< to write
+    std::filesystem::path mid;  ///< the song's music
+    bool copiaMid = false;      ///< the music is a copy of the file, else the file itself
+    std::string errore;         ///< why nothing is done; "" when nothing stands in the way
+};
+
+/// Finds out what each file of a command line becomes, in their order, so that no two of them write
+/// the same song.
+class PianoConversione {
+  public:
+    /// `directory`: of all output; "" for each file's own. Files that are there already stand in
+    /// the way unless `sovrascrivi`.
+    PianoConversione(std::string directory, bool sovrascrivi);
+
+    [[nodiscard]] Conversione Prepara(const std::string& file);
+
+  private:
+    struct Cartella {
+        std::string nome;                      ///< the same for every way to write its path
+        std::unordered_set<std::string> file;  ///< names in folded case
+    };
+
+    Cartella& LeggiCartella(const std::filesystem::path& percorso);
+    void ScegliUscite(Conversione& conversione);
+    [[nodiscard]] bool Occupato(const Cartella& cartella, std::filesystem::path& file) const;
+
+    std::string directory_;
+    bool sovrascrivi_;
+    std::unordered_map<std::string, Cartella> cartelle_;
+    std::unordered_set<std::string> brani_;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "fakes/SmfBuilder.h"
+
+#include <cstdint>
+#include <sstream>
+#include <string>
+
+namespace sonnel::test {
+
+/// A karaoke file from a score, whose events are parted by "|": "TIME TEXT", "TIME tempo
+/// MICROSECONDS" or "TIME note". TIME is in tenths of a second at 120 quarter notes a minute, which
+/// is 96 ticks, or in ticks with "=" before it. "track" begins the next track.
+inline SmfBuilder KarScore(const std::string& score, int division = 480) {
+    SmfBuilder file(1, division);
+    std::istringstream events(score);
+    for (std::string event; std::getline(events, event, '|');) {
+        if (event == "track") {
+            file.Track();
+            continue;
+        }
+        const std::string what = event.substr(event.find(' ') + 1);
+        const auto number = [](const std::string& digits) { return std::stoul(digits); };
+        const auto tick = static_cast<std::uint32_t>(event.front() == '=' ? number(event.substr(1))
+                                                                          : 96 * number(event));
+        if (what.starts_with("tempo ")) {
+            file.Tempo(tick, static_cast<int>(number(what.substr(6))));
+        } else if (what == "note") {
+            file.Note(tick, 1, 60);
+        } else {
+            file.Text(tick, 1, what);
+        }
+    }
+    return file;
+}
+
+}  // namespace sonnel::test
