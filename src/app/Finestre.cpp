@@ -1,5 +1,6 @@
 #include "app/Finestre.h"
 
+#include "convert/ConvertiKar.h"
 #include "library/AggiornaIndice.h"
 #include "library/AggiungiBrani.h"
 #include "library/CaricaIndice.h"
@@ -69,6 +70,10 @@ frmSelectSong& Finestre::Selezione() const {
         selezione_->SincronizzaDB = programma_.agganci.SincronizzaDB;
         selezione_->AggiungiBrani = [this] {
             sonnel::AggiungiBrani(libreria_, dialoghi_, *selezione_);
+        };
+        selezione_->ConvertiKar = [this] {
+            sonnel::ConvertiKar(libreria_, {dialoghi_, *selezione_, ProcessEnvironment,
+                                            selezione_->ProprietaBrano});
         };
         selezione_->ProprietaBrano = [this] {
             sonnel::ProprietaBrano(libreria_, *selezione_, selezione_.get());

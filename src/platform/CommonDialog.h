@@ -17,6 +17,8 @@ struct FileRequest {
     std::filesystem::path directory;  ///< where it starts; empty for where the last one ended
     bool mustExist = true;            ///< only files that are there
     bool several = false;
+    /// Kinds of files to choose from, such as "MIDI file (*.mid)"; none for those of `extension`.
+    std::vector<std::string> filters{};
 };
 
 /// The door to the window system's dialogs for files and colours.

@@ -13,10 +13,21 @@
 namespace sonnel {
 namespace {
 
-/// The files of the kind asked for, in either case of letters, and all files.
-QStringList Filters(const QString& extension) {
-    const QString kind = extension.toUpper();
-    return {QString("%1 files (*.%2 *.%1)").arg(kind, extension), "All files (*)"};
+/// The filters asked for, each for both cases of letters; else one for the extension and one for
+/// all.
+QStringList Filters(const FileRequest& request) {
+    QStringList filters;
+    for (const std::string& filter : request.filters) {
+        QString text = QString::fromStdString(filter);
+        const QString pattern = text.section('(', 1).section(')', 0, 0);
+        filters.append(text.replace(pattern, pattern + ' ' + pattern.toUpper()));
+    }
+    if (filters.isEmpty()) {
+        const QString extension = QString::fromStdString(request.extension);
+        const QString kind = extension.toUpper();
+        filters = {QString("%1 files (*.%2 *.%1)").arg(kind, extension), "All files (*)"};
+    }
+    return filters;
 }
 
 /// Asks again while a new file's directory does not exist; false when the person has cancelled.
@@ -42,7 +53,7 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
     const std::filesystem::path& start = request.directory.empty() ? start_ : request.directory;
     dialog.setDirectory(start.empty() ? QDir::currentPath()
                                       : QString::fromStdString(Utf8FromPath(start)));
-    dialog.setNameFilters(Filters(extension));
+    dialog.setNameFilters(Filters(request));
     dialog.setDefaultSuffix(extension);
     dialog.setFileMode(!request.mustExist ? QFileDialog::AnyFile
                        : request.several  ? QFileDialog::ExistingFiles
