@@ -30,22 +30,23 @@ constexpr const char* DirectoryDelDatabase =
     "You can't convert KAR stored in the same directory of the karaoke database! Move the files to "
     "be converted to another directory before trying again: Sonnel Player will automatically copy "
     "the required files for you after a successful conversion.";
-constexpr const char* Sovrascrivere =
-    "The LYK file aready exists: do you want to overwrite it?";
+constexpr const char* Sovrascrivere = "The LYK file aready exists: do you want to overwrite it?";
 constexpr const char* NonApre =
-    "Warning! An error occured while opening the file to be converted (the file is currently opened "
+    "Warning! An error occured while opening the file to be converted (the file is currently "
+    "opened "
     "by another application?). Correct the problem and click on Retry, or click on Cancel to abort "
     "the conversion.";
 constexpr const char* NonScrive =
-    "Warning! An error occured while writing to LYK file (disk full?). Correct the problem and click "
+    "Warning! An error occured while writing to LYK file (disk full?). Correct the problem and "
+    "click "
     "on Retry, or click on Cancel to abort the conversion.";
 constexpr const char* Completata =
     "Conversion completed. both the LYK and MID files have been stored in the same directory where "
     "the corresponding KAR resides.\r\n\r\n"
-    "Please note not all KAR songs can be correctly converted, sometimes it is necessary to manually "
+    "Please note not all KAR songs can be correctly converted, sometimes it is necessary to "
+    "manually "
     "edit LYK files (using Notepad or, better, a LYK editor).";
-constexpr const char* Aggiungere =
-    "Do you want to add the converted song to the current database?";
+constexpr const char* Aggiungere = "Do you want to add the converted song to the current database?";
 constexpr const char* PiuTardi =
     "Remember you can import it later using the \"Add a song\" button of the sng selecion panel.";
 constexpr const char* RimuovereKar =
@@ -267,12 +268,12 @@ void ConversioneKar::Consegna() {
 }  // namespace
 
 void ConvertiKar(const Libreria& libreria, const PartiKar& parti) {
-    const std::vector<fs::path> scelti = parti.dialoghi.ChooseFiles(
-        {.title = "Select KAR file to be converted",
-         .extension = "kar",
-         .name = "*.kar",
-         .directory = {},
-         .filters = {"MIDI Karaoke file (*.kar)", "MIDI file (*.mid)"}});
+    const std::vector<fs::path> scelti =
+        parti.dialoghi.ChooseFiles({.title = "Select KAR file to be converted",
+                                    .extension = "kar",
+                                    .name = "*.kar",
+                                    .directory = {},
+                                    .filters = {"MIDI Karaoke file (*.kar)", "MIDI file (*.mid)"}});
     if (!scelti.empty()) {
         ConversioneKar(libreria, parti, scelti.front()).Esegui();
     }

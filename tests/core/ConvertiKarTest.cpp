@@ -57,18 +57,19 @@ TEST_F(ConvertiKarTest, MakesASongAndMovesItIntoTheLibrary) {
     }
     EXPECT_THAT(Messages(), ElementsAre(kDone, kAdd, HasSubstr("remove the old KAR file?")));
     EXPECT_TRUE(other.Names().empty());
-    EXPECT_THAT(directory.Names(), ElementsAre("My song.lyk", "My song.mid", "old.lyk", "sonnel.snl"));
+    EXPECT_THAT(directory.Names(),
+                ElementsAre("My song.lyk", "My song.mid", "old.lyk", "sonnel.snl"));
     EXPECT_EQ(Content(directory / "My song.mid"), Kar());
     EXPECT_THAT(Table(), ElementsAre("old=Old||?", "My song=New||?"));
-    EXPECT_THAT(windows.log,
-                ElementsAre("busy", "list", "normal", "select 2", "properties"));
+    EXPECT_THAT(windows.log, ElementsAre("busy", "list", "normal", "select 2", "properties"));
     EXPECT_EQ(dialog.asked.at(0).title, "Select KAR file to be converted");
 }
 
 TEST_F(ConvertiKarTest, AMidFileIsTheSongsMusicItself) {
     const fs::path mid = other.Write("a.MID", Kar());
     Convert(mid, {Ok, No, Ok});
-    EXPECT_THAT(Messages(), ElementsAre(kDone, kAdd, StartsWith("Remember you can import it later")));
+    EXPECT_THAT(Messages(),
+                ElementsAre(kDone, kAdd, StartsWith("Remember you can import it later")));
     EXPECT_THAT(other.Names(), ElementsAre("a.MID", "a.lyk"));
     Convert(mid, {Ok, Ok, Yes, No});
     EXPECT_THAT(Messages(), ElementsAre(StartsWith("The LYK file aready exists"), kDone, kAdd,
@@ -89,7 +90,10 @@ TEST_F(ConvertiKarTest, TellsWhyNoSongCameOfIt) {
         {KarScore("20 \\la").Bytes(), {Cancel}, "while opening the file", false},
         {Kar("20 \\la"), {Ok}, "Conversion failed: this KAR file isn't", true},
         {Kar("0 @KMIDI KARAOKE FILE"), {Ok}, "Conversion failed: this KAR file isn't", true},
-        {KarScore("0 tempo 500000|0 @K|0 \\la", 0).Bytes(), {Ok}, "converting the song (error 1104)", true}};
+        {KarScore("0 tempo 500000|0 @K|0 \\la", 0).Bytes(),
+         {Ok},
+         "converting the song (error 1104)",
+         true}};
     for (const Case& c : cases) {
         const fs::path kar = other.Write("a.kar", c.content);
         Convert(kar, {c.answers.begin(), c.answers.end()});
@@ -122,7 +126,8 @@ TEST_F(ConvertiKarTest, RefusesWhatWouldBeLost) {
     Messages();
     directory.Write("A.LYK", "theirs");
     Convert(kar, {Ok, Yes, Ok});
-    EXPECT_THAT(Messages(), ElementsAre(kDone, kAdd, StartsWith("Selected song is already stored")));
+    EXPECT_THAT(Messages(),
+                ElementsAre(kDone, kAdd, StartsWith("Selected song is already stored")));
     EXPECT_EQ(Content(directory / "A.LYK"), "theirs");
     EXPECT_THAT(other.Names(), ElementsAre("a.kar", "a.lyk", "a.mid"));
 }
@@ -137,13 +142,15 @@ TEST_F(ConvertiKarTest, AStepThatFailsIsTriedAgain) {
         }
     };
     Convert(kar, {Ok, Retry, Retry, Ok, No, Ok});
-    EXPECT_THAT(Messages(), ElementsAre(HasSubstr("overwrite it?"), HasSubstr("writing to LYK file"),
-                                        HasSubstr("writing to LYK file"), kDone, kAdd,
-                                        StartsWith("Remember")));
+    EXPECT_THAT(Messages(),
+                ElementsAre(HasSubstr("overwrite it?"), HasSubstr("writing to LYK file"),
+                            HasSubstr("writing to LYK file"), kDone, kAdd, StartsWith("Remember")));
     fs::remove(other / "a.mid");
     fs::create_directory(other / "a.mid");
     Convert(kar, {Ok, Cancel});
-    EXPECT_THAT(Messages(), ElementsAre(HasSubstr("overwrite it?"), HasSubstr("while copying the file to be converted (error 21)")));
+    EXPECT_THAT(Messages(),
+                ElementsAre(HasSubstr("overwrite it?"),
+                            HasSubstr("while copying the file to be converted (error 21)")));
 }
 
 }  // namespace

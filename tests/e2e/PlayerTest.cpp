@@ -302,5 +302,39 @@ TEST(ThePlayer, ImportsSongsAndKeepsATitleThatWasChanged) {
     EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
 }
 
+TEST(ThePlayer, ConvertsAKaraokeFileIntoItsLibraryAndPlaysIt) {
+    Player player("Twinkle Twinkle");
+    const TempDirectory other;
+    std::filesystem::copy(SONNEL_SONGS "/../KAR/Auld Lang Syne.kar", other / "A new song.kar");
+    PressIn(player, "^Sonnel Player 98 4.1 beta", {"ctrl+o"});
+    PressIn(player, "^Song selection - 5 songs", {"F3"});
+    const std::string file = PressIn(player, "^Select KAR file to be converted$", {});
+    player.screen.Type(file, (other / "A new song.kar").string());
+    player.screen.Press(file, "Return");
+    // It is done; the song is wanted; the old file goes.
+    std::string last = file;
+    for (int box = 0; box < 3; ++box) {
+        std::string next;
+        ASSERT_TRUE(WaitUntil(
+            [&] {
+                next = player.screen.Window("^Sonnel Karaoke Player$");
+                return !next.empty() && next != last;
+            },
+            kPatience))
+            << box;
+        player.screen.Press(next, "Return");
+        last = next;
+    }
+    PressIn(player, "^Edit song properties$", {"Escape"});
+    EXPECT_TRUE(other.Names().empty());
+    EXPECT_TRUE(std::filesystem::exists(player.Library("A new song.mid")));
+    PressIn(player, "^Song selection - 6 songs", {"Return"});
+    EXPECT_TRUE(WaitUntil(
+        [&] { return !player.screen.Window("^Sonnel Player 98 4.1 beta - Auld Lang").empty(); },
+        kPatience));
+    EXPECT_TRUE(player.Watch([](const Sample& now) { return now.sung > 0; }, kPatience));
+    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
+}
+
 }  // namespace
 }  // namespace sonnel::test
