@@ -4,7 +4,7 @@
 SONG ?=
 export SONG
 
-.PHONY: run test bench pictures format lint clean
+.PHONY: run test bench package pictures format lint clean
 
 run:
 	@scripts/run
@@ -17,6 +17,9 @@ test:
 
 bench:
 	@bench/run
+
+package:
+	@scripts/package
 
 pictures:
 	@scripts/pictures

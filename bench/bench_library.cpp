@@ -47,6 +47,7 @@ class Directory {
     /// Makes so many song files, each longer than the block in which its header is read.
     void MakeSongs(int count) const;
     void MakeIndex(int count) const;
+    void RemoveIndex() const { fs::remove(PercorsoIndice(config_.OpenDir)); }
     [[nodiscard]] std::vector<std::string> Files() const;
     [[nodiscard]] const Libreria& Library() const { return library_; }
 
@@ -127,6 +128,7 @@ void RebuildIndex(benchmark::State& state) {
     const Directory songs;
     songs.MakeSongs(static_cast<int>(state.range(0)));
     for ([[maybe_unused]] auto iteration : state) {
+        songs.RemoveIndex();  // or nothing would change and nothing be written
         const EsitoAggiornamento result = AggiornaIndice(songs.Library());
         if (result.errore || songs.Library().brani.NumBrani() != state.range(0)) {
             state.SkipWithError("the index was not rebuilt");

@@ -1,13 +1,13 @@
 #include "app/Finestre.h"
 
+#include "convert/ConvertiKar.h"
 #include "library/AggiornaIndice.h"
 #include "library/AggiungiBrani.h"
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
 #include "library/frmInfoBrano.h"
+#include "platform/Files.h"
 #include "settings/frmOpzioni.h"
-
-#include <QDir>
 
 namespace sonnel {
 
@@ -47,21 +47,20 @@ void Finestre::MostraOpzioni() {
 }
 
 PartiOpzioni Finestre::Opzioni() {
-    return {
-        .config = programma_.config,
-        .registro = programma_.registro,
-        .msgBox = programma_.msgBox,
-        .esisteIndice = EsisteIndice,
-        .creaIndice =
-            [this] {
-                ProfileFile indice(PercorsoIndice(programma_.config.OpenDir));
-                CreaIndice(indice);
-            },
-        .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
-        .caricaIndice = [this] { CaricaIndice(libreria_); },
-        .scaricaSelezione = [this] { selezione_.reset(); },
-        .dialogoParteDa =
-            [](const std::string& openDir) { QDir::setCurrent(QString::fromStdString(openDir)); }};
+    return {.config = programma_.config,
+            .registro = programma_.registro,
+            .msgBox = programma_.msgBox,
+            .esisteIndice = EsisteIndice,
+            .creaIndice =
+                [this] {
+                    ProfileFile indice(PercorsoIndice(programma_.config.OpenDir));
+                    CreaIndice(indice);
+                },
+            .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
+            .caricaIndice = [this] { CaricaIndice(libreria_); },
+            .scaricaSelezione = [this] { selezione_.reset(); },
+            .dialogoParteDa =
+                [this](const std::string& openDir) { dialoghi_.StartIn(PathFromUtf8(openDir)); }};
 }
 
 frmSelectSong& Finestre::Selezione() const {
@@ -71,6 +70,10 @@ frmSelectSong& Finestre::Selezione() const {
         selezione_->SincronizzaDB = programma_.agganci.SincronizzaDB;
         selezione_->AggiungiBrani = [this] {
             sonnel::AggiungiBrani(libreria_, dialoghi_, *selezione_);
+        };
+        selezione_->ConvertiKar = [this] {
+            sonnel::ConvertiKar(libreria_, {dialoghi_, *selezione_, ProcessEnvironment,
+                                            selezione_->ProprietaBrano});
         };
         selezione_->ProprietaBrano = [this] {
             sonnel::ProprietaBrano(libreria_, *selezione_, selezione_.get());

@@ -21,6 +21,11 @@ struct Estrazione {
     [[nodiscard]] bool Accettata() const { return !Errore && IntestazioneKaraoke && TestoIniziato; }
 };
 
+/// Told of a file whose extraction was not accepted.
+inline constexpr const char* KarNonAccettato =
+    "Conversion failed: this KAR file isn't either in standard Midi Karaoke format or it's "
+    "incompatible with this converter version.";
+
 /// The first line of every converted LYK file.
 [[nodiscard]] std::string PrimaRigaLyk();
 

@@ -36,7 +36,10 @@ Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
         std::string nome = Utf8FromPath(voce->path().filename());
         std::string chiave = FoldCase(nome);
         std::error_code ignoto;
-        if (chiave.ends_with(Estensione) && voce->is_regular_file(ignoto)) {
+        const bool file = voce->is_regular_file(ignoto);
+        // What cannot be examined may be there still: it is passed over later, and its entry kept.
+        const bool ignota = ignoto && ignoto != std::errc::no_such_file_or_directory;
+        if (chiave.ends_with(Estensione) && (file || ignota)) {
             nome.resize(nome.size() - Estensione.size());
             elenco.push_back({voce->path(), std::move(nome), std::move(chiave)});
         }
@@ -47,7 +50,11 @@ Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
                                          errore.message() + "."};
     }
     std::sort(elenco.begin(), elenco.end(), [](const FileLyk& a, const FileLyk& b) {
-        return std::tie(a.chiave, a.percorso.native()) < std::tie(b.chiave, b.percorso.native());
+        // The player opens the file with the extension in small letters first.
+        const bool altraA = a.percorso.extension() != Estensione;
+        const bool altraB = b.percorso.extension() != Estensione;
+        return std::tie(a.chiave, altraA, a.percorso.native()) <
+               std::tie(b.chiave, altraB, b.percorso.native());
     });
     return elenco;
 }
@@ -55,20 +62,6 @@ Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
 /// The base name in folded case.
 std::string_view Base(const FileLyk& file) {
     return std::string_view(file.chiave).substr(0, file.chiave.size() - Estensione.size());
-}
-
-/// Why the index cannot hold a song of this name; "" when it can.
-std::string_view Impedimento(std::string_view nome) {
-    const bool controllo = std::any_of(nome.begin(), nome.end(), [](char carattere) {
-        return static_cast<unsigned char>(carattere) < 0x20U || carattere == '\x7F';
-    });
-    if (controllo) {
-        return "its name holds control characters";
-    }
-    if (!IsPlainName(nome)) {
-        return "its name is no name of a song";
-    }
-    return nome.find('=') != std::string_view::npos ? "its name holds \"=\"" : "";
 }
 
 /// Puts into the index what a song's file says.
@@ -93,7 +86,7 @@ std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<Fi
     };
     std::unordered_set<std::string_view> visti;
     for (const FileLyk& file : elenco) {
-        if (const std::string_view motivo = Impedimento(file.nome); !motivo.empty()) {
+        if (const std::string_view motivo = ImpedimentoNome(file.nome); !motivo.empty()) {
             salta(file, motivo);
         } else if (!visti.insert(Base(file)).second) {
             salta(file, "another song's name differs only in letter case");

@@ -31,10 +31,9 @@ constexpr const char* DirectoryDelDatabase =
 constexpr const char* MancaMid =
     "Can't load the selected song: MID file missing!\r\n"
     "To properly load a Karaoke file you need to put the LYK and MID file in the same directory.";
-constexpr const char* GiaPresente = "Selected song is already stored in the current database!";
-constexpr const char* NomeImpossibile =
-    "The name of this song's files holds characters that the index of the database can't store! "
-    "Rename the LYK and MID file and try again.";
+constexpr const char* IndiceNonScritto =
+    "The songs have been copied, but the index of the database can't be written: update the index "
+    "when it can.";
 constexpr const char* Interrotto = "The song has not been imported, nor those that follow it.";
 
 /// Whether the answer fits that the dialog gives: the path of a single file, or the directory and
@@ -51,23 +50,6 @@ bool EntraNelBuffer(const std::vector<fs::path>& scelti) {
         totale += lunghezza(file.filename());
     }
     return totale <= Buffer;
-}
-
-/// Whether two paths name one directory, be it by another spelling or through links.
-bool StessaDirectory(const fs::path& a, const fs::path& b) {
-    const auto chiave = [](const fs::path& directory) {
-        return FoldCase(AggiungiBarra(Utf8FromPath(directory)));
-    };
-    std::error_code nessuna;
-    return chiave(a) == chiave(b) || fs::equivalent(a, b, nessuna);
-}
-
-/// Whether the index can hold a song whose files have this name.
-bool EntraNellIndice(const std::string& nome) {
-    return IsPlainName(nome) && std::none_of(nome.begin(), nome.end(), [](char carattere) {
-               return static_cast<unsigned char>(carattere) < 0x20U || carattere == '\x7F' ||
-                      carattere == '=';
-           });
 }
 
 /// One run of the import.
@@ -102,7 +84,10 @@ int Importazione::Esegui(const std::vector<fs::path>& scelti) {
             break;
         }
     }
-    (void)lotto.Commit();
+    if (const std::optional<Error> errore = lotto.Commit(); errore && importati_ > 0) {
+        Avvisa(errore->text + "\r\n\r\n" + IndiceNonScritto, std::string(TitoloMessaggi));
+        return 0;
+    }
     return importati_;
 }
 
@@ -116,9 +101,9 @@ bool Importazione::Aggiungi(const fs::path& scelto) {
     if (!mid) {
         Avvisa(MancaMid, nome);
     } else if (FindFile(destinazione_ / PathFromUtf8(nome + ".lyk"))) {
-        Avvisa(GiaPresente, nome);
-    } else if (!EntraNellIndice(nome)) {
-        Avvisa(NomeImpossibile, nome);
+        Avvisa(BranoGiaPresente, nome);
+    } else if (!ImpedimentoNome(nome).empty()) {
+        Avvisa(NomeBranoImpossibile, nome);
     } else if (const std::optional<Error> errore = Copia(nome, *mid)) {
         Avvisa(errore->text + "\r\n\r\n" + Interrotto, std::string(TitoloMessaggi));
         return false;
@@ -160,6 +145,14 @@ std::string Riepilogo(int importati) {
 }
 
 }  // namespace
+
+bool StessaDirectory(const fs::path& a, const fs::path& b) {
+    const auto chiave = [](const fs::path& directory) {
+        return FoldCase(AggiungiBarra(Utf8FromPath(directory)));
+    };
+    std::error_code nessuna;
+    return chiave(a) == chiave(b) || fs::equivalent(a, b, nessuna);
+}
 
 void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani& lista) {
     const auto avvisa = [&](const std::string& testo) {

@@ -3,7 +3,20 @@
 #include "library/SincronizzaDB.h"
 #include "platform/CommonDialog.h"
 
+#include <filesystem>
+
 namespace sonnel {
+
+/// Told of a song whose LYK file is in the karaoke directory already.
+inline constexpr const char* BranoGiaPresente =
+    "Selected song is already stored in the current database!";
+/// Told of a song that ImpedimentoNome keeps out of the index.
+inline constexpr const char* NomeBranoImpossibile =
+    "The name of this song's files holds characters that the index of the database can't store! "
+    "Rename the LYK and MID file and try again.";
+
+/// Whether two paths name one directory, be it by another spelling or through links.
+[[nodiscard]] bool StessaDirectory(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// Lets the person choose LYK files of another directory and brings these songs into the library:
 /// copies each LYK and MID file, enters the song in the index, and at the end loads the index again

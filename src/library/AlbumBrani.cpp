@@ -3,6 +3,7 @@
 #include "library/ElencoBrani.h"
 #include "library/RiscriviIntestazione.h"
 #include "library/ScritturaBrani.h"
+#include "platform/Text.h"
 #include "ui/PuntatoreOccupato.h"
 #include "ui/Titoli.h"
 
@@ -70,6 +71,11 @@ std::string AlbumDaTesto(std::string_view testo) {
 }
 
 std::string ImpedimentoAlbum(std::string_view album) {
+    constexpr std::size_t Massimo = 1000;  // leaves room for title and author in a song's entry
+    if (CodePoints(album) > Massimo) {
+        return "The album's name is too long: it can have at most " + std::to_string(Massimo) +
+               " characters.";
+    }
     if (album.find('=') == std::string_view::npos) {
         return "";
     }

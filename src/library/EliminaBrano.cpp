@@ -51,10 +51,14 @@ void EliminaFileBrano(const fs::path& directory, std::string_view nomeFile) {
     if (!IsPlainName(nomeFile)) {
         return;
     }
-    const auto elimina = [](const std::vector<fs::path>& file) {
+    // A song may have the index's name.
+    const fs::path indice = PercorsoIndice(Utf8FromPath(directory)).filename();
+    const auto elimina = [&indice](const std::vector<fs::path>& file) {
         for (const fs::path& percorso : file) {
             std::error_code ignorato;
-            fs::remove(percorso, ignorato);
+            if (percorso.filename() != indice) {
+                fs::remove(percorso, ignorato);
+            }
         }
     };
     // The second list is made before the first is gone: afterwards it would name another song's.

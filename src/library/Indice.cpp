@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "platform/Text.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace sonnel {
@@ -85,6 +86,19 @@ void ScriviBrano(ProfileFile& indice, std::string_view nome, std::string_view ti
         ScriviIndice(indice, SezioneAlbum, album, ValoreAlbum);
     }
     (void)lotto.Commit();
+}
+
+std::string_view ImpedimentoNome(std::string_view nome) {
+    const bool controllo = std::any_of(nome.begin(), nome.end(), [](char carattere) {
+        return static_cast<unsigned char>(carattere) < 0x20U || carattere == '\x7F';
+    });
+    if (controllo) {
+        return "its name holds control characters";
+    }
+    if (!IsPlainName(nome)) {
+        return "its name is no name of a song";
+    }
+    return nome.find('=') != std::string_view::npos ? "its name holds \"=\"" : "";
 }
 
 void RimuoviVoce(ProfileFile& indice, std::string_view nome) {

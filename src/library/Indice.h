@@ -49,6 +49,9 @@ bool ProssimaChiave(std::string_view& elenco, std::string& chiave);
 void ScriviBrano(ProfileFile& indice, std::string_view nome, std::string_view titolo,
                  std::string_view autore, std::string_view album);
 
+/// Why the index cannot hold a song whose files have this name; "" when it can.
+[[nodiscard]] std::string_view ImpedimentoNome(std::string_view nome);
+
 /// Removes a song's entry.
 void RimuoviVoce(ProfileFile& indice, std::string_view nome);
 

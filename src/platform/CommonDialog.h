@@ -14,9 +14,11 @@ struct FileRequest {
     std::string title;
     std::string extension;  ///< without the dot; added to a name that has none
     std::string name;       ///< filled in at the start: a file's name or a pattern ("*.lyk")
-    std::filesystem::path directory;  ///< where it starts; empty for the current directory
+    std::filesystem::path directory;  ///< where it starts; empty for where the last one ended
     bool mustExist = true;            ///< only files that are there
     bool several = false;
+    /// Kinds of files to choose from, such as "MIDI file (*.mid)"; none for those of `extension`.
+    std::vector<std::string> filters{};
 };
 
 /// The door to the window system's dialogs for files and colours.
@@ -25,6 +27,8 @@ class CommonDialog {
     virtual ~CommonDialog() = default;
     /// The files chosen, all of one directory; none when the person has cancelled.
     virtual std::vector<std::filesystem::path> ChooseFiles(const FileRequest& request) = 0;
+    /// Lets the next dialog that names no directory start in this one.
+    virtual void StartIn(const std::filesystem::path& directory) = 0;
     /// The colour chosen, nothing when the person has cancelled.
     virtual std::optional<Colour> ChooseColour(const std::string& title, Colour initial) = 0;
 };

@@ -89,6 +89,10 @@ std::optional<Error> ProfileFile::Respell(std::string_view section, std::string_
 }
 
 std::optional<Error> ProfileFile::Remove(std::string_view section, std::string_view key) {
+    constexpr std::string_view Absent("\0", 1);  // no value holds a NUL character
+    if (Read(section, key, Absent) == Absent) {
+        return std::nullopt;
+    }
     return Make({Kind::Remove, std::string(section), std::string(key), {}});
 }
 

@@ -72,7 +72,8 @@ std::string Riproduzione::PercorsoScelto(const std::string& scelta) const {
     const auto posizione = ReadInteger<std::int32_t>(scelta);
     if (posizione > 0) {
         const std::string nome = p_.scelta.nomeFile(posizione);
-        return IsPlainName(nome) ? p_.config.OpenDir + nome : "";
+        // A name that leads out of the directory is no song's: its files are told to be missing.
+        return p_.config.OpenDir + (IsPlainName(nome) ? nome : "");
     }
     return scelta.starts_with(PrefissoFile) ? scelta.substr(PrefissoFile.size()) : "";
 }

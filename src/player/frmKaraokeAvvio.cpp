@@ -128,8 +128,11 @@ void frmKaraoke::MostraFinestra() {
 }
 
 void frmKaraoke::closeEvent(QCloseEvent* event) {
-    event->accept();
-    Form_Unload();
+    // While the library is rebuilt the window takes no input, its frame's either.
+    event->setAccepted(isEnabled());
+    if (isEnabled()) {
+        Form_Unload();
+    }
 }
 
 void frmKaraoke::Form_Unload() {

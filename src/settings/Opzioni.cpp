@@ -56,6 +56,7 @@ bool ConfermaOpzioni(const PartiOpzioni& parti, Config copia) {
     if (!parti.esisteIndice(openDir)) {
         parti.creaIndice();
         parti.aggiornaIndice();
+        // Where nothing could be written, loading tells next that there is no index.
         parti.msgBox.Show(
             {"Index creation completed.", Icon::Information, std::string(TitoloMessaggi)});
     }

@@ -333,4 +333,10 @@ void frmOpzioni::cmdAnnulla_Click() {
     done(Rejected);
 }
 
+void frmOpzioni::reject() {
+    if (isEnabled()) {
+        QDialog::reject();
+    }
+}
+
 }  // namespace sonnel

@@ -39,6 +39,9 @@ class frmOpzioni : public QDialog {
     void cmdOk_Click();
     void cmdAnnulla_Click();
 
+    /// Escape and the frame are Cancel, but not while the index is made.
+    void reject() override;
+
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 

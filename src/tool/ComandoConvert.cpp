@@ -15,10 +15,6 @@
 namespace sonnel {
 namespace {
 
-constexpr const char* NonAccettato =
-    "Conversion failed: this KAR file isn't either in standard Midi Karaoke format or it's "
-    "incompatible with this converter version.";
-
 /// What became of one file.
 struct EsitoConversione {
     bool lykScritto = false;
@@ -50,7 +46,7 @@ void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascriv
     }
     esito.lykScritto = true;
     if (!parole.Accettata()) {
-        esito.errore = parole.Errore ? parole.Errore->text : NonAccettato;
+        esito.errore = parole.Errore ? parole.Errore->text : KarNonAccettato;
         return;
     }
     if (lavoro.copiaMid) {

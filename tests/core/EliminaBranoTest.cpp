@@ -11,9 +11,9 @@ namespace {
 
 TEST(EliminaFileBrano, TakesTheFilesOfOneSongOnly) {
     const std::set<std::string> files = {
-        "tune.lyk", "tune.mid", "tune.bak",  "tune",     "tune.old.mid", "Tune.lyk",
-        "Tune.mid", "old.lyk",  "OLD.MID",   "key.LYK",  "KEY.mid",      "[a]*.lyk",
-        "a.lyk",    "..lyk",    "other.mid", "lone.lyk", "LONE.lyk",     "LONE.mid"};
+        "tune.lyk",  "tune.mid", "tune.bak", "tune",     "tune.old.mid", "Tune.lyk",  "Tune.mid",
+        "old.lyk",   "OLD.MID",  "key.LYK",  "KEY.mid",  "[a]*.lyk",     "a.lyk",     "..lyk",
+        "other.mid", "lone.lyk", "LONE.lyk", "LONE.mid", "sonnel.lyk",   "sonnel.snl"};
     const std::map<std::string, std::set<std::string>> deletions = {
         {"tune", {"tune.lyk", "tune.mid", "tune.bak"}},
         {"tune.old", {"tune.old.mid"}},
@@ -21,6 +21,7 @@ TEST(EliminaFileBrano, TakesTheFilesOfOneSongOnly) {
         {"kEy", {"key.LYK", "KEY.mid"}},
         {"lone", {"lone.lyk"}},
         {"[a]*", {"[a]*.lyk"}},
+        {"sonnel", {"sonnel.lyk"}},
         {"*", {}},
         {"", {}},
         {".", {}},

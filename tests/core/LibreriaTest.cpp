@@ -115,7 +115,8 @@ TEST_F(LibreriaTest, RebuildsFromTheSongFiles) {
 }
 
 TEST_F(LibreriaTest, ARebuildPassesOverWhatItCannotIndex) {
-    for (const char* name : {"a.lyk", "B.lyk", "b.lyk", "c.lyk", "d.lyk", "e=f.lyk", "g\n.lyk"}) {
+    for (const char* name :
+         {"a.lyk", "B.lyk", "b.lyk", "c.lyk", "d.lyk", "e=f.lyk", "g\n.lyk", "h.LYK", "h.lyk"}) {
         Lyk(name, std::string("*TI") + name + "\r\n");
     }
     Index("[Songs]\r\nc=Kept||?\r\nd=Gone||?\r\n");
@@ -127,12 +128,13 @@ TEST_F(LibreriaTest, ARebuildPassesOverWhatItCannotIndex) {
         }
     };
     const EsitoAggiornamento result = AggiornaIndice(libreria);
-    EXPECT_THAT(Table(), ElementsAre("c=Kept||?", "a=a.lyk||?", "B=B.lyk||?"));
+    EXPECT_THAT(Table(), ElementsAre("c=Kept||?", "a=a.lyk||?", "B=B.lyk||?", "h=h.lyk||?"));
     EXPECT_THAT(result.saltati,
                 ElementsAre(HasSubstr("/b.lyk: another song's name differs only in letter case."),
                             HasSubstr("/c.lyk: Input/output error."), HasSubstr("/d.lyk: No such"),
                             HasSubstr("/e=f.lyk: its name holds \"=\"."),
-                            HasSubstr("/g\n.lyk: its name holds control characters.")));
+                            HasSubstr("/g\n.lyk: its name holds control characters."),
+                            HasSubstr("/h.LYK: another song's name")));
 }
 
 TEST_F(LibreriaTest, ARebuildThatCannotWriteLeavesTheIndex) {

@@ -106,6 +106,10 @@ TEST(ProfileFile, WritesNothingWhereItCannotOrNeedNot) {
     EXPECT_EQ(ProfileFile(directory / "missing/p").Set("s", "k", "v")->number, ENOENT);
     EXPECT_FALSE(ProfileFile(directory / "p").Remove("s", "k"));
     EXPECT_THAT(directory.Names(), ElementsAre("folder"));
+
+    const auto file = directory.Write("q", "[s]\r\na=1\r\na=2\r");
+    EXPECT_FALSE(ProfileFile(file).Remove("s", "b"));
+    EXPECT_EQ(Content(file), "[s]\r\na=1\r\na=2\r") << "an absent key was removed";
 }
 
 }  // namespace

@@ -19,6 +19,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::MatchesRegex;
 
@@ -133,7 +134,7 @@ TEST_F(PlaybackTest, NoChoiceKeepsTheSongAndAutoplayPlaysItFromItsPlace) {
     config.Autoplay = false;
     Load();
     player.CursoreSpostato(1);
-    for (const char* const none : {"", "0", "-1", "1", "abc", "f=song"}) {
+    for (const char* const none : {"", "0", "-1", "abc", "f=song"}) {
         choice = none;
         player.FileLoad();
         EXPECT_EQ(control.FileName(), Base() + ".MID") << none;
@@ -144,6 +145,9 @@ TEST_F(PlaybackTest, NoChoiceKeepsTheSongAndAutoplayPlaysItFromItsPlace) {
     EXPECT_EQ(State(), std::pair(MciMode::Playing, 1000));
     EXPECT_THAT(box.Words(), ElementsAre("1 Hello", "1 you", "3 Hello", "3 you"));
     EXPECT_THAT(msgBox.shown, IsEmpty());
+    choice = "1";
+    player.FileLoad();
+    EXPECT_THAT(msgBox.shown.at(0).text, HasSubstr("LYK file is missing")) << "outside the library";
 }
 
 TEST_F(PlaybackTest, AMissingFileLeavesThePlayingSongAlone) {

@@ -77,6 +77,11 @@ class Player {
     std::string Output() const { return process_->Output(); }
     std::string Settings() const { return Content(home_ / "sonnel/settings.conf"); }
 
+    /// How many pixels of the screen have a colour, 0xRRGGBB.
+    std::ptrdiff_t Pixels(std::uint32_t colour) const {
+        const auto pixels = screen.Grab();
+        return std::count(pixels.begin(), pixels.end(), colour);
+    }
     /// What there is to be seen and heard now.
     Sample Look() const {
         const auto pixels = screen.Grab();

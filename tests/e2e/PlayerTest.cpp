@@ -237,5 +237,104 @@ TEST(ThePlayer, PlaysAndDeletesSongsOfItsLibrary) {
     EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
 }
 
+/// Waits for a window of that title and gives it keys, one after the other.
+std::string PressIn(const Player& player, const std::string& title,
+                    const std::vector<std::string>& keys) {
+    std::string window;
+    WaitUntil([&] { return !(window = player.screen.Window(title)).empty(); }, kPatience);
+    for (const std::string& key : keys) {
+        player.screen.Press(window, key);
+    }
+    return window;
+}
+
+TEST(ThePlayer, ShowsTheNextPageInTheColoursOfItsOptions) {
+    constexpr std::uint32_t Chosen = 0xFF0180;
+    Player player("Twinkle Twinkle");
+    PressIn(player, "^Sonnel Player 98 4.1 beta", {"alt+v", "o"});
+    PressIn(player, "^Options$", {"alt+s", "alt+f", "Tab", "space", "Tab", "space"});
+    const std::string colours = PressIn(player, "^Text color$", {"alt+h", "ctrl+a"});
+    player.screen.Type(colours, "#ff0180");
+    player.screen.Press(colours, "Return");
+    PressIn(player, "^Options$", {"alt+o"});
+    ASSERT_TRUE(WaitUntil([&] { return player.screen.Window("^Options$").empty(); }, kPatience));
+    EXPECT_EQ(Setting(player, "Testo"), std::to_string(0x8001FF));
+    EXPECT_EQ(Setting(player, "Grassetto"), "0");
+    player.Press("F2");
+    EXPECT_TRUE(WaitUntil([&] { return player.Pixels(Chosen) > 500; }, kPatience));
+    EXPECT_EQ(player.Look().unsung, 0) << "the colour before";
+    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
+}
+
+TEST(ThePlayer, ImportsSongsAndKeepsATitleThatWasChanged) {
+    Player player("Twinkle Twinkle");
+    const TempDirectory other;
+    for (const char* name : {"one", "two"}) {
+        for (const char* extension : {".lyk", ".mid"}) {
+            std::filesystem::copy(player.Library(std::string("Auld Lang Syne") + extension),
+                                  other / (name + std::string(extension)));
+        }
+    }
+    PressIn(player, "^Sonnel Player 98 4.1 beta", {"ctrl+o"});
+    PressIn(player, "^Song selection - 5 songs", {"ctrl+Insert"});
+    const std::string files = PressIn(player, "^Add a new LYK song$", {});
+    player.screen.Type(
+        files, "\"" + (other / "one.lyk").string() + "\" \"" + (other / "two.lyk").string() + "\"");
+    player.screen.Press(files, "Return");
+    PressIn(player, "^Sonnel Karaoke Player$", {"Return"});
+    PressIn(player, "^Song selection - 7 songs", {"Down", "F4"});
+    const std::string properties = PressIn(player, "^Edit song properties$", {"alt+t", "ctrl+a"});
+    player.screen.Type(properties, "Old Long Since");
+    player.screen.Press(properties, "Return");
+    const auto index = [&] { return Content(player.Library("sonnel.snl")); };
+    EXPECT_TRUE(
+        WaitUntil([&] { return index().find("=Old Long Since|Traditional") != std::string::npos; },
+                  kPatience));
+    for (const char* name : {"one", "two"}) {
+        EXPECT_NE(index().find(std::string("\n") + name + "="), std::string::npos) << name;
+    }
+    std::string headers;
+    for (const char* name : {"one.lyk", "two.lyk", "Auld Lang Syne.lyk"}) {
+        headers += Content(player.Library(name));
+    }
+    EXPECT_NE(headers.find("*TIOld Long Since\r\n"), std::string::npos);
+    PressIn(player, "^Song selection - 7 songs", {"Escape"});
+    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
+}
+
+TEST(ThePlayer, ConvertsAKaraokeFileIntoItsLibraryAndPlaysIt) {
+    Player player("Twinkle Twinkle");
+    const TempDirectory other;
+    std::filesystem::copy(SONNEL_SONGS "/../KAR/Auld Lang Syne.kar", other / "A new song.kar");
+    PressIn(player, "^Sonnel Player 98 4.1 beta", {"ctrl+o"});
+    PressIn(player, "^Song selection - 5 songs", {"F3"});
+    const std::string file = PressIn(player, "^Select KAR file to be converted$", {});
+    player.screen.Type(file, (other / "A new song.kar").string());
+    player.screen.Press(file, "Return");
+    // It is done; the song is wanted; the old file goes.
+    std::string last = file;
+    for (int box = 0; box < 3; ++box) {
+        std::string next;
+        ASSERT_TRUE(WaitUntil(
+            [&] {
+                next = player.screen.Window("^Sonnel Karaoke Player$");
+                return !next.empty() && next != last;
+            },
+            kPatience))
+            << box;
+        player.screen.Press(next, "Return");
+        last = next;
+    }
+    PressIn(player, "^Edit song properties$", {"Escape"});
+    EXPECT_TRUE(other.Names().empty());
+    EXPECT_TRUE(std::filesystem::exists(player.Library("A new song.mid")));
+    PressIn(player, "^Song selection - 6 songs", {"Return"});
+    EXPECT_TRUE(WaitUntil(
+        [&] { return !player.screen.Window("^Sonnel Player 98 4.1 beta - Auld Lang").empty(); },
+        kPatience));
+    EXPECT_TRUE(player.Watch([](const Sample& now) { return now.sung > 0; }, kPatience));
+    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
+}
+
 }  // namespace
 }  // namespace sonnel::test

@@ -92,6 +92,10 @@ class Screen {
     void Press(const std::string& window, const std::string& key) const {
         Xdotool({"windowfocus", "--sync", window, "key", key});
     }
+    /// Types a text into the field of a window that has the keyboard.
+    void Type(const std::string& window, const std::string& text) const {
+        Xdotool({"windowfocus", "--sync", window, "type", text});
+    }
     void Click(std::size_t x, std::size_t y) const {
         Xdotool({"mousemove", std::to_string(x), std::to_string(y), "click", "1"});
     }

@@ -14,6 +14,7 @@ class ScriptedDialog : public CommonDialog {
         asked.push_back(request);
         return Next(files, {});
     }
+    void StartIn(const std::filesystem::path& directory) override { start = directory; }
     std::optional<Colour> ChooseColour(const std::string& title, Colour initial) override {
         colourTitles.push_back(title);
         initialColours.push_back(initial);
@@ -23,6 +24,7 @@ class ScriptedDialog : public CommonDialog {
     std::deque<std::vector<std::filesystem::path>> files;
     std::deque<std::optional<Colour>> colours;
     std::vector<FileRequest> asked;
+    std::filesystem::path start;
     std::vector<std::string> colourTitles;
     std::vector<Colour> initialColours;
 

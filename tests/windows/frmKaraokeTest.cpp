@@ -407,6 +407,10 @@ TEST_F(frmKaraokeTest, ClosingKeepsThePlaceOfTheWindow) {
         return stored;
     };
     OpenSong();
+    window->setEnabled(false);
+    EXPECT_FALSE(window->close()) << "while it takes no input";
+    EXPECT_NE(control.Mode(), MciMode::NotReady);
+    window->setEnabled(true);
     EXPECT_EQ(closed(Qt::WindowNoState), "Top=900 Left=600 Width=9600 Height=6300 FullScreen=0 ");
     EXPECT_EQ(control.Mode(), MciMode::NotReady);
     EXPECT_EQ(closed(Qt::WindowMaximized), "FullScreen=-1 ");

@@ -5,6 +5,7 @@
 #include "platform/qt/WindowInUse.h"
 
 #include <QColorDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -12,10 +13,21 @@
 namespace sonnel {
 namespace {
 
-/// The files of the kind asked for, in either case of letters, and all files.
-QStringList Filters(const QString& extension) {
-    const QString kind = extension.toUpper();
-    return {QString("%1 files (*.%2 *.%1)").arg(kind, extension), "All files (*)"};
+/// The filters asked for, each for both cases of letters; else one for the extension and one for
+/// all.
+QStringList Filters(const FileRequest& request) {
+    QStringList filters;
+    for (const std::string& filter : request.filters) {
+        QString text = QString::fromStdString(filter);
+        const QString pattern = text.section('(', 1).section(')', 0, 0);
+        filters.append(text.replace(pattern, pattern + ' ' + pattern.toUpper()));
+    }
+    if (filters.isEmpty()) {
+        const QString extension = QString::fromStdString(request.extension);
+        const QString kind = extension.toUpper();
+        filters = {QString("%1 files (*.%2 *.%1)").arg(kind, extension), "All files (*)"};
+    }
+    return filters;
 }
 
 /// Asks again while a new file's directory does not exist; false when the person has cancelled.
@@ -25,8 +37,10 @@ bool ExecUntilPathExists(QFileDialog& dialog) {
         if (QFileInfo(directory).isDir()) {
             return true;
         }
-        QMessageBox::warning(&dialog, dialog.windowTitle(),
-                             directory + "\nThis directory does not exist.");
+        QMessageBox box(QMessageBox::Warning, dialog.windowTitle(),
+                        directory + "\nThis directory does not exist.", QMessageBox::Ok, &dialog);
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
     }
     return false;
 }
@@ -36,10 +50,10 @@ bool ExecUntilPathExists(QFileDialog& dialog) {
 std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest& request) {
     QFileDialog dialog(WindowInUse(), QString::fromStdString(request.title));
     const QString extension = QString::fromStdString(request.extension);
-    if (!request.directory.empty()) {
-        dialog.setDirectory(QString::fromStdString(Utf8FromPath(request.directory)));
-    }
-    dialog.setNameFilters(Filters(extension));
+    const std::filesystem::path& start = request.directory.empty() ? start_ : request.directory;
+    dialog.setDirectory(start.empty() ? QDir::currentPath()
+                                      : QString::fromStdString(Utf8FromPath(start)));
+    dialog.setNameFilters(Filters(request));
     dialog.setDefaultSuffix(extension);
     dialog.setFileMode(!request.mustExist ? QFileDialog::AnyFile
                        : request.several  ? QFileDialog::ExistingFiles
@@ -54,6 +68,7 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
         for (const QString& file : dialog.selectedFiles()) {
             files.push_back(PathFromUtf8(file.toStdString()));
         }
+        start_ = files.front().parent_path();
     }
     return files;
 }

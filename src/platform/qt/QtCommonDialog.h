@@ -8,7 +8,11 @@ namespace sonnel {
 class QtCommonDialog : public CommonDialog {
   public:
     std::vector<std::filesystem::path> ChooseFiles(const FileRequest& request) override;
+    void StartIn(const std::filesystem::path& directory) override { start_ = directory; }
     std::optional<Colour> ChooseColour(const std::string& title, Colour initial) override;
+
+  private:
+    std::filesystem::path start_;  ///< empty for the process's own directory
 };
 
 }  // namespace sonnel

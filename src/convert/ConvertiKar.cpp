@@ -1,0 +1,282 @@
+#include "convert/ConvertiKar.h"
+
+#include "convert/EstraiParole.h"
+#include "convert/ScriviLyk.h"
+#include "library/AggiungiBrani.h"
+#include "library/Indice.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "song/LeggiIntestazione.h"
+#include "ui/PuntatoreOccupato.h"
+#include "ui/Titoli.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace sonnel {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t LunghezzaEstensione = 4;  // characters, the dot included
+
+constexpr const char* DirectoryDelDatabase =
+    "You can't convert KAR stored in the same directory of the karaoke database! Move the files to "
+    "be converted to another directory before trying again: Sonnel Player will automatically copy "
+    "the required files for you after a successful conversion.";
+constexpr const char* Sovrascrivere = "The LYK file aready exists: do you want to overwrite it?";
+constexpr const char* NonApre =
+    "Warning! An error occured while opening the file to be converted (the file is currently "
+    "opened "
+    "by another application?). Correct the problem and click on Retry, or click on Cancel to abort "
+    "the conversion.";
+constexpr const char* NonScrive =
+    "Warning! An error occured while writing to LYK file (disk full?). Correct the problem and "
+    "click "
+    "on Retry, or click on Cancel to abort the conversion.";
+constexpr const char* Completata =
+    "Conversion completed. both the LYK and MID files have been stored in the same directory where "
+    "the corresponding KAR resides.\r\n\r\n"
+    "Please note not all KAR songs can be correctly converted, sometimes it is necessary to "
+    "manually "
+    "edit LYK files (using Notepad or, better, a LYK editor).";
+constexpr const char* Aggiungere = "Do you want to add the converted song to the current database?";
+constexpr const char* PiuTardi =
+    "Remember you can import it later using the \"Add a song\" button of the sng selecion panel.";
+constexpr const char* RimuovereKar =
+    "The song has been imported. Do you want to remove the old KAR file?";
+
+std::string NonConverte(const Error& errore) {
+    return "Warning! An error occured while converting the song (error " +
+           std::to_string(errore.number) +
+           ")! This file is not a standard MIDI Karaoke file or is damaged. Click on Cancel to "
+           "abort the conversion.";
+}
+
+std::string NonCopia(const Error& errore) {
+    return "Warning! An error occured while copying the file to be converted (error " +
+           std::to_string(errore.number) +
+           "): the disk is full or one or more files are locked or opened by another application. "
+           "Correct the problem and click on Retry, or click on Cancel to abort the conversion.";
+}
+
+/// The file's own spelling in its directory, in any letter case; as it stands when it is not there.
+fs::path ComeSiTrova(const fs::path& file) {
+    return FindFile(file).value_or(file);
+}
+
+/// Deletes a file; one that is not there is as good as deleted.
+std::optional<Error> Elimina(const fs::path& file) {
+    std::error_code errore;
+    fs::remove(file, errore);
+    if (!errore) {
+        return std::nullopt;
+    }
+    return Error{errore.value(),
+                 "Can't delete the file " + Utf8FromPath(file) + ": " + errore.message() + "."};
+}
+
+/// The conversion of one file.
+class ConversioneKar {
+  public:
+    ConversioneKar(const Libreria& libreria, const PartiKar& parti, const fs::path& scelto);
+    void Esegui();
+
+  private:
+    [[nodiscard]] bool PuoIniziare();
+    [[nodiscard]] bool FaiLyk();
+    [[nodiscard]] bool FaiMid();
+    [[nodiscard]] bool VuoleAggiungere();
+    [[nodiscard]] bool SpostaNellaLibreria();
+    [[nodiscard]] std::optional<Error> Registra();
+    void Consegna();
+
+    [[nodiscard]] fs::path NellaLibreria(const char* estensione) const;
+    Answer Mostra(std::string testo, Icon icona, Buttons pulsanti = Buttons::Ok,
+                  int predefinito = 1);
+    template <class Passo, class Testo>
+    [[nodiscard]] bool Ritenta(const Passo& passo, const Testo& testo);
+
+    const Libreria& libreria_;
+    const PartiKar& parti_;
+    fs::path scelto_;
+    fs::path directory_;
+    std::string base_;
+    bool kar_;  ///< the music has to be copied: the file chosen is not the song's MID file itself
+    fs::path lyk_;
+    fs::path mid_;
+    std::int16_t posizione_ = 0;  ///< of the imported song
+};
+
+ConversioneKar::ConversioneKar(const Libreria& libreria, const PartiKar& parti,
+                               const fs::path& scelto)
+    : libreria_(libreria), parti_(parti), scelto_(scelto), directory_(scelto.parent_path()) {
+    const std::string file = Utf8FromPath(scelto.filename());
+    const std::size_t lunghezza = CodePoints(file);
+    base_ = FirstCodePoints(file, lunghezza - std::min(lunghezza, LunghezzaEstensione));
+    kar_ = FoldCase(file).ends_with("kar");
+    lyk_ = ComeSiTrova(directory_ / PathFromUtf8(base_ + ".lyk"));
+    mid_ = kar_ ? ComeSiTrova(directory_ / PathFromUtf8(base_ + ".mid")) : scelto;
+}
+
+void ConversioneKar::Esegui() {
+    if (!PuoIniziare() || !FaiLyk() || !FaiMid()) {
+        return;
+    }
+    Mostra(Completata, Icon::Information);
+    if (VuoleAggiungere() && SpostaNellaLibreria() && posizione_ > 0) {
+        Consegna();
+    }
+}
+
+Answer ConversioneKar::Mostra(std::string testo, Icon icona, Buttons pulsanti, int predefinito) {
+    return libreria_.msgBox.Show(
+        {std::move(testo), icona, std::string(TitoloMessaggi), pulsanti, predefinito});
+}
+
+/// Runs a step until it succeeds; false when the person gives up. `testo` says what an error means.
+template <class Passo, class Testo>
+bool ConversioneKar::Ritenta(const Passo& passo, const Testo& testo) {
+    while (const std::optional<Error> errore = passo()) {
+        const Pointer mostrato = libreria_.eventi.SetPointer(Pointer::Normal);
+        if (Mostra(testo(*errore), Icon::Critical, Buttons::RetryCancel) != Answer::Retry) {
+            return false;
+        }
+        libreria_.eventi.SetPointer(mostrato);
+    }
+    return true;
+}
+
+bool ConversioneKar::PuoIniziare() {
+    if (StessaDirectory(directory_, PathFromUtf8(libreria_.config.OpenDir))) {
+        Mostra(DirectoryDelDatabase, Icon::Exclamation);
+        return false;
+    }
+    std::error_code ignorato;
+    return !fs::exists(lyk_, ignorato) ||
+           Mostra(Sovrascrivere, Icon::Question, Buttons::OkCancel, 2) == Answer::Ok;
+}
+
+/// Opens the file, extracts its words and writes them. False when there is no song in the end.
+bool ConversioneKar::FaiLyk() {
+    Midifile midifile;
+    midifile.SetFileName(scelto_);
+    std::optional<BaseTempi> tempi;
+    const auto apri = [&]() -> std::optional<Error> {
+        if (auto errore = midifile.SetAction(MidifileAction::Open)) {
+            return errore;
+        }
+        const Result<BaseTempi> letti = BaseTempi::Leggi(midifile);
+        if (!letti) {
+            return letti.error();
+        }
+        tempi = *letti;
+        return std::nullopt;
+    };
+    if (!Ritenta(apri, [](const Error&) { return NonApre; })) {
+        return false;
+    }
+    const Estrazione parole = EstraiParole(midifile, *tempi, DataOdierna(parti_.ambiente));
+    const auto scrivi = [&] { return ScriviLyk(lyk_, parole.Testo, true); };
+    if (!Ritenta(scrivi, [](const Error&) { return NonScrive; })) {
+        return false;
+    }
+    if (parole.Errore) {
+        Mostra(NonConverte(*parole.Errore), Icon::Critical);
+    } else if (!parole.Accettata()) {
+        Mostra(KarNonAccettato, Icon::Information);
+    }
+    return parole.Accettata();
+}
+
+bool ConversioneKar::FaiMid() {
+    return !kar_ || Ritenta([this] { return CopyFilesAtomically({{scelto_, mid_}}); }, NonCopia);
+}
+
+bool ConversioneKar::VuoleAggiungere() {
+    if (Mostra(Aggiungere, Icon::Question, Buttons::YesNo) != Answer::Yes) {
+        Mostra(PiuTardi, Icon::Information);
+        return false;
+    }
+    if (FindFile(NellaLibreria(".lyk"))) {
+        Mostra(BranoGiaPresente, Icon::Exclamation);
+        return false;
+    }
+    if (!ImpedimentoNome(base_).empty()) {
+        Mostra(NomeBranoImpossibile, Icon::Exclamation);
+        return false;
+    }
+    return true;
+}
+
+fs::path ConversioneKar::NellaLibreria(const char* estensione) const {
+    return PathFromUtf8(libreria_.config.OpenDir) / PathFromUtf8(base_ + estensione);
+}
+
+/// False when the person gives up.
+bool ConversioneKar::SpostaNellaLibreria() {
+    const PuntatoreOccupato occupato(libreria_.eventi);
+    const auto copia = [this] {
+        return CopyFilesAtomically(
+            {{lyk_, NellaLibreria(".lyk")}, {mid_, ComeSiTrova(NellaLibreria(".mid"))}});
+    };
+    if (!Ritenta(copia, NonCopia) || !Ritenta([this] { return Elimina(lyk_); }, NonCopia) ||
+        !Ritenta([this] { return Elimina(mid_); }, NonCopia) ||
+        !Ritenta([this] { return Registra(); }, NonCopia)) {
+        return false;
+    }
+    CaricaIndice(libreria_);
+    parti_.lista.AggiornaLista();
+    for (std::int16_t p = libreria_.brani.NumBrani(); p > 0; --p) {
+        posizione_ = libreria_.brani.Brani(p).NomeFile == base_ ? p : posizione_;
+    }
+    return true;
+}
+
+/// Enters the song in the index.
+std::optional<Error> ConversioneKar::Registra() {
+    const Result<Intestazione> letta = LeggiIntestazione(NellaLibreria(".lyk"));
+    if (!letta) {
+        return letta.error();
+    }
+    ProfileFile indice(PercorsoIndice(libreria_.config.OpenDir));
+    ProfileFile::Batch lotto(indice);
+    // An entry that was left from a song whose name differs in letter case takes the new spelling.
+    (void)indice.Respell(SezioneBrani, base_);
+    ScriviBrano(indice, base_, letta->Titolo, letta->Autore, letta->Album);
+    return lotto.Commit();
+}
+
+/// Selects the imported song, removes what it was made of if the person wants it, and opens its
+/// properties.
+void ConversioneKar::Consegna() {
+    parti_.lista.SelezionaBrano(posizione_);
+    if (Mostra(RimuovereKar, Icon::Question, Buttons::YesNo) == Answer::Yes) {
+        if (const auto errore = Elimina(ComeSiTrova(directory_ / PathFromUtf8(base_ + ".kar")))) {
+            Mostra(errore->text, Icon::Exclamation);
+        }
+    }
+    parti_.ProprietaBrano();
+}
+
+}  // namespace
+
+void ConvertiKar(const Libreria& libreria, const PartiKar& parti) {
+    const std::vector<fs::path> scelti =
+        parti.dialoghi.ChooseFiles({.title = "Select KAR file to be converted",
+                                    .extension = "kar",
+                                    .name = "*.kar",
+                                    .directory = {},
+                                    .filters = {"MIDI Karaoke file (*.kar)", "MIDI file (*.mid)"}});
+    if (!scelti.empty()) {
+        ConversioneKar(libreria, parti, scelti.front()).Esegui();
+    }
+}
+
+}  // namespace sonnel

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "library/SincronizzaDB.h"
+#include "platform/CommonDialog.h"
+#include "platform/Environment.h"
+
+#include <functional>
+
+namespace sonnel {
+
+/// What the conversion of a karaoke file works with beside the library; all of it outlives it.
+struct PartiKar {
+    CommonDialog& dialoghi;
+    ListaBrani& lista;
+    Environment ambiente;                  ///< may set today's date, see DataOdierna
+    std::function<void()> ProprietaBrano;  ///< lets the person edit the song selected in the list
+};
+
+/// Lets the person choose a karaoke MIDI file, makes a song of it in the file's directory, and
+/// moves that song into the library if the person wants it. Message boxes ask and tell everything.
+/// A step that fails can be tried again; whatever was written or copied before the end stays.
+void ConvertiKar(const Libreria& libreria, const PartiKar& parti);
+
+}  // namespace sonnel
