@@ -122,7 +122,10 @@ ConversioneKar::ConversioneKar(const Libreria& libreria, const PartiKar& parti,
     base_ = FirstCodePoints(file, lunghezza - std::min(lunghezza, LunghezzaEstensione));
     kar_ = FoldCase(file).ends_with("kar");
     lyk_ = ComeSiTrova(directory_ / PathFromUtf8(base_ + ".lyk"));
-    mid_ = kar_ ? ComeSiTrova(directory_ / PathFromUtf8(base_ + ".mid")) : scelto;
+    // Only a MID file is the song's music itself; nothing else that was chosen is ever moved.
+    mid_ = FoldCase(file).ends_with(".mid")
+               ? scelto
+               : ComeSiTrova(directory_ / PathFromUtf8(base_ + ".mid"));
 }
 
 void ConversioneKar::Esegui() {

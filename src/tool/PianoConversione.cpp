@@ -46,10 +46,10 @@ void PianoConversione::ScegliUscite(Conversione& conversione) {
     conversione.copiaMid = !accanto || !HaEstensione(conversione.file, ".mid");
     conversione.lyk = directory / PathFromUtf8(base + ".lyk");
     conversione.mid = conversione.copiaMid ? directory / PathFromUtf8(base + ".mid") : origine;
-    const bool occupato = Occupato(cartella, conversione.lyk) ||
-                          (conversione.copiaMid && Occupato(cartella, conversione.mid));
-    if (occupato && !sovrascrivi_) {
-        const bool lyk = Occupato(cartella, conversione.lyk);
+    // Both are asked, so that both take over the spelling they have.
+    const bool lyk = Occupato(cartella, conversione.lyk);
+    const bool mid = conversione.copiaMid && Occupato(cartella, conversione.mid);
+    if ((lyk || mid) && !sovrascrivi_) {
         errore(Utf8FromPath(lyk ? conversione.lyk : conversione.mid) +
                " is there already and is kept; --force replaces it");
     }

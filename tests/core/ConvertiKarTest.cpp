@@ -78,6 +78,13 @@ TEST_F(ConvertiKarTest, AMidFileIsTheSongsMusicItself) {
     EXPECT_THAT(directory.Names(), ElementsAre("a.lyk", "a.mid", "sonnel.snl"));
 }
 
+TEST_F(ConvertiKarTest, AFileOfAnotherKindIsNeverMoved) {
+    Convert(other.Write("song.midi", Kar()), {Ok, Yes, Cancel});
+    EXPECT_THAT(Messages(), ElementsAre(kDone, kAdd, HasSubstr("while copying the file")));
+    EXPECT_TRUE(other.Names().contains("song.midi"));
+    EXPECT_TRUE(directory.Names().empty());
+}
+
 TEST_F(ConvertiKarTest, TellsWhyNoSongCameOfIt) {
     struct Case {
         std::string content;
