@@ -34,7 +34,7 @@ std::optional<std::string> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox
              Icon::Exclamation, std::string(TitoloMessaggi)});
         return std::nullopt;
     }
-    return "F=" + base;
+    return std::string(PrefissoFile) + base;
 }
 
 }  // namespace sonnel

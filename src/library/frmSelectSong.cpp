@@ -163,7 +163,9 @@ void frmSelectSong::mnuDataConvert_Click() {
 /// Runs a command while the window takes no input.
 void frmSelectSong::SenzaInput(const std::function<void()>& comando) {
     setEnabled(false);
-    Esegui(comando);
+    if (comando) {
+        comando();
+    }
     setEnabled(true);
     lstBrani->setFocus();
 }

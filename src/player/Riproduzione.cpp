@@ -1,5 +1,6 @@
 #include "player/Riproduzione.h"
 
+#include "library/ApriLykEsterno.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "player/FormattaTempo.h"
@@ -13,7 +14,6 @@ namespace {
 
 constexpr int IntervalloStato = 10;  // ms between the sequencer's reports
 constexpr double MillisecondiPerSecondo = 1000;
-constexpr std::string_view PrefissoFile = "F=";
 
 std::int32_t Secondi(std::int32_t millisecondi) {
     return RoundHalfEven<std::int32_t>(millisecondi / MillisecondiPerSecondo);

@@ -65,7 +65,8 @@ std::string CommandArgument(std::string_view argument) {
 bool Starts(const fs::path& file, const std::string& entry) {
     const Result<std::string> present = ReadFile(file);
     const std::size_t start = entry.find("\nExec=");
-    const std::size_t end = entry.find(" %f", start);
+    const std::size_t end =
+        entry.find("%f", start);  // behind the blank that ends the program's name
     return present && start != std::string::npos &&
            present->find(entry.substr(start, end - start)) != std::string::npos;
 }
