@@ -18,7 +18,9 @@ TEST(XdgFileType, InstallsOnlyWhatIsNotThere) {
     const fs::path data = home / "data of mine";
     EXPECT_TRUE(InstallXdgFileType(type, "/opt/sonnel", data));
     EXPECT_FALSE(InstallXdgFileType(type, "/opt/sonnel", data));
-    EXPECT_TRUE(InstallXdgFileType(type, "/opt/my songs/sonnel", data)) << "it has moved";
+    for (const char* moved : {"/opt/sonnel-2", "/opt/sonnel", "/opt/my songs/sonnel"}) {
+        EXPECT_TRUE(InstallXdgFileType(type, moved, data)) << moved;
+    }
     EXPECT_THAT(Content(data / "applications/sonnel.desktop"),
                 HasSubstr("\nExec=\"/opt/my songs/sonnel\" %f\nTryExec=/opt/my songs/sonnel\n"));
     EXPECT_THAT(Content(data / "mime/packages/sonnel.xml"), HasSubstr("application/x-sonnel-lyk"));

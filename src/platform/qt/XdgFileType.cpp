@@ -65,10 +65,9 @@ std::string CommandArgument(std::string_view argument) {
 bool Starts(const fs::path& file, const std::string& entry) {
     const Result<std::string> present = ReadFile(file);
     const std::size_t start = entry.find("\nExec=");
-    const std::size_t end =
-        entry.find("%f", start);  // behind the blank that ends the program's name
+    const std::size_t blank = entry.find(" %f\n", start);  // ends the program's name
     return present && start != std::string::npos &&
-           present->find(entry.substr(start, end - start)) != std::string::npos;
+           present->find(entry.substr(start, blank + 1 - start)) != std::string::npos;
 }
 
 bool WriteIfDifferent(const fs::path& file, std::string_view content) {
