@@ -106,6 +106,16 @@ void ConvertKar(benchmark::State& state, const std::string& bytes, bool write) {
     state.counters["conversions_per_second"] =
         benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
 }
+/// The same file copied, which is no less than reading it.
+void CopyKar(benchmark::State& state) {
+    const KarDirectory directory(BandFile());
+    for ([[maybe_unused]] auto iteration : state) {
+        std::filesystem::copy_file(directory / "song.kar", directory / "copy.kar",
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+}
+BENCHMARK(CopyKar)->Unit(benchmark::kMillisecond);
+
 BENCHMARK_CAPTURE(ConvertKar, band, BandFile(), false)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ConvertKar, words, WordsFile(), false)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ConvertKar, band_written, BandFile(), true)->Unit(benchmark::kMillisecond);

@@ -57,6 +57,8 @@ class Area : public CorniceParole {
     }
 
     DisegnoParole& Drawing() { return drawing_; }
+    /// Has so many pixels of its height painted anew as they are.
+    void Repaint(int height) { box_.update(0, 0, kWidth, height); }
     [[nodiscard]] const Config& Settings() const { return config_; }
     /// Brings the window up to date; false when there was nothing to do.
     [[nodiscard]] bool Show() const {
@@ -98,6 +100,21 @@ void DrawPage(benchmark::State& state) {
     }
 }
 BENCHMARK(DrawPage)->Unit(benchmark::kMillisecond);
+
+/// The least that either can take: the argument's part of the finished picture is brought to the
+/// window, so many pixels high.
+void Repaint(benchmark::State& state) {
+    Area area;
+    area.Drawing().MostraPagina(kPage);
+    (void)area.Show();
+    for ([[maybe_unused]] auto iteration : state) {
+        area.Repaint(static_cast<int>(state.range(0)));
+        if (!area.Show()) {
+            state.SkipWithError("nothing was painted");
+        }
+    }
+}
+BENCHMARK(Repaint)->Arg(kHeight)->Arg(kHeight / kLines)->Unit(benchmark::kMillisecond);
 
 /// The counts of a line's colour events: one at the end of each of its words.
 std::vector<std::int32_t> WordEnds(std::int64_t line) {

@@ -202,6 +202,37 @@ std::vector<std::int32_t> Lateness(Player& player, std::chrono::seconds time) {
     return late;
 }
 
+/// The share of the turns of a bare timer that come within 20 ms, while every core is busy: the
+/// machine gives no words in time that such a timer would not.
+void TimerInTime(benchmark::State& state) {
+    constexpr std::chrono::seconds Time(20);
+    constexpr std::chrono::milliseconds Pace(20);
+    constexpr std::chrono::milliseconds Most(20);
+    const Load load;
+    for ([[maybe_unused]] auto iteration : state) {
+        int turns = 0;
+        int inTime = 0;
+        auto due = std::chrono::steady_clock::now() + Pace;
+        QEventLoop loop;
+        QTimer timer;
+        timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
+            const auto now = std::chrono::steady_clock::now();
+            ++turns;
+            inTime += now - due <= Most ? 1 : 0;
+            due = now + Pace;
+        });
+        QTimer end;
+        QObject::connect(&end, &QTimer::timeout, &loop, &QEventLoop::quit);
+        timer.start(Pace);
+        end.start(Time);
+        loop.exec();
+        state.SetIterationTime(static_cast<double>(Time.count()));
+        state.counters["in_time_percent"] = 100.0 * inTime / turns;
+    }
+}
+BENCHMARK(TimerInTime)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+
 /// The share of words that are on the screen within 20 ms, while every core is busy.
 void WordsInTime(benchmark::State& state) {
     constexpr std::chrono::seconds Time(60);

@@ -10,6 +10,9 @@
 #include "settings/Config.h"
 
 #include <QApplication>
+#include <QListView>
+#include <QStringListModel>
+#include <algorithm>
 #include <array>
 #include <random>
 #include <string>
@@ -73,6 +76,28 @@ void FillList(benchmark::State& state) {
     }
 }
 BENCHMARK(FillList)->Arg(10000)->Arg(32000)->Unit(benchmark::kMillisecond);
+
+/// The least that can take: as many ready lines sorted by their bytes and shown by a plain list.
+void FillPlainList(benchmark::State& state) {
+    std::mt19937 random(1);  // NOLINT(bugprone-random-generator-seed): the same every time
+    QStringList lines;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        lines.append(QString::fromStdString(Words(random, 3) + " - " + Words(random, 2)));
+    }
+    QStringListModel model;
+    QListView list;
+    list.setUniformItemSizes(true);
+    list.setModel(&model);
+    list.resize(640, 480);
+    list.show();
+    for ([[maybe_unused]] auto iteration : state) {
+        QStringList sorted = lines;
+        std::sort(sorted.begin(), sorted.end());
+        model.setStringList(sorted);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(FillPlainList)->Arg(10000)->Arg(32000)->Unit(benchmark::kMillisecond);
 
 /// Letters that only a line near the end, or none, begins with.
 void FirstLetters(benchmark::State& state) {

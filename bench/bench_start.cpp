@@ -12,27 +12,47 @@ namespace {
 
 using namespace sonnel::test;
 
-/// The lyrics area is painted, in a colour that is nowhere else on the screen.
-bool Shown(const Player& player) {
-    const auto pixels = player.screen.Grab();
-    return std::count(pixels.begin(), pixels.end(), Player::kBackground) > 10'000;
+/// Takes the time until something large is painted in the colour of the lyrics area, which is
+/// nowhere else on the screen.
+void TimeUntilShown(benchmark::State& state, const Screen& screen, Clock::time_point started) {
+    const auto shown = [&] {
+        const auto pixels = screen.Grab();
+        return std::count(pixels.begin(), pixels.end(), Player::kBackground) > 10'000;
+    };
+    std::chrono::duration<double> took(0);
+    bool found = shown();
+    while (!found && took < std::chrono::seconds(10)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        found = shown();
+        took = Clock::now() - started;
+    }
+    if (!found) {
+        state.SkipWithError("no window came");
+    }
+    state.SetIterationTime(took.count());
 }
 
 /// With a song on the command line, which leaves out the pause for the splash.
 void StartToWindow(benchmark::State& state) {
     for ([[maybe_unused]] auto iteration : state) {
-        Player player("Twinkle Twinkle");
-        std::chrono::duration<double> took(0);
-        while (!Shown(player) && took < std::chrono::seconds(10)) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            took = Clock::now() - player.started;
-        }
-        if (!Shown(player)) {
-            state.SkipWithError("no window came");
-        }
-        state.SetIterationTime(took.count());
+        const Player player("Twinkle Twinkle");
+        TimeUntilShown(state, player.screen, player.started);
     }
 }
 BENCHMARK(StartToWindow)->Iterations(10)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+/// The least that can take: a program of the same library that has one empty window.
+void StartBareWindow(benchmark::State& state) {
+    const TempDirectory home;
+    for ([[maybe_unused]] auto iteration : state) {
+        const Screen screen;
+        const auto started = Clock::now();
+        const Process program({"env", "DISPLAY=" + screen.Display(), "QT_QPA_PLATFORM=xcb",
+                               "HOME=" + home.Path().string(), SONNEL_BARE_WINDOW},
+                              home / "bare.log");
+        TimeUntilShown(state, screen, started);
+    }
+}
+BENCHMARK(StartBareWindow)->Iterations(10)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
