@@ -11,8 +11,8 @@ target_compile_definitions(sonnel_options INTERFACE
 
 if(SONNEL_SANITIZE)
     target_compile_options(sonnel_options INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_link_options(sonnel_options INTERFACE -fsanitize=address,undefined)
+        -fsanitize=${SONNEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(sonnel_options INTERFACE -fsanitize=${SONNEL_SANITIZE})
 endif()
 if(SONNEL_FUZZ)
     target_compile_options(sonnel_options INTERFACE
