@@ -106,6 +106,13 @@ void frmInfoBrano::Disponi() {
     txtTitolo->setFocus();
 }
 
+void frmInfoBrano::setVisible(bool visible) {
+    QDialog::setVisible(visible);
+    // The focus has selected the title from its beginning, which scrolls a long one to its end.
+    const auto lunghezza = static_cast<int>(txtTitolo->text().size());
+    txtTitolo->setSelection(lunghezza, -lunghezza);
+}
+
 // The state
 
 void frmInfoBrano::Form_Load() {

@@ -36,6 +36,7 @@ class frmInfoBrano final : public QDialog {
     void cmdAnnulla_Click();
     /// Escape and the frame end the window as Cancel does.
     void reject() override;
+    void setVisible(bool visible) override;
 
   private:
     QWidget* CreaAlbum();

@@ -73,9 +73,10 @@ struct frmInfoBranoTest : ::testing::Test, SongLibrary {
         field->insert(text);
         QTest::keyClick(field, Qt::Key_Tab);
     }
-    void TypeTitle(const QString& text) const {
-        Type(text, window->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)[1]);
+    QLineEdit* Title() const {
+        return window->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)[1];
     }
+    void TypeTitle(const QString& text) const { Type(text, Title()); }
     void TypeAlbum(const QString& text) const { Type(text, Box()->lineEdit()); }
     /// Goes to an entry with the arrow keys.
     void Pick(const QString& album) const {
@@ -91,6 +92,7 @@ struct frmInfoBranoTest : ::testing::Test, SongLibrary {
 TEST_F(frmInfoBranoTest, EnablesWhatCanBeDoneAndCancelWritesNothing) {
     const std::string index = Index();
     Edit([&] {
+        EXPECT_TRUE(Title()->hasSelectedText() && Title()->cursorPosition() == 0);
         EXPECT_EQ(Albums() + Usable(), "<None> Hits Old - Hits&Delete&Cancel");
         TypeTitle("New");
         EXPECT_EQ(Usable(), "&Delete&Ok&Cancel");
