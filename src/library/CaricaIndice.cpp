@@ -34,8 +34,11 @@ constexpr std::string_view SenzaIndice =
     "\"Update index\" from the File menu.";
 
 Answer Avvisa(const Libreria& libreria, std::string_view testo, Buttons bottoni) {
-    return libreria.msgBox.Show(
+    const Pointer mostrato = libreria.eventi.SetPointer(Pointer::Normal);
+    const Answer risposta = libreria.msgBox.Show(
         {std::string(testo), Icon::Exclamation, std::string(TitoloMessaggi), bottoni});
+    libreria.eventi.SetPointer(mostrato);
+    return risposta;
 }
 
 /// Whether the directory is there and can be listed.
