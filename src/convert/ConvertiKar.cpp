@@ -10,8 +10,7 @@
 #include "ui/PuntatoreOccupato.h"
 #include "ui/Titoli.h"
 
-#include <algorithm>
-#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -24,8 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t LunghezzaEstensione = 4;  // characters, the dot included
-
 constexpr const char* DirectoryDelDatabase =
     "You can't convert KAR stored in the same directory of the karaoke database! Move the files to "
     "be converted to another directory before trying again: Sonnel Player will automatically copy "
@@ -33,19 +30,16 @@ constexpr const char* DirectoryDelDatabase =
 constexpr const char* Sovrascrivere = "The LYK file aready exists: do you want to overwrite it?";
 constexpr const char* NonApre =
     "Warning! An error occured while opening the file to be converted (the file is currently "
-    "opened "
-    "by another application?). Correct the problem and click on Retry, or click on Cancel to abort "
-    "the conversion.";
+    "opened by another application?). Correct the problem and click on Retry, or click on Cancel "
+    "to abort the conversion.";
 constexpr const char* NonScrive =
     "Warning! An error occured while writing to LYK file (disk full?). Correct the problem and "
-    "click "
-    "on Retry, or click on Cancel to abort the conversion.";
+    "click on Retry, or click on Cancel to abort the conversion.";
 constexpr const char* Completata =
     "Conversion completed. both the LYK and MID files have been stored in the same directory where "
     "the corresponding KAR resides.\r\n\r\n"
     "Please note not all KAR songs can be correctly converted, sometimes it is necessary to "
-    "manually "
-    "edit LYK files (using Notepad or, better, a LYK editor).";
+    "manually edit LYK files (using Notepad or, better, a LYK editor).";
 constexpr const char* Aggiungere = "Do you want to add the converted song to the current database?";
 constexpr const char* PiuTardi =
     "Remember you can import it later using the \"Add a song\" button of the sng selecion panel.";
@@ -82,6 +76,19 @@ std::optional<Error> Elimina(const fs::path& file) {
                  "Can't delete the file " + Utf8FromPath(file) + ": " + errore.message() + "."};
 }
 
+/// Opens the named file and reads its tempos.
+std::optional<Error> Apri(Midifile& midifile, std::optional<BaseTempi>& tempi) {
+    if (auto errore = midifile.SetAction(MidifileAction::Open)) {
+        return errore;
+    }
+    const Result<BaseTempi> letti = BaseTempi::Leggi(midifile);
+    if (!letti) {
+        return letti.error();
+    }
+    tempi = *letti;
+    return std::nullopt;
+}
+
 /// The conversion of one file.
 class ConversioneKar {
   public:
@@ -93,10 +100,11 @@ class ConversioneKar {
     [[nodiscard]] bool FaiLyk();
     [[nodiscard]] bool FaiMid();
     [[nodiscard]] bool VuoleAggiungere();
-    [[nodiscard]] bool SpostaNellaLibreria();
+    [[nodiscard]] std::int16_t SpostaNellaLibreria();
     [[nodiscard]] std::optional<Error> Registra();
-    void Consegna();
+    void Consegna(std::int16_t posizione);
 
+    [[nodiscard]] fs::path Accanto(const char* estensione) const;
     [[nodiscard]] fs::path NellaLibreria(const char* estensione) const;
     Answer Mostra(std::string testo, Icon icona, Buttons pulsanti = Buttons::Ok,
                   int predefinito = 1);
@@ -108,24 +116,28 @@ class ConversioneKar {
     fs::path scelto_;
     fs::path directory_;
     std::string base_;
-    bool kar_;  ///< the music has to be copied: the file chosen is not the song's MID file itself
+    bool kar_ =
+        false;  ///< the music has to be copied: the file chosen is not the song's MID file itself
     fs::path lyk_;
     fs::path mid_;
-    std::int16_t posizione_ = 0;  ///< of the imported song
 };
 
 ConversioneKar::ConversioneKar(const Libreria& libreria, const PartiKar& parti,
                                const fs::path& scelto)
     : libreria_(libreria), parti_(parti), scelto_(scelto), directory_(scelto.parent_path()) {
-    const std::string file = Utf8FromPath(scelto.filename());
-    const std::size_t lunghezza = CodePoints(file);
-    base_ = FirstCodePoints(file, lunghezza - std::min(lunghezza, LunghezzaEstensione));
-    kar_ = FoldCase(file).ends_with("kar");
-    lyk_ = ComeSiTrova(directory_ / PathFromUtf8(base_ + ".lyk"));
-    // Only a MID file is the song's music itself; nothing else that was chosen is ever moved.
-    mid_ = FoldCase(file).ends_with(".mid")
-               ? scelto
-               : ComeSiTrova(directory_ / PathFromUtf8(base_ + ".mid"));
+    const std::string percorso = Utf8FromPath(scelto);
+    base_ = Utf8FromPath(PathFromUtf8(WithoutExtension(percorso)).filename());
+    kar_ = FoldCase(percorso).ends_with("kar");
+    lyk_ = Accanto(".lyk");
+    mid_ = Accanto(".mid");
+}
+
+/// The file of the song's name and this extension in the source directory: the chosen file itself
+/// when it has the extension, however that is spelled.
+fs::path ConversioneKar::Accanto(const char* estensione) const {
+    return FoldCase(Utf8FromPath(scelto_)).ends_with(estensione)
+               ? scelto_
+               : ComeSiTrova(directory_ / PathFromUtf8(base_ + estensione));
 }
 
 void ConversioneKar::Esegui() {
@@ -133,8 +145,9 @@ void ConversioneKar::Esegui() {
         return;
     }
     Mostra(Completata, Icon::Information);
-    if (VuoleAggiungere() && SpostaNellaLibreria() && posizione_ > 0) {
-        Consegna();
+    const std::int16_t posizione = VuoleAggiungere() ? SpostaNellaLibreria() : std::int16_t{0};
+    if (posizione > 0) {
+        Consegna(posizione);
     }
 }
 
@@ -168,20 +181,11 @@ bool ConversioneKar::PuoIniziare() {
 
 /// Opens the file, extracts its words and writes them. False when there is no song in the end.
 bool ConversioneKar::FaiLyk() {
+    PuntatoreOccupato occupato(libreria_.eventi);
     Midifile midifile;
     midifile.SetFileName(scelto_);
     std::optional<BaseTempi> tempi;
-    const auto apri = [&]() -> std::optional<Error> {
-        if (auto errore = midifile.SetAction(MidifileAction::Open)) {
-            return errore;
-        }
-        const Result<BaseTempi> letti = BaseTempi::Leggi(midifile);
-        if (!letti) {
-            return letti.error();
-        }
-        tempi = *letti;
-        return std::nullopt;
-    };
+    const auto apri = [&] { return Apri(midifile, tempi); };
     if (!Ritenta(apri, [](const Error&) { return NonApre; })) {
         return false;
     }
@@ -190,6 +194,7 @@ bool ConversioneKar::FaiLyk() {
     if (!Ritenta(scrivi, [](const Error&) { return NonScrive; })) {
         return false;
     }
+    occupato.Ripristina();
     if (parole.Errore) {
         Mostra(NonConverte(*parole.Errore), Icon::Critical);
     } else if (!parole.Accettata()) {
@@ -222,8 +227,8 @@ fs::path ConversioneKar::NellaLibreria(const char* estensione) const {
     return PathFromUtf8(libreria_.config.OpenDir) / PathFromUtf8(base_ + estensione);
 }
 
-/// False when the person gives up.
-bool ConversioneKar::SpostaNellaLibreria() {
+/// The song's position in the table; 0 when the person gives up.
+std::int16_t ConversioneKar::SpostaNellaLibreria() {
     const PuntatoreOccupato occupato(libreria_.eventi);
     const auto copia = [this] {
         return CopyFilesAtomically(
@@ -232,14 +237,17 @@ bool ConversioneKar::SpostaNellaLibreria() {
     if (!Ritenta(copia, NonCopia) || !Ritenta([this] { return Elimina(lyk_); }, NonCopia) ||
         !Ritenta([this] { return Elimina(mid_); }, NonCopia) ||
         !Ritenta([this] { return Registra(); }, NonCopia)) {
-        return false;
+        return 0;
     }
     CaricaIndice(libreria_);
     parti_.lista.AggiornaLista();
+    std::int16_t trovata = 0;
     for (std::int16_t p = libreria_.brani.NumBrani(); p > 0; --p) {
-        posizione_ = libreria_.brani.Brani(p).NomeFile == base_ ? p : posizione_;
+        if (libreria_.brani.Brani(p).NomeFile == base_) {
+            trovata = p;
+        }
     }
-    return true;
+    return trovata;
 }
 
 /// Enters the song in the index.
@@ -258,10 +266,10 @@ std::optional<Error> ConversioneKar::Registra() {
 
 /// Selects the imported song, removes what it was made of if the person wants it, and opens its
 /// properties.
-void ConversioneKar::Consegna() {
-    parti_.lista.SelezionaBrano(posizione_);
+void ConversioneKar::Consegna(std::int16_t posizione) {
+    parti_.lista.SelezionaBrano(posizione);
     if (Mostra(RimuovereKar, Icon::Question, Buttons::YesNo) == Answer::Yes) {
-        if (const auto errore = Elimina(ComeSiTrova(directory_ / PathFromUtf8(base_ + ".kar")))) {
+        if (const auto errore = Elimina(Accanto(".kar"))) {
             Mostra(errore->text, Icon::Exclamation);
         }
     }

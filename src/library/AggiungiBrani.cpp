@@ -8,7 +8,6 @@
 #include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <system_error>
@@ -20,7 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t Buffer = 8192;  // characters of the dialog's answer, its closing NUL included
-constexpr std::size_t LunghezzaEstensione = 4;  // characters, the dot included
 
 constexpr const char* TroppiFile =
     "Warning: you have selected too many files! Try again selecting fewer files to add.";
@@ -93,10 +91,7 @@ int Importazione::Esegui(const std::vector<fs::path>& scelti) {
 
 /// Imports the song of a chosen file, or tells why not. False when the import cannot go on.
 bool Importazione::Aggiungi(const fs::path& scelto) {
-    const std::string file = Utf8FromPath(scelto.filename());
-    const std::size_t lunghezza = CodePoints(file);
-    const std::string nome(
-        FirstCodePoints(file, lunghezza - std::min(lunghezza, LunghezzaEstensione)));
+    const std::string nome = WithoutExtension(Utf8FromPath(scelto.filename()));
     const auto mid = FindFile(origine_ / PathFromUtf8(nome + ".mid"));
     if (!mid) {
         Avvisa(MancaMid, nome);

@@ -1,23 +1,9 @@
 #include "library/ApriLykEsterno.h"
 
 #include "platform/Files.h"
-#include "platform/Text.h"
 #include "ui/Titoli.h"
 
-#include <algorithm>
-
 namespace sonnel {
-namespace {
-
-constexpr std::size_t LunghezzaEstensione = 4;  // characters, the dot included
-
-std::string SenzaEstensione(const std::string& percorso) {
-    const std::size_t lunghezza = CodePoints(percorso);
-    return std::string(
-        FirstCodePoints(percorso, lunghezza - std::min(lunghezza, LunghezzaEstensione)));
-}
-
-}  // namespace
 
 std::optional<std::string> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox) {
     const auto scelti = dialoghi.ChooseFiles(
@@ -25,7 +11,7 @@ std::optional<std::string> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox
     if (scelti.empty()) {
         return std::nullopt;
     }
-    const std::string base = SenzaEstensione(Utf8FromPath(scelti.front()));
+    const std::string base = WithoutExtension(Utf8FromPath(scelti.front()));
     if (!FindFile(PathFromUtf8(base + ".mid"))) {
         msgBox.Show(
             {"Can't load the selected song: MID file missing!\r\n"

@@ -93,6 +93,12 @@ std::string Utf8FromPath(const fs::path& path) {
 #endif
 }
 
+std::string WithoutExtension(std::string_view path) {
+    constexpr std::size_t Extension = 4;
+    const std::size_t length = CodePoints(path);
+    return std::string(FirstCodePoints(path, length - std::min(length, Extension)));
+}
+
 bool HasNul(const fs::path& path) {
     return path.native().find(fs::path::value_type{}) != fs::path::string_type::npos;
 }

@@ -17,6 +17,10 @@ namespace sonnel {
 [[nodiscard]] std::filesystem::path PathFromUtf8(std::string_view text);
 [[nodiscard]] std::string Utf8FromPath(const std::filesystem::path& path);
 
+/// A path without its last four characters: the program's files have a dot and three letters
+/// there, and whatever else stands there goes all the same.
+[[nodiscard]] std::string WithoutExtension(std::string_view path);
+
 /// Whether a path holds a NUL character, which the system would take for its end.
 [[nodiscard]] bool HasNul(const std::filesystem::path& path);
 
