@@ -6,8 +6,9 @@
 
 namespace sonnel {
 
-/// A file beside the one it is to become, removed again unless it was renamed to that. What can
-/// fail returns 0 or the system's error number.
+/// A file beside the one it is to become, removed again unless it was renamed to that. It is locked
+/// for as long as it lives, so that what a crash leaves can be told from a file that is being
+/// written. What can fail returns 0 or the system's error number.
 class TemporaryFile {
   public:
     TemporaryFile() = default;
@@ -15,7 +16,8 @@ class TemporaryFile {
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
-    /// Makes a new file in the directory, by a name that nothing has.
+    /// Makes a new file in the directory, by a name that nothing has, and removes files there that
+    /// others have left by such names when they were killed.
     int Create(const std::filesystem::path& directory);
     /// Makes a new file by this name, in place of a file that a crash left there.
     int CreateAs(const std::filesystem::path& path);
@@ -30,8 +32,10 @@ class TemporaryFile {
 
   private:
     int Open(const std::filesystem::path& path);
+    [[nodiscard]] bool Lock(const std::filesystem::path& path);
 
     std::FILE* file_ = nullptr;
+    int lock_ = -1;
     std::filesystem::path path_;
 };
 
