@@ -64,8 +64,9 @@ inline constexpr std::size_t MaxFileSize = std::size_t{1} << 30U;
 /// Replaces a file's content, or makes the file: written beside it, flushed, renamed, so that a
 /// crash at any moment leaves the old or the new file whole. The permissions of an existing file
 /// are kept, and a symbolic link stays one: its target is written. A write-protected file is not
-/// replaced. On failure the old file stays and nothing is left behind; the error's number is the
-/// system's and its text a sentence with the file's name and the reason.
+/// replaced. On failure the old file stays and nothing is left behind; what a crash leaves goes
+/// with the next write in that directory. The error's number is the system's and its text a
+/// sentence with the file's name and the reason.
 [[nodiscard]] std::optional<Error> WriteFileAtomically(const std::filesystem::path& path,
                                                        std::string_view content);
 
@@ -87,7 +88,8 @@ struct FileToCopy {
 };
 /// Copies the content and time stamp of files, replacing files as WriteFileAtomically does. All
 /// copies are written and flushed before the first takes its place, in the order given: what
-/// cannot be read or finds no room changes nothing. A crash leaves whole files only.
+/// cannot be read or finds no room changes nothing. When one cannot take its place, those before it
+/// that replaced no file are gone again. A crash leaves whole files only.
 [[nodiscard]] std::optional<Error> CopyFilesAtomically(const std::vector<FileToCopy>& files);
 
 }  // namespace sonnel

@@ -4,6 +4,7 @@
 #include "platform/SystemError.h"
 #include "platform/TemporaryFile.h"
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <initializer_list>
@@ -118,6 +119,8 @@ class PreparedCopy {
     explicit PreparedCopy(const FileToCopy& copy) : copy_(copy) {}
     std::optional<Error> Prepare();
     std::optional<Error> TakePlace();
+    /// Gives up a place that nothing had before.
+    void Withdraw() const;
 
   private:
     std::optional<Error> CopyContent(FileReader& source);
@@ -181,6 +184,13 @@ std::optional<Error> PreparedCopy::TakePlace() {
     }
     FlushDirectory(target_.Directory());
     return std::nullopt;
+}
+
+void PreparedCopy::Withdraw() const {
+    if (target_.permissions == fs::perms::unknown) {
+        std::error_code error;
+        fs::remove(target_.path, error);
+    }
 }
 
 /// Puts the file in its target's place and keeps the target under another name meanwhile, so that
@@ -252,8 +262,9 @@ std::optional<Error> CopyFilesAtomically(const std::vector<FileToCopy>& files) {
             return error;
         }
     }
-    for (PreparedCopy& copy : copies) {
-        if (std::optional<Error> error = copy.TakePlace()) {
+    for (auto copy = copies.begin(); copy != copies.end(); ++copy) {
+        if (std::optional<Error> error = copy->TakePlace()) {
+            std::for_each(copies.begin(), copy, [](const PreparedCopy& c) { c.Withdraw(); });
             return error;
         }
     }
