@@ -231,8 +231,9 @@ fs::path ConversioneKar::NellaLibreria(const char* estensione) const {
 std::int16_t ConversioneKar::SpostaNellaLibreria() {
     const PuntatoreOccupato occupato(libreria_.eventi);
     const auto copia = [this] {
+        // The words come last: with them alone there the song could not be brought in again.
         return CopyFilesAtomically(
-            {{lyk_, NellaLibreria(".lyk")}, {mid_, ComeSiTrova(NellaLibreria(".mid"))}});
+            {{mid_, ComeSiTrova(NellaLibreria(".mid"))}, {lyk_, NellaLibreria(".lyk")}});
     };
     if (!Ritenta(copia, NonCopia) || !Ritenta([this] { return Elimina(lyk_); }, NonCopia) ||
         !Ritenta([this] { return Elimina(mid_); }, NonCopia) ||
