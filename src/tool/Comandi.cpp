@@ -154,7 +154,7 @@ int Grammatica::Esegui(int argc, const char* const* argv) {
     try {
         app_.parse(argc, argv);
     } catch (const CLI::ParseError& errore) {
-        return app_.exit(errore) == 0 ? 0 : UsoSbagliato;
+        return app_.exit(errore) == 0 ? uscite_.Concludi(forma_) : UsoSbagliato;
     }
     if (riga_.json) {
         uscite_.UsaJson();

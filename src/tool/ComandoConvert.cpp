@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
 #include <iterator>
+#include <system_error>
 
 namespace sonnel {
 namespace {
@@ -52,6 +54,9 @@ void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascriv
     if (lavoro.copiaMid) {
         if (const auto errore = CopyFilesAtomically({{PathFromUtf8(lavoro.file), lavoro.mid}})) {
             esito.errore = errore->text;
+            // Words that are new would stand in the way of another attempt.
+            std::error_code ignorato;
+            esito.lykScritto = sovrascrivi || !std::filesystem::remove(lavoro.lyk, ignorato);
             return;
         }
     }

@@ -44,7 +44,12 @@ bool Ricostruisci(const Libreria& libreria, std::vector<std::string>& messaggi) 
     if (!EsisteIndice(libreria.config.OpenDir)) {
         // A library without songs has an index all the same.
         ProfileFile indice(PercorsoIndice(libreria.config.OpenDir));
+        ProfileFile::Batch lotto(indice);
         CreaIndice(indice);
+        if (auto errore = lotto.Commit()) {
+            messaggi.push_back(std::move(errore->text));
+            return false;
+        }
     }
     return true;
 }

@@ -73,6 +73,13 @@ TEST_F(ToolTest, WrongUsageIsToldWithTheUsageLine) {
     }
 }
 
+TEST_F(ToolTest, AFullDiskIsToldOf) {
+    for (const char* command : {"--version", "convert --help", "midi --json a.mid", "index . --json"}) {
+        EXPECT_EQ(Run(std::string(command) + " 2>&1 >/dev/full | grep -q \"Can't write\" #"), 0)
+            << command;
+    }
+}
+
 TEST_F(ToolTest, ABadFileIsNamedAndTheOthersAreDone) {
     fs::create_directory(folder / "d.lyk");
     fs::create_directory(folder / "d.mid");
@@ -264,6 +271,8 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
     folder.Write("b.MID", Kar());
     folder.Write("no.kar", noKaraoke);
     folder.Write("bad.kar", "no MIDI");
+    folder.Write("half.kar", Kar());
+    fs::create_directory(folder / "half.mid");  // where the music cannot go
     folder.Write("kept.kar", Kar());
     folder.Write("KEPT.lyk", "mine");
     folder.Write("a.mid.txt", "");
@@ -271,10 +280,11 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
     fs::create_directory(folder / "sub");
     folder.Write("sub/a.kar", Kar());
     const auto before = folder.Names();
-    const json all = Json("convert a.kar b.MID no.kar bad.kar kept.kar ./a.kar a.mid.txt", 1);
+    const json all =
+        Json("convert a.kar b.MID no.kar bad.kar half.kar kept.kar ./a.kar a.mid.txt", 1);
     const std::vector<std::tuple<bool, std::string, std::string>> wanted{
         {true, "a.lyk", "a.mid"}, {true, "b.lyk", "b.MID"}, {false, "no.lyk", ""}, {false, "", ""},
-        {false, "", ""},          {false, "", ""},          {false, "", ""}};
+        {false, "", ""},          {false, "", ""},          {false, "", ""},       {false, "", ""}};
     ASSERT_EQ(all.size(), wanted.size());
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         EXPECT_EQ(std::tuple(all[i]["ok"].get<bool>(), all[i]["lyk"], all[i]["mid"]),
