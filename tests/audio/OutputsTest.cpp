@@ -1,11 +1,14 @@
 #include "fakes/TempDirectory.h"
+#include "fakes/TracedProcess.h"
 #include "platform/audio/UscitaPredefinita.h"
 #include "platform/audio/UscitaWav.h"
 
 #include <atomic>
 #include <chrono>
 #include <cstring>
+#include <iostream>
 #include <memory>
+#include <sstream>
 #include <thread>
 #include <utility>
 
@@ -103,6 +106,35 @@ TEST(WavFile, SaysWhyItCannotBeWritten) {
         ASSERT_TRUE(error);
         EXPECT_EQ(error->text,
                   "The sound file \"" + std::string(path) + "\" cannot be written: " + reason);
+    }
+}
+
+TEST(WavFile, KilledOrOnAFullDiskIsWholeAsFarAsItGoes) {
+    const TempDirectory folder;
+    const auto wav = folder / "song.wav";
+    const auto record = [&] {
+        std::ostringstream said;
+        std::cerr.rdbuf(said.rdbuf());
+        WavFile file(wav);
+        const bool begun = !file.Begin(8000);
+        for (int piece = 0; begun && piece < 3; ++piece) {
+            file.Take(std::vector<float>(6000, 0.5F));
+        }
+        file.End();
+        return begun && said.str().empty();
+    };
+    const auto isWhole = [&] {
+        const std::string bytes = Content(wav);
+        const std::size_t promised = bytes.size() < 44 ? 0 : Number(bytes, 40);
+        EXPECT_TRUE(promised == 0 || 44 + promised <= bytes.size());
+        return promised == 36000;
+    };
+    for (TracedProcess process(record); process.Step();) {
+        isWhole();  // as far as it goes, after a crash here
+    }
+    EXPECT_TRUE(isWhole());
+    for (int call = 0; const auto status = OnFullDisk(call, record); ++call) {
+        EXPECT_TRUE(*status == 1 || (*status == 0 && isWhole())) << "untold at " << call;
     }
 }
 

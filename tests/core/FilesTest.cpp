@@ -1,4 +1,3 @@
-#include "fakes/FileSizeLimit.h"
 #include "fakes/TempDirectory.h"
 #include "platform/Files.h"
 
@@ -128,19 +127,6 @@ TEST(WriteFileAtomically, LeavesTheOldFileWhenItFails) {
     }
     EXPECT_EQ(Content(directory / "song"), "old");
     EXPECT_THAT(directory.Names(), ElementsAre("folder", "loop", "song"));
-}
-
-TEST(WriteFileAtomically, LeavesTheOldFileWhenTheDiskIsFull) {
-    const TempDirectory directory;
-    directory.Write("song", "old");
-    for (const std::size_t size : {std::size_t{1000}, std::size_t{1'000'000}}) {
-        const FileSizeLimit limit(500);
-        const auto error = WriteFileAtomically(directory / "song", std::string(size, 'x'));
-        ASSERT_TRUE(error);
-        EXPECT_EQ(error->number, EFBIG);
-    }
-    EXPECT_EQ(Content(directory / "song"), "old");
-    EXPECT_THAT(directory.Names(), ElementsAre("song"));
 }
 
 }  // namespace

@@ -1,4 +1,3 @@
-#include "fakes/KilledAfter.h"
 #include "fakes/SongLibrary.h"
 #include "library/AggiornaIndice.h"
 #include "library/SincronizzaDB.h"
@@ -137,16 +136,6 @@ TEST_F(LibreriaTest, ARebuildPassesOverWhatItCannotIndex) {
                             HasSubstr("/h.LYK: another song's name")));
 }
 
-TEST_F(LibreriaTest, ARebuildThatCannotWriteLeavesTheIndex) {
-    Lyk("a.lyk", "*TINew\r\n");
-    const std::string before = "[Songs]\r\ngone=Gone||?\r\na=Old||?\r\n";
-    Index(before);
-    fs::permissions(directory / "sonnel.snl", fs::perms::owner_read);
-    EXPECT_TRUE(AggiornaIndice(libreria).errore);
-    EXPECT_EQ(Index(), before);
-    EXPECT_THAT(Table(), ElementsAre("a=Old||?"));
-}
-
 TEST_F(LibreriaTest, TheCommandsKeepTheSelectionByPosition) {
     Lyk("a.lyk");
     Index("[Songs]\r\ngone=||?\r\n");
@@ -173,27 +162,6 @@ TEST_F(LibreriaTest, TheCommandsKeepTheSelectionByPosition) {
     RileggiDB(libreria, windows);
     EXPECT_THAT(windows.log, ElementsAre("busy", "list", "normal"));
     EXPECT_THAT(Table(), ElementsAre("a=||?"));
-}
-
-TEST_F(LibreriaTest, ARebuildKilledAtAnyMomentLeavesAWholeIndex) {
-    Lyk("a.lyk", "*TITitle\r\n*ALHits\r\n");
-    Lyk("b.lyk");
-    const std::string before = "[Songs]\r\ngone=Gone||?\r\n";
-    const std::string after = "[Songs]\r\na=Title||Hits\r\nb=||?\r\n[Album]\r\nHits=|\r\n?=|\r\n";
-    int old = 0;
-    int moments = 0;
-    for (bool killed = true; killed; ++moments) {
-        Index(before);
-        killed = KilledAfter(moments, [this] { (void)AggiornaIndice(libreria); });
-        const std::string index = Index();
-        old += index == before ? 1 : 0;
-        fs::remove(directory / ".sonnel-0.tmp");
-        ASSERT_THAT(directory.Names(), ElementsAre("a.lyk", "b.lyk", "sonnel.snl"));
-        ASSERT_TRUE(index == before || index == after) << "after " << moments << ": " << index;
-    }
-    EXPECT_EQ(Index(), after);
-    EXPECT_GT(old, 20);
-    EXPECT_GT(moments - old, 2) << "killed after the new index was in place, too";
 }
 
 }  // namespace

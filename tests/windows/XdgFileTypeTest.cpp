@@ -1,4 +1,4 @@
-#include "fakes/TempDirectory.h"
+#include "fakes/WritingTrial.h"
 #include "platform/qt/XdgFileType.h"
 
 #include <string>
@@ -38,6 +38,17 @@ TEST(XdgFileType, WritesWhatItCan) {
     EXPECT_TRUE(InstallXdgFileType(LykFileType(), "/opt/sonnel", home.Path()));
     EXPECT_FALSE(InstallXdgFileType(LykFileType(), "/opt/sonnel", home.Path()));
     EXPECT_TRUE(fs::exists(home / "mime/packages/sonnel.xml"));
+}
+
+TEST(XdgFileType, LeavesWholeFilesWhenItIsKilledAndOnAFullDisk) {
+    const TempDirectory home;
+    const XdgFileType type = LykFileType();
+    InstallXdgFileType(type, "/opt/old", home.Path());
+    fs::remove(home / "mime/packages/sonnel.xml");
+    const auto install = [&] { return InstallXdgFileType(type, "/opt/sonnel", home.Path()), true; };
+    const WritingTrial trial(home, install, false);
+    trial.KillEverywhere();
+    trial.FillTheDiskEverywhere();
 }
 
 TEST(XdgFileType, AnyPathCanBeTheProgram) {
