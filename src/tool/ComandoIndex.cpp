@@ -50,6 +50,11 @@ bool Ricostruisci(const Libreria& libreria, std::vector<std::string>& messaggi) 
         ProfileFile indice(PercorsoIndice(libreria.config.OpenDir));
         CreaIndice(indice);
     }
+    if (!EsisteIndice(libreria.config.OpenDir)) {
+        messaggi.push_back("Can't write the file " +
+                           Utf8FromPath(PercorsoIndice(libreria.config.OpenDir)) + ".");
+        return false;
+    }
     return true;
 }
 
