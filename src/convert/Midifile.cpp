@@ -4,6 +4,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace sonnel {
 
@@ -23,7 +24,10 @@ std::optional<Error> Midifile::OpenContent(std::string content) {
     file_ = {};
     Result<SmfFile> read = ReadSmf(std::move(content));
     if (!read) {
-        return Failure(read.error().number, read.error().text);
+        std::string reason = read.error().text;  // a sentence, which goes on after a colon here
+        reason.front() =
+            static_cast<char>(std::tolower(static_cast<unsigned char>(reason.front())));
+        return Failure(read.error().number, reason);
     }
     file_ = std::move(*read);
     track_ = 0;

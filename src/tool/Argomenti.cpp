@@ -2,12 +2,18 @@
 
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "song/LeggiKaraoke.h"
 
+#include <exception>
+#include <new>
 #include <utility>
 
 namespace sonnel {
 
 std::optional<std::string> RifiutoNome(const std::string& file) {
+    if (file.empty()) {
+        return "Can't read a file whose name is empty.";
+    }
     if (IsValidUtf8(file)) {
         return std::nullopt;
     }
@@ -43,22 +49,55 @@ Result<SmfFile> LeggiMidi(const std::filesystem::path& file) {
     }
     Result<SmfFile> letto = ReadSmf(std::move(*byte));
     if (!letto) {
-        return Error{letto.error().number, Utf8FromPath(file) + ": " + letto.error().text + "."};
+        return Error{letto.error().number,
+                     ConMotivo("Can't read the file " + Utf8FromPath(file), letto.error().text)};
     }
     return letto;
 }
 
-std::string ConNome(std::string_view file, std::string_view frase) {
-    const bool nominato = frase.find(file) != std::string_view::npos;
-    return nominato ? std::string(frase) : std::string(file).append(": ").append(frase);
+std::string ConMotivo(std::string frase, std::string_view motivo) {
+    const std::size_t inizio = frase.append(": ").size();
+    frase.append(motivo);
+    if (frase.size() > inizio && frase[inizio] >= 'A' && frase[inizio] <= 'Z') {
+        frase[inizio] = static_cast<char>(frase[inizio] - 'A' + 'a');
+    }
+    return frase.ends_with('.') ? frase : frase + ".";
+}
+
+std::optional<std::string> Illeggibile(const std::filesystem::path& file) {
+    const Result<FileReader> aperto = FileReader::Open(file);
+    return aperto ? std::nullopt
+                  : std::optional("Can't read the file " + Utf8FromPath(file) + ": " +
+                                  aperto.error().text + ".");
+}
+
+std::optional<std::string> Tenta(std::string_view file, const std::function<void()>& lavoro) {
+    const std::string frase = "Can't finish the work on the file " + std::string(file);
+    try {
+        lavoro();
+        return std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return frase + ": there is not enough memory.";
+    } catch (const std::exception& errore) {
+        return ConMotivo(frase, errore.what());
+    }
 }
 
 std::vector<std::string> MessaggiRaccolti::Frasi(std::string_view file) const {
     std::vector<std::string> frasi;
     for (const Message& messaggio : messaggi) {
-        frasi.push_back(ConNome(file, messaggio.text));
+        frasi.push_back("The player says of " + std::string(file) + ": \"" + messaggio.text + "\"");
     }
     return frasi;
+}
+
+bool LeggiBrano(std::string_view file, const std::string& base, Timeline& timeline,
+                InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
+                std::vector<std::string>& messaggi) {
+    const bool letto = LeggiKaraoke(base, timeline, informazioni, msgBox, {[] {}, [] {}});
+    auto chiuso = letto ? std::nullopt : Illeggibile(FileNominato(base + ".lyk"));
+    messaggi = chiuso ? std::vector{std::move(*chiuso)} : msgBox.Frasi(file);
+    return letto;
 }
 
 }  // namespace sonnel

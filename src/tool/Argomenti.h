@@ -3,8 +3,11 @@
 #include "platform/MsgBox.h"
 #include "platform/Result.h"
 #include "platform/midi/SmfReader.h"
+#include "song/InformazioniBrano.h"
+#include "song/Timeline.h"
 
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -13,7 +16,7 @@
 
 namespace sonnel {
 
-/// Why a file is not even looked for by this name: a sentence, or nothing when the name is UTF-8.
+/// Why a file is not even looked for by this name: a sentence, or nothing when the name can be one.
 [[nodiscard]] std::optional<std::string> RifiutoNome(const std::string& file);
 
 /// Whether a file's name ends in an extension, in any letter case.
@@ -28,8 +31,17 @@ namespace sonnel {
 /// Reads a MIDI file. The error's text is a sentence with the file's name.
 [[nodiscard]] Result<SmfFile> LeggiMidi(const std::filesystem::path& file);
 
-/// What is wrong, with the file's name in front when the sentence lacks it.
-[[nodiscard]] std::string ConNome(std::string_view file, std::string_view frase);
+/// What failed and why as one sentence: `motivo`, which may be a sentence of its own, goes on after
+/// a colon.
+[[nodiscard]] std::string ConMotivo(std::string frase, std::string_view motivo);
+
+/// Why the file cannot be opened for reading: a sentence with its name, or nothing.
+[[nodiscard]] std::optional<std::string> Illeggibile(const std::filesystem::path& file);
+
+/// Does a piece of the work on a file. An exception ends that piece only: a sentence that tells it,
+/// or nothing when all went well.
+[[nodiscard]] std::optional<std::string> Tenta(std::string_view file,
+                                               const std::function<void()>& lavoro);
 
 /// Keeps the messages that the player would show. A question whether to go on is declined.
 class MessaggiRaccolti : public MsgBox {
@@ -38,10 +50,17 @@ class MessaggiRaccolti : public MsgBox {
         messaggi.push_back(message);
         return message.buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
     }
-    /// As sentences about the file.
+    /// As sentences about the file, in the player's words.
     [[nodiscard]] std::vector<std::string> Frasi(std::string_view file) const;
 
     std::vector<Message> messaggi;
 };
+
+/// Reads the words of a song as the player does, from base + ".lyk". Returns whether all of them
+/// were read; what people should know goes into `messaggi`: why the file cannot be opened, else
+/// what the player says.
+[[nodiscard]] bool LeggiBrano(std::string_view file, const std::string& base, Timeline& timeline,
+                              InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
+                              std::vector<std::string>& messaggi);
 
 }  // namespace sonnel

@@ -2,10 +2,12 @@
 
 #include "platform/Text.h"
 #include "song/LeggiIntestazione.h"
+#include "tool/Argomenti.h"
 
 #include <functional>
 #include <iostream>
 #include <limits>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -17,6 +19,35 @@ constexpr int UsoSbagliato = 2;
 std::string Versione() {
     return "sonnel-tool " + std::to_string(SONNEL_VERSION_MAJOR) + "." +
            std::to_string(SONNEL_VERSION_MINOR) + "." + std::to_string(SONNEL_VERSION_REVISION);
+}
+
+/// Ends what begins and ends like a list, which the parser would take apart. No argument of the
+/// system holds this character.
+constexpr char FineArgomento = '\0';
+
+std::vector<std::string> Argomenti(int argc, const char* const* argv) {
+    std::vector<std::string> argomenti;  // the last one first
+    for (int i = argc - 1; i > 0; --i) {
+        std::string argomento = argv[i];
+        if (argomento.starts_with('[') && argomento.ends_with(']')) {
+            argomento += FineArgomento;
+        }
+        argomenti.push_back(std::move(argomento));
+    }
+    return argomenti;
+}
+
+std::string ErroreUso(const CLI::App* app, const CLI::Error& errore) {
+    return std::string("sonnel-tool: ") + errore.what() + ".\n" + app->help();
+}
+
+/// What a command reports, also when it does not come to its end.
+Resoconto Riporta(const std::string& file, const std::function<Resoconto()>& comando) {
+    Resoconto resoconto;
+    if (const auto errore = Tenta(file, [&] { resoconto = comando(); })) {
+        resoconto = {{{"file", file}, {"ok", false}, {"error", *errore}}, "", {*errore}};
+    }
+    return resoconto;
 }
 
 std::string RifiutaSeNonUtf8(const std::string& valore) {
@@ -32,6 +63,17 @@ struct Riga {
     bool ricostruisci = false;
     OpzioniConvert convert;
     OpzioniTrace trace;
+
+    /// Takes the ends off that were put to arguments.
+    void TogliFini() {
+        for (std::string& nome : elenco) {
+            std::erase(nome, FineArgomento);
+        }
+        for (std::string* testo :
+             {&file, &campi.Titolo, &campi.Autore, &campi.Album, &convert.directory}) {
+            std::erase(*testo, FineArgomento);
+        }
+    }
 };
 
 /// The grammar of the command line and the command that it chose.
@@ -70,7 +112,7 @@ Grammatica::Grammatica(Uscite& uscite) : uscite_(uscite) {
     app_.name("sonnel-tool");
     app_.fallthrough();
     app_.require_subcommand(1);
-    app_.failure_message(CLI::FailureMessage::help);
+    app_.failure_message(ErroreUso);
     app_.set_version_flag("--version", Versione(), "Print the version and exit");
     app_.add_flag("--json", riga_.json, "Print one JSON document instead of text");
     UnFile("show", "Show what a song says about itself, and its timeline", "FILE.lyk",
@@ -90,7 +132,7 @@ CLI::App& Grammatica::UnFile(const std::string& nome, const std::string& scopo,
     app.add_option(cosa, riga_.file)->required();
     app.callback([this, comando = std::move(comando)] {
         forma_ = Forma::Oggetto;
-        scelto_ = [this, comando] { uscite_.Scrivi(comando()); };
+        scelto_ = [this, comando] { uscite_.Scrivi(Riporta(riga_.file, comando)); };
     });
     return app;
 }
@@ -109,7 +151,7 @@ CLI::App& Grammatica::MoltiFile(const std::string& nome, const std::string& scop
 void Grammatica::PerOgnuno(const std::string& nome, const std::string& scopo, PerFile comando) {
     MoltiFile(nome, scopo, [this, comando] {
         for (const std::string& file : riga_.elenco) {
-            uscite_.Scrivi(comando(file));
+            uscite_.Scrivi(Riporta(file, [&] { return comando(file); }));
         }
     });
 }
@@ -152,10 +194,11 @@ void Grammatica::AggiungiTrace() {
 
 int Grammatica::Esegui(int argc, const char* const* argv) {
     try {
-        app_.parse(argc, argv);
+        app_.parse(Argomenti(argc, argv));
     } catch (const CLI::ParseError& errore) {
-        return app_.exit(errore) == 0 ? uscite_.Concludi(forma_) : UsoSbagliato;
+        return app_.exit(errore) == 0 ? uscite_.Concludi(Forma::Oggetto) : UsoSbagliato;
     }
+    riga_.TogliFini();
     if (riga_.json) {
         uscite_.UsaJson();
     }

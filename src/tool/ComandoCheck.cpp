@@ -6,6 +6,7 @@
 #include "tool/Controllo.h"
 
 #include <optional>
+#include <utility>
 
 namespace sonnel {
 namespace {
@@ -23,10 +24,9 @@ std::optional<std::int32_t> Durata(const std::string& base, std::vector<Rilievo>
     }
     const Result<SmfFile> letto = LeggiMidi(*musica);
     if (!letto) {
-        rilievi.push_back({0,
-                           "the MID file beside it can't be read: the player does not play the "
-                           "song (" +
-                               letto.error().text + ")"});
+        std::string cosa = ConMotivo("the player does not play the song", letto.error().text);
+        cosa.pop_back();  // findings end without a point
+        rilievi.push_back({0, std::move(cosa)});
         return std::nullopt;
     }
     return LengthMs(*letto);

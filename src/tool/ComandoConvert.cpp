@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <iterator>
 #include <system_error>
+#include <utility>
 
 namespace sonnel {
 namespace {
@@ -27,9 +28,9 @@ struct EsitoConversione {
 };
 
 /// The words of the file, or why it cannot be opened.
-Result<Estrazione> Estrai(const std::string& file, std::chrono::year_month_day oggi) {
+Result<Estrazione> Estrai(const std::filesystem::path& file, std::chrono::year_month_day oggi) {
     Midifile midifile;
-    midifile.SetFileName(PathFromUtf8(file));
+    midifile.SetFileName(file);
     if (auto errore = midifile.SetAction(MidifileAction::Open)) {
         return *errore;
     }
@@ -52,7 +53,7 @@ void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascriv
         return;
     }
     if (lavoro.copiaMid) {
-        if (const auto errore = CopyFilesAtomically({{PathFromUtf8(lavoro.file), lavoro.mid}})) {
+        if (const auto errore = CopyFilesAtomically({{lavoro.origine, lavoro.mid}})) {
             esito.errore = errore->text;
             // Words that are new would stand in the way of another attempt.
             std::error_code ignorato;
@@ -63,22 +64,20 @@ void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascriv
     esito.midScritto = true;
 }
 
-EsitoConversione Converti(const Conversione& lavoro, bool sovrascrivi,
-                          std::chrono::year_month_day oggi) {
-    EsitoConversione esito;
+void Converti(const Conversione& lavoro, bool sovrascrivi, std::chrono::year_month_day oggi,
+              EsitoConversione& esito) {
     esito.errore = lavoro.errore;
     if (!esito.errore.empty()) {
-        return esito;
+        return;
     }
-    const Result<Estrazione> parole = Estrai(lavoro.file, oggi);
+    const Result<Estrazione> parole = Estrai(lavoro.origine, oggi);
     if (!parole) {
         esito.errore = parole.error().text;
-        return esito;
+        return;
     }
     esito.intestazione = parole->IntestazioneKaraoke;
     esito.parole = parole->TestoIniziato;
     Scrivi(lavoro, *parole, sovrascrivi, esito);
-    return esito;
 }
 
 Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
@@ -96,7 +95,10 @@ Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
         resoconto.testo =
             SuUnaRiga(lavoro.file) + ": " + SuUnaRiga(lyk) + ", " + SuUnaRiga(mid) + "\n";
     } else {
-        resoconto.messaggi.push_back(ConNome(lavoro.file, esito.errore));
+        const bool nominato = esito.errore.find(Utf8FromPath(lavoro.origine)) != std::string::npos;
+        resoconto.messaggi.push_back(
+            nominato ? esito.errore
+                     : ConMotivo("Can't convert the file " + lavoro.file, esito.errore));
     }
     return resoconto;
 }
@@ -113,7 +115,14 @@ void ComandoConvert(const std::vector<std::string>& file, const OpzioniConvert& 
     const std::chrono::year_month_day oggi = DataOdierna(ProcessEnvironment);
     InOrdine(
         lavori.size(),
-        [&](std::size_t i) { return Converti(lavori[i], opzioni.sovrascrivi, oggi); },
+        [&](std::size_t i) {
+            EsitoConversione esito;
+            const auto lavoro = [&] { Converti(lavori[i], opzioni.sovrascrivi, oggi, esito); };
+            if (auto errore = Tenta(lavori[i].file, lavoro)) {
+                esito.errore = std::move(*errore);
+            }
+            return esito;
+        },
         [&](std::size_t i, const EsitoConversione& esito) {
             uscite.Scrivi(Riferisci(lavori[i], esito));
             uscite.Avanza("Converted " + std::to_string(i + 1) + " of " +

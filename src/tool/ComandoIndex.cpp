@@ -3,12 +3,16 @@
 #include "library/Indice.h"
 #include "platform/EventiSistema.h"
 #include "platform/Files.h"
+#include "platform/SystemError.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "ui/basCommon.h"
 
 #include <cstddef>
+#include <filesystem>
+#include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace sonnel {
@@ -51,21 +55,27 @@ bool Ricostruisci(const Libreria& libreria, std::vector<std::string>& messaggi) 
             return false;
         }
     }
+    if (!EsisteIndice(libreria.config.OpenDir)) {
+        messaggi.push_back("Can't write the file " +
+                           Utf8FromPath(PercorsoIndice(libreria.config.OpenDir)) + ".");
+        return false;
+    }
     return true;
 }
 
-/// Whether the index can be read; what stands in the way goes into the messages.
-bool Leggibile(const std::string& openDir, std::vector<std::string>& messaggi) {
+/// Why there is no index to load: a sentence in place of the player's, which speak of its menus.
+std::optional<std::string> SenzaIndice(const std::string& directory, const std::string& openDir) {
+    std::error_code errore;
+    const std::filesystem::directory_iterator prima(PathFromUtf8(openDir), errore);
+    if (errore) {
+        return "Can't list the directory " + directory + ": " + SystemError(errore.value()).text +
+               ".";
+    }
     if (!EsisteIndice(openDir)) {
-        return false;  // loading has told so
+        return "Can't list the songs of " + directory +
+               ": there is no index in it; --rebuild makes one.";
     }
-    const std::filesystem::path indice = PercorsoIndice(openDir);
-    const Result<std::string> letto = ReadFile(indice);
-    if (!letto) {
-        messaggi.push_back("Can't read the file " + Utf8FromPath(indice) + ": " +
-                           letto.error().text + ".");
-    }
-    return static_cast<bool>(letto);
+    return Illeggibile(PercorsoIndice(openDir));
 }
 
 Json JsonBrani(const TabellaBrani& brani) {
@@ -122,12 +132,13 @@ Resoconto ComandoIndex(const std::string& directory, bool ricostruisci, Uscite& 
     if (ricostruisci && !Ricostruisci(libreria, resoconto.messaggi)) {
         return resoconto;
     }
+    if (auto errore = SenzaIndice(directory, config.OpenDir)) {
+        resoconto.messaggi.push_back(std::move(*errore));
+        return resoconto;
+    }
     CaricaIndice(libreria);
     for (std::string& frase : msgBox.Frasi(directory)) {
         resoconto.messaggi.push_back(std::move(frase));
-    }
-    if (!Leggibile(config.OpenDir, resoconto.messaggi)) {
-        return resoconto;
     }
     resoconto.json["ok"] = true;
     resoconto.json["songs"] = JsonBrani(brani);

@@ -86,9 +86,8 @@ Resoconto ComandoShow(const std::string& file) {
     if (const auto rifiuto = RifiutoNome(file)) {
         resoconto.messaggi = {*rifiuto};
     } else {
-        letto = LeggiKaraoke(SenzaEstensione(file, {".lyk"}), timeline, informazioni, msgBox,
-                             {[] {}, [] {}});
-        resoconto.messaggi = msgBox.Frasi(file);
+        letto = LeggiBrano(file, SenzaEstensione(file, {".lyk"}), timeline, informazioni, msgBox,
+                           resoconto.messaggi);
     }
     resoconto.json = {{"file", file},
                       {"ok", letto},

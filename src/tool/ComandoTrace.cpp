@@ -139,9 +139,7 @@ std::optional<std::int32_t> Carica(const std::string& brano, Timeline& timeline,
     const std::string base = SenzaEstensione(brano, {".lyk", ".mid"});
     InformazioniBrano informazioni;
     MessaggiRaccolti msgBox;
-    const bool letto = LeggiKaraoke(base, timeline, informazioni, msgBox, {[] {}, [] {}});
-    messaggi = msgBox.Frasi(brano);
-    if (!letto) {
+    if (!LeggiBrano(brano, base, timeline, informazioni, msgBox, messaggi)) {
         return std::nullopt;
     }
     const Result<SmfFile> musica =

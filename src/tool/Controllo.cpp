@@ -28,7 +28,7 @@ class Controllo {
     void ControllaEvento(const Evento& evento, std::string_view testo);
     void ControllaConteggio(const Evento& colore);
     void ControllaFineMusica(const Evento& evento);
-    [[nodiscard]] bool TempoTroppoLungo(std::string_view riga, std::int32_t letto) const;
+    [[nodiscard]] bool TempoTroppoLungo(std::string_view riga) const;
     void Rileva(std::string cosa) { rilievi_.push_back({numero_, std::move(cosa)}); }
 
     std::optional<std::int32_t> musica_;
@@ -66,8 +66,9 @@ void Controllo::ControllaFineRiga(std::string_view riga) {
     if (soli == 0) {
         return;
     }
-    const std::string quali =
-        soli == 1 ? "the line ends" : "the lines to " + std::to_string(numero_ + soli - 1) + " end";
+    const std::string quali = soli == 1 ? "the line ends"
+                                        : "the lines " + std::to_string(numero_) + " to " +
+                                              std::to_string(numero_ + soli - 1) + " end";
     Rileva(quali +
            " with a lone LF: the player takes what follows for a part of the same line, and its "
            "words are missing; save the file with line ends CR LF");
@@ -79,13 +80,13 @@ void Controllo::ControllaRiga(std::string_view riga) {
     MessaggiRaccolti avvisi;
     const std::string brano = std::string(MagicoLyk) + "\r" + std::string(riga) + "\r";
     (void)LeggiRighe(brano, true, lettura_, ignorate, avvisi);
-    if (lettura_.NumEventi() == 0 && !TempoTroppoLungo(riga, ultimoTempo_)) {
-        return;
-    }
-    if (lettura_.NumEventi() == 0 || TempoTroppoLungo(riga, lettura_.Eventi(1).Tempo)) {
+    if (TempoTroppoLungo(riga)) {
         Rileva(
             "a time of 100000 or more does not fit into five columns: the player misreads the "
-            "line and shows nothing of it; the latest time is 99999 (2 h 46 min)");
+            "line and does not show it when it should; the latest time is 99999 (2 h 46 min)");
+        return;
+    }
+    if (lettura_.NumEventi() == 0) {
         return;
     }
     if (!avvisi.messaggi.empty()) {
@@ -97,19 +98,25 @@ void Controllo::ControllaRiga(std::string_view riga) {
     ControllaEvento(lettura_.Eventi(1), riga.substr(colonne));
 }
 
-/// Whether the line was written with a time of six digits, of which the player reads five. With a
-/// last digit of 0 it reads a marker; in a song that has come near to that time it may be one.
-bool Controllo::TempoTroppoLungo(std::string_view riga, std::int32_t letto) const {
-    constexpr std::size_t ColonneSbagliate = ColonneTempo + 1 + ColonneTipo;
+/// Whether the line was written with a time of six or seven digits, of which the player reads five.
+/// What it makes of the rest may be an event all the same; in a song that has come near to that
+/// time it is taken for one.
+bool Controllo::TempoTroppoLungo(std::string_view riga) const {
+    constexpr std::size_t MaxCifre = 7;
     constexpr std::int32_t Vicino = 600;  // tenths of a second
-    const std::string_view inizio = riga.substr(0, ColonneSbagliate);
-    const bool cifre = inizio.size() == ColonneSbagliate &&
-                       inizio.find_first_not_of("0123456789") == std::string_view::npos;
-    if (!cifre || inizio[0] == '0' || inizio[6] != '0' || inizio[7] > '2') {
-        return false;
+    bool scritto = false;
+    for (std::size_t cifre = ColonneTempo + 1; cifre <= MaxCifre; ++cifre) {
+        const std::string_view inizio = riga.substr(0, cifre + ColonneTipo);
+        scritto = scritto || (inizio.size() == cifre + ColonneTipo && inizio[0] != '0' &&
+                              inizio.find_first_not_of("0123456789") >= cifre &&
+                              (inizio[cifre] == '0' || inizio[cifre] == ' ') &&
+                              inizio[cifre + 1] >= '0' && inizio[cifre + 1] <= '2');
     }
-    return inizio[ColonneTempo] != '0' || letto < ultimoTempo_ ||
-           std::int64_t{letto} - ultimoTempo_ > Vicino;
+    if (!scritto || lettura_.NumEventi() == 0) {
+        return scritto;
+    }
+    const std::int64_t letto = lettura_.Eventi(1).Tempo;
+    return letto < ultimoTempo_ || letto - ultimoTempo_ > Vicino;
 }
 
 void Controllo::ControllaEvento(const Evento& evento, std::string_view testo) {

@@ -23,14 +23,15 @@ Conversione PianoConversione::Prepara(const std::string& file) {
     } else if (!HaEstensione(file, ".kar") && !HaEstensione(file, ".mid")) {
         conversione.errore =
             "Can't convert the file " + file + ": its name ends neither in .kar nor in .mid.";
-    } else {
-        ScegliUscite(conversione);
+    } else if (auto errore = Tenta(file, [&] { ScegliUscite(conversione); })) {
+        conversione.errore = std::move(*errore);
     }
     return conversione;
 }
 
 void PianoConversione::ScegliUscite(Conversione& conversione) {
-    const fs::path origine = PathFromUtf8(conversione.file);
+    const fs::path origine = FileNominato(conversione.file);
+    conversione.origine = origine;
     const fs::path directory =
         directory_.empty() ? origine.parent_path() : PathFromUtf8(directory_);
     const std::string base = Utf8FromPath(origine.stem());
@@ -38,8 +39,12 @@ void PianoConversione::ScegliUscite(Conversione& conversione) {
     const auto errore = [&](const std::string& motivo) {
         conversione.errore = "Can't convert the file " + conversione.file + ": " + motivo + ".";
     };
+    if (std::error_code ignoto; !directory_.empty() && !fs::is_directory(directory, ignoto)) {
+        errore("there is no directory " + directory_);
+        return;
+    }
     if (!brani_.insert(cartella.nome + "/" + FoldCase(base)).second) {
-        errore("another file makes a song of the same name");
+        errore("a file before it has the same base name");
         return;
     }
     const bool accanto = LeggiCartella(origine.parent_path()).nome == cartella.nome;

@@ -9,11 +9,12 @@ namespace sonnel {
 
 /// What is to be made of one karaoke file.
 struct Conversione {
-    std::string file;           ///< as it was named
-    std::filesystem::path lyk;  ///< to write
-    std::filesystem::path mid;  ///< the song's music
-    bool copiaMid = false;      ///< the music is a copy of the file, else the file itself
-    std::string errore;         ///< why nothing is done; "" when nothing stands in the way
+    std::string file;               ///< as it was named
+    std::filesystem::path origine;  ///< as it stands on disk
+    std::filesystem::path lyk;      ///< to write
+    std::filesystem::path mid;      ///< the song's music
+    bool copiaMid = false;          ///< the music is a copy of the file, else the file itself
+    std::string errore;             ///< why nothing is done; "" when nothing stands in the way
 };
 
 /// Finds out what each file of a command line becomes, in their order, so that no two of them write

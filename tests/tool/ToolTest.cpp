@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 #include <string_view>
@@ -32,16 +33,17 @@ const fs::path Kars(SONNEL_KARS);
 class ToolTest : public ::testing::Test {
   protected:
     int Run(const std::string& arguments) {
-        const std::string command =
-            "cd '" + folder.Path().string() + "' && SOURCE_DATE_EPOCH=86400 '" SONNEL_TOOL "' " +
-            arguments + " >'" + (logs / "out").string() + "' 2>'" + (logs / "err").string() + "'";
+        const std::string command = "cd '" + folder.Path().string() + "' && " + limits +
+                                    "SOURCE_DATE_EPOCH=86400 '" SONNEL_TOOL "' " + arguments +
+                                    " >'" + (logs / "out").string() + "' 2>'" +
+                                    (logs / "err").string() + "'";
         const int status = std::system(command.c_str());
         out = Content(logs / "out");
         err = Content(logs / "err");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     json Json(const std::string& arguments, int status = 0) {
-        EXPECT_EQ(Run(arguments + " --json"), status) << arguments << "\n" << err;
+        EXPECT_EQ(Run("--json " + arguments), status) << arguments << "\n" << err;
         return json::parse(out, nullptr, false);
     }
     void Lyk(const std::string& name, const std::string& body) {
@@ -53,6 +55,17 @@ class ToolTest : public ::testing::Test {
 
     TempDirectory folder;
     TempDirectory logs;
+    /// What the shell's completion offers for the last of these words.
+    std::string Offered(const std::string& words) {
+        const std::string script =
+            "bash -c 'source " SONNEL_PACKAGING "/sonnel-tool.bash; COMP_WORDS=(" + words +
+            "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _sonnel_tool; echo \" ${COMPREPLY[*]} \"' "
+            ">'";
+        EXPECT_EQ(std::system((script + (logs / "offered").string() + "'").c_str()), 0);
+        return Content(logs / "offered");
+    }
+
+    std::string limits;  ///< of what the program may use, as a command of the shell
     std::string out;
     std::string err;
 };
@@ -113,6 +126,78 @@ TEST_F(ToolTest, ABadFileIsNamedAndTheOthersAreDone) {
     EXPECT_EQ(Content(folder / "ok.mid"), Kar()) << "music is not taken for words";
 }
 
+TEST_F(ToolTest, FilesOfAnyNameArriveWhole) {
+    std::string arguments = "convert --output . --";
+    const std::vector<std::string> names{" a.kar",    "[a,b].kar", "[a,b]", "{x},y.kar", "%s%%.kar",
+                                         "\"é\".KAR", "-n.kar",    "--",    "x=y;.kar",  "[]"};
+    for (const std::string& name : names) {
+        folder.Write(name, Kar());
+        arguments.append(" '").append(name).append("'");
+    }
+    const json all = Json(arguments + " -N.Kar", 1);
+    ASSERT_EQ(all.size(), names.size() + 1) << out;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        EXPECT_EQ(all[i]["file"], names[i]);
+        EXPECT_EQ(all[i]["ok"], names[i].size() > 5) << "the others are no karaoke files";
+    }
+    fs::remove(folder / "-n.lyk");
+    fs::remove(folder / "-n.mid");
+    EXPECT_EQ(Json("convert -- -N.Kar")[0]["lyk"], "-n.lyk") << "named as on the disk";
+    EXPECT_EQ(Run("set-header ' a.lyk' --title '[a,b]' --author '[]' --album x"), 0) << err;
+    EXPECT_EQ(Json("header ' a.lyk'")[0]["title"], "[a,b]");
+}
+
+TEST_F(ToolTest, WorkThatBreaksOffEndsForItsFileOnly) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs all the address space";
+#endif
+    folder.Write("big.kar", "");
+    fs::resize_file(folder / "big.kar", 400'000'000);
+    folder.Write("a.kar", Kar());
+    limits = "ulimit -v 200000 && ";
+    for (const char* line :
+         {"midi big.kar a.kar", "convert big.kar a.kar", "header big.kar a.kar"}) {
+        const json all = Json(line, 1);
+        ASSERT_EQ(all.size(), 2U) << line << out << err;
+        EXPECT_EQ(all[0]["ok"], false) << line;
+        EXPECT_THAT(all[0].value("error", ""), HasSubstr("big."));
+        EXPECT_EQ(all[1].value("error", ""), "");
+        EXPECT_THAT(err, HasSubstr("not enough memory.\n")) << line;
+    }
+}
+
+TEST_F(ToolTest, ResultsThatCannotBeWrittenAreAFailure) {
+    folder.Write("a.kar", Kar());
+    for (const std::string line : {"midi a.kar", "midi a.kar --json", "--help"}) {
+        EXPECT_EQ(Run(line + " >/dev/full; exit $?; :"), 1) << line;
+        EXPECT_EQ(Run(line + " >&-; exit $?; :"), 1) << line;
+    }
+}
+
+TEST_F(ToolTest, EveryCommandAndOptionIsExplainedAndOffered) {
+    const std::string manual = std::regex_replace(
+        Content(fs::path(SONNEL_PACKAGING) / "sonnel-tool.1"), std::regex(R"(\\-)"), "-");
+    EXPECT_EQ(Offered("sonnel-tool con"), " convert \n");
+    ASSERT_EQ(Run("--help"), 0);
+    const std::string help = out.substr(out.find("Subcommands:"));
+    ASSERT_THAT(help, HasSubstr("  convert "));
+    const std::regex commands("\n  ([a-z-]+)");
+    const std::regex options("--[a-z-]+");
+    for (std::sregex_iterator command(help.begin(), help.end(), commands), end; command != end;
+         ++command) {
+        const std::string name = (*command)[1];
+        EXPECT_THAT(manual, HasSubstr("\n.BI " + name + " \""));
+        EXPECT_THAT(Offered("sonnel-tool \"\""), HasSubstr(" " + name + " "));
+        ASSERT_EQ(Run(name + " --help"), 0);
+        const std::string offered = Offered("sonnel-tool " + name + " --");
+        for (std::sregex_iterator option(out.begin(), out.end(), options); option != end;
+             ++option) {
+            EXPECT_THAT(manual, HasSubstr(option->str())) << name;
+            EXPECT_THAT(offered, HasSubstr(" " + option->str() + " ")) << name;
+        }
+    }
+}
+
 TEST_F(ToolTest, SongsAreShownAndTheirHeadersRewritten) {
     Lyk("a.lyk",
         "*TIRock & Roll\r\n*AUCaf\xE9\r\n00000 1Hello$Eworld\r\n00050 2 5\r\n00060 05\r\n");
@@ -169,7 +254,11 @@ TEST_F(ToolTest, CheckFindsWhatASingerStumblesOverAndNothingElse) {
         {page + "00110 2 7\r\n00120 2 6\r\n00130 1Hey\r\n00140 2 3\r\n", {4}},
         {"00100 1a$Eb$Ec$Ed$E$E\r\n00110 1a$Eb$Ec$Ed$Ee\r\n", {3}},
         {page + "10000001Late\r\n1000120204\r\n", {3, 4}},
+        {page + "100000 1Late\r\n100002 2 1\r\n1000000 1Late\r\n1234567012\r\n", {3, 4, 5, 6}},
+        {page + "99999 0x\r\n10000001Late\r\n100000 1Late\r\n1000000 1Late\r\n", {4, 5, 6}},
         {"09990 01\r\n10000001st verse\r\n", {}},
+        {"0000001Text\r\n00001 2 2\r\n00100011999 bottles\r\n001000212\r\n00110 0\r\n99999 0x\r\n",
+         {}},
         {page + "00110 2 5\n00120 2 7\n\r\n00130 2 8\r\n", {3}},
         {page + "00995 2 5\r\n01001 212\r\n01002 1\r\n", {4}},
     };
@@ -188,7 +277,7 @@ TEST_F(ToolTest, CheckFindsWhatASingerStumblesOverAndNothingElse) {
     folder.Write("b.lyk", "cantabelle1.0\r\n");
     EXPECT_EQ(Json("check b.lyk", 1)[0]["findings"].size(), 2U) << "no song, and no music";
     folder.Write("b.mid", "no music");
-    EXPECT_THAT(Json("check b.lyk", 1)[0].dump(), HasSubstr("b.mid: This is not a MIDI file"));
+    EXPECT_THAT(Json("check b.lyk", 1)[0].dump(), HasSubstr("b.mid: this is not a MIDI file"));
     EXPECT_EQ(Run("check '" + Songs.string() + "'/*.lyk"), 0) << out;
 }
 
