@@ -1,6 +1,5 @@
 #include "convert/EstraiParole.h"
 
-#include "convert/PaginaKar.h"
 #include "platform/Numbers.h"
 #include "song/LeggiKaraoke.h"
 
@@ -34,7 +33,8 @@ class Passata {
     std::chrono::year_month_day oggi_;
     Estrazione esito_;
     PaginaKar pagina_;
-    int riga_ = 0;  ///< line of the current page, from 1
+    int riga_ = 0;   ///< line of the current page, from 1
+    int campi_ = 0;  ///< header lines written
     std::string titolo_;
     std::string autore_;
     std::string fattoDa_;
@@ -47,6 +47,8 @@ Estrazione Passata::Esegui() {
         midifile_.SetTrack(i);
         esito_.Errore = LeggiTraccia();
     }
+    esito_.Righe = pagina_.Righe();
+    esito_.Righe.Campi = campi_;
     return std::move(esito_);
 }
 
@@ -115,6 +117,7 @@ void Passata::LeggiTitolo(std::string_view valore) {
 
 void Passata::ScriviCampo(std::string_view campo, std::string_view valore) {
     esito_.Testo.append(campo).append(valore).append(FineRigaLyk);
+    ++campi_;
 }
 
 void Passata::LeggiParola(std::int32_t istante, std::string_view testo) {

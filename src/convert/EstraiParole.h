@@ -2,6 +2,7 @@
 
 #include "convert/LeggiTempi.h"
 #include "convert/Midifile.h"
+#include "convert/PaginaKar.h"
 #include "platform/Result.h"
 
 #include <chrono>
@@ -13,6 +14,7 @@ namespace sonnel {
 /// What the words of a karaoke MIDI file became.
 struct Estrazione {
     std::string Testo;                 ///< of the LYK file, as far as it was made
+    RigheScritte Righe;                ///< of it, beside the first
     bool IntestazioneKaraoke = false;  ///< the file says that it is a karaoke file ("@K")
     bool TestoIniziato = false;        ///< there is a page of words
     std::optional<Error> Errore;       ///< what ended the extraction before its end

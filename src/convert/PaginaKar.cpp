@@ -12,13 +12,7 @@ constexpr std::int16_t Parola = 2;
 // Tenths of a second.
 constexpr std::int32_t Anticipo = 20;
 constexpr std::int32_t PausaLunga = 100;
-
-void ScriviRiga(const EventoPagina& voce, std::string& uscita) {
-    uscita += ZeroPadded(voce.Istante, 5);
-    uscita += ZeroPadded(voce.Tipo, 2);
-    uscita += voce.Testo;
-    uscita += "\r\n";
-}
+constexpr std::int32_t UltimoIstante = 99'999;  // of five digits
 
 }  // namespace
 
@@ -47,6 +41,15 @@ void PaginaKar::Segna(std::int32_t istante) {
     pagina_.at(numVoci_) = {istante, Parola, std::to_string(caratteri_)};
     ++numVoci_;
     ultimaParola_ = istante;
+}
+
+void PaginaKar::ScriviRiga(const EventoPagina& voce, std::string& uscita) {
+    uscita += ZeroPadded(voce.Istante, 5);
+    uscita += ZeroPadded(voce.Tipo, 2);
+    uscita += voce.Testo;
+    uscita += "\r\n";
+    ++(voce.Tipo == TestoPagina ? righe_.Pagine : righe_.Parole);
+    righe_.Tardive += voce.Istante > UltimoIstante ? 1 : 0;
 }
 
 void PaginaKar::ElaboraPagina(std::string& uscita) {

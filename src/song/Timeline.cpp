@@ -1,6 +1,6 @@
 #include "song/Timeline.h"
 
-#include <limits>
+#include <cstddef>
 #include <utility>
 
 namespace sonnel {
@@ -8,7 +8,6 @@ namespace {
 
 constexpr std::size_t EventiIniziali = 100;
 constexpr std::size_t Passo = 50;
-constexpr std::size_t MassimoConteggio = std::numeric_limits<std::int16_t>::max();
 
 std::size_t Posto(std::int16_t indice) {
     return static_cast<std::size_t>(indice) - 1;
@@ -21,7 +20,7 @@ Timeline::Timeline() : eventi_(EventiIniziali) {}
 bool Timeline::InserisciEvento(std::int32_t tempo, TipoEvento tipo, std::string testo) {
     const auto nuovo = static_cast<std::size_t>(numEventi_) + 1;
     if (nuovo > eventi_.size()) {
-        if (eventi_.size() + Passo > MassimoConteggio) {
+        if (numEventi_ == Capienza) {
             return false;
         }
         eventi_.resize(eventi_.size() + Passo);

@@ -23,9 +23,11 @@ struct Evento {
 /// that the display shows.
 class Timeline {
   public:
+    static constexpr std::int16_t Capienza = 32750;  ///< as many events as a song may hold
+
     Timeline();
 
-    /// Appends an event; false when the song already holds as many as fit (32,750).
+    /// Appends an event; false when the song already holds as many as fit.
     [[nodiscard]] bool InserisciEvento(std::int32_t tempo, TipoEvento tipo, std::string testo);
     /// Forgets the events; what is allocated stays.
     void Azzera();

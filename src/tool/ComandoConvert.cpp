@@ -2,6 +2,7 @@
 #include "convert/ScriviLyk.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
+#include "song/Timeline.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "tool/InOrdine.h"
@@ -24,6 +25,7 @@ struct EsitoConversione {
     bool midScritto = false;
     bool intestazione = false;
     bool parole = false;
+    int eventi = 0;
     std::string errore;
 };
 
@@ -77,6 +79,7 @@ void Converti(const Conversione& lavoro, bool sovrascrivi, std::chrono::year_mon
     }
     esito.intestazione = parole->IntestazioneKaraoke;
     esito.parole = parole->TestoIniziato;
+    esito.eventi = parole->Righe.Eventi();
     Scrivi(lavoro, *parole, sovrascrivi, esito);
 }
 
@@ -94,6 +97,12 @@ Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
     if (esito.errore.empty()) {
         resoconto.testo =
             SuUnaRiga(lavoro.file) + ": " + SuUnaRiga(lyk) + ", " + SuUnaRiga(mid) + "\n";
+        if (esito.eventi > Timeline::Capienza) {
+            resoconto.messaggi.push_back(lavoro.file + ": the player reads at most " +
+                                         std::to_string(Timeline::Capienza) +
+                                         " events of a song and refuses this one, which has " +
+                                         std::to_string(esito.eventi) + ": split it.");
+        }
     } else {
         const bool nominato = esito.errore.find(Utf8FromPath(lavoro.origine)) != std::string::npos;
         resoconto.messaggi.push_back(

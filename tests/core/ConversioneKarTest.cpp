@@ -2,13 +2,16 @@
 #include "convert/ScriviLyk.h"
 #include "fakes/DemoSong.h"
 #include "fakes/KarScore.h"
+#include "fakes/ScriptedMsgBox.h"
 #include "fakes/TempDirectory.h"
 #include "generator/Lyk.h"
 #include "platform/LineReader.h"
 #include "platform/Numbers.h"
+#include "song/LeggiKaraoke.h"
 #include "ui/basCommon.h"
 
 #include <cerrno>
+#include <tuple>
 #include <utility>
 
 #include <gmock/gmock.h>
@@ -85,6 +88,13 @@ TEST(ConversioneKar, TurnsScoresIntoPages) {
         // Words among notes, and before the texts of other tracks.
         {"0 tempo 500000|50 @Tx|100 note|track|5 note|10 \\a|15 note|20 b|track|30 \\c",
          "*TIx|0000001ab|00010021|00020022|"},
+        {"0 tempo 500000|0 @K|5 note|10 \\a|12 lyric x|15 note|=1500 tempo 1000000|20 b|25 @K|30 "
+         "/c",
+         "*VESPConv 4.1.11|*DA16/11/26|*VESPConv 4.1.11|*DA16/11/26|"
+         "0000001ab$Ec|00010021|00040022|00060025|"},
+        // The tempo that the texts of one track have reached goes on counting in the next one.
+        {"0 tempo 500000|=1920 tempo 1000000|=1920 @Tx|track|=960 \\a|=1920 b",
+         "*TIx|0000001ab|00020021|00040022|"},
         {"0 tempo 500000|100001 \\a", "9998101a|100001021|"},
         {"0 tempo 500000|=118352 \\a", "0000001a|00010021|", 0xE728},
         {"0 @K|track|0 tempo 500000|10 \\a", "open 1102"},
@@ -94,7 +104,10 @@ TEST(ConversioneKar, TurnsScoresIntoPages) {
         {"0 tempo 16777215|=268435455 \\a", "error 1105", 1},
     };
     for (const Golden& c : cases) {
-        EXPECT_EQ(Converted(KarScore(c.score, c.division).Bytes()), c.lines) << c.score;
+        std::string bytes = KarScore(c.score, c.division).Bytes();
+        EXPECT_EQ(Converted(bytes), c.lines) << c.score;
+        bytes[9] = 0;  // the format, which tells the music apart and not the words
+        EXPECT_EQ(Converted(bytes), c.lines) << c.score;
     }
     EXPECT_EQ(Converted(SmfBuilder().Text(0, kMetaTempo, "\x07\xA1").Bytes()), "open 1101");
     EXPECT_EQ(Converted("MThd\0\0\0\6\0\1\xFF\xFF\1\xE0"s), "open 1003");
@@ -132,6 +145,48 @@ TEST(ConversioneKar, NoTextBreaksTheLinesAndNoCharacterIsLost) {
         EXPECT_FALSE(ScriviLyk(file, result.Testo, true));
         EXPECT_EQ(Content(file), std::string(mark).append(FirstLine).append(lines));
     }
+}
+
+/// How the player's reader ends with a text, and the events that it has then.
+std::pair<EsitoLettura, int> Read(const std::string& text) {
+    Timeline timeline;
+    InformazioniBrano info;
+    ScriptedMsgBox msgBox;
+    const EsitoLettura outcome = LeggiRighe(text, true, timeline, info, msgBox);
+    return {outcome, timeline.NumEventi()};
+}
+
+TEST(ConversioneKar, WritesMoreEventsThanThePlayerReads) {
+    constexpr int Pages = 400;
+    SmfBuilder song = KarScore("0 tempo 500000|0 @K");
+    for (int i = 0; i < 100 * Pages; ++i) {
+        song.Text(960, 1, i % 100 == 0 ? "\\a" : "b");
+    }
+    Midifile midifile;
+    ASSERT_FALSE(midifile.OpenContent(song.Bytes()));
+    const Estrazione result = Extracted(midifile);
+    EXPECT_TRUE(result.Accettata());
+    EXPECT_EQ(std::tuple(result.Righe.Campi, result.Righe.Pagine, result.Righe.Parole),
+              std::tuple(2, Pages, 100 * Pages));
+    EXPECT_EQ(Read(result.Testo), std::pair(EsitoLettura::Incompleta, 32750));
+}
+
+TEST(ConversioneKar, FilesCutShortGiveTheWordsBeforeTheCut) {
+    DemoSong demo(DemoScores().front());
+    const std::string whole = songs::WriteKar(demo.score, demo.song);
+    int words = 0;
+    for (std::size_t size = 0; size <= whole.size(); ++size) {
+        Midifile midifile;
+        if (midifile.OpenContent(whole.substr(0, size)) || !BaseTempi::Leggi(midifile)) {
+            EXPECT_EQ(words, 0) << size;
+            continue;
+        }
+        const Estrazione result = Extracted(midifile);
+        EXPECT_EQ(Read(result.Testo), std::pair(EsitoLettura::Completa, result.Righe.Eventi()));
+        EXPECT_GE(result.Righe.Parole, words) << size;
+        words = result.Righe.Parole;
+    }
+    EXPECT_GT(words, 0);
 }
 
 /// The events of a LYK text, each from its kind on, and their times.

@@ -9,8 +9,9 @@
 namespace sonnel::test {
 
 /// A karaoke file from a score, whose events are parted by "|": "TIME TEXT", "TIME tempo
-/// MICROSECONDS" or "TIME note". TIME is in tenths of a second at 120 quarter notes a minute, which
-/// is 96 ticks, or in ticks with "=" before it. "track" begins the next track.
+/// MICROSECONDS", "TIME lyric TEXT" or "TIME note". TIME is in tenths of a second at 120 quarter
+/// notes a minute, which is 96 ticks, or in ticks with "=" before it. "track" begins the next
+/// track.
 inline SmfBuilder KarScore(const std::string& score, int division = 480) {
     SmfBuilder file(1, division);
     std::istringstream events(score);
@@ -27,6 +28,8 @@ inline SmfBuilder KarScore(const std::string& score, int division = 480) {
             file.Tempo(tick, static_cast<int>(number(what.substr(6))));
         } else if (what == "note") {
             file.Note(tick, 1, 60);
+        } else if (what.starts_with("lyric ")) {
+            file.Text(tick, 5, what.substr(6));
         } else {
             file.Text(tick, 1, what);
         }

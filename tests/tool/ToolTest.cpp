@@ -394,5 +394,18 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
     EXPECT_EQ(Content(folder / "out/b.mid"), Kar());
 }
 
+TEST_F(ToolTest, ConvertTellsOfASongThatThePlayerRefuses) {
+    SmfBuilder song = SmfBuilder().Tempo(0, 500000).Text(0, 1, "@K");
+    for (int i = 0; i < 16375; ++i) {
+        song.Text(960, 1, "\\a");
+    }
+    folder.Write("all.kar", song.Bytes());
+    folder.Write("more.kar", song.Text(960, 1, "b").Bytes());
+    EXPECT_EQ(Json("convert all.kar more.kar")[1]["ok"], true);
+    EXPECT_EQ(err,
+              "sonnel-tool: more.kar: the player reads at most 32750 events of a song and "
+              "refuses this one, which has 32751: split it.\n");
+}
+
 }  // namespace
 }  // namespace sonnel::test
