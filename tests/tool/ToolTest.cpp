@@ -87,7 +87,8 @@ TEST_F(ToolTest, WrongUsageIsToldWithTheUsageLine) {
 }
 
 TEST_F(ToolTest, AFullDiskIsToldOf) {
-    for (const char* command : {"--version", "convert --help", "midi --json a.mid", "index . --json"}) {
+    for (const char* command :
+         {"--version", "convert --help", "midi --json a.mid", "index . --json"}) {
         EXPECT_EQ(Run(std::string(command) + " 2>&1 >/dev/full | grep -q \"Can't write\" #"), 0)
             << command;
     }
