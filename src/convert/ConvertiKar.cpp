@@ -116,8 +116,8 @@ class ConversioneKar {
     fs::path scelto_;
     fs::path directory_;
     std::string base_;
-    bool kar_ =
-        false;  ///< the music has to be copied: the file chosen is not the song's MID file itself
+    /// The music has to be copied: the file chosen is not the song's MID file itself.
+    bool kar_ = false;
     fs::path lyk_;
     fs::path mid_;
 };

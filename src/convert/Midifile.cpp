@@ -4,7 +4,6 @@
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace sonnel {
 
@@ -24,10 +23,7 @@ std::optional<Error> Midifile::OpenContent(std::string content) {
     file_ = {};
     Result<SmfFile> read = ReadSmf(std::move(content));
     if (!read) {
-        std::string reason = read.error().text;  // a sentence, which goes on after a colon here
-        reason.front() =
-            static_cast<char>(std::tolower(static_cast<unsigned char>(reason.front())));
-        return Failure(read.error().number, reason);
+        return Failure(read.error().number, read.error().text);
     }
     file_ = std::move(*read);
     track_ = 0;
@@ -93,7 +89,7 @@ Result<std::int32_t> Midifile::Tempo() const {
 }
 
 Error Midifile::Failure(int number, const std::string& what) const {
-    return {number, "Can't convert the file " + Utf8FromPath(fileName_) + ": " + what + "."};
+    return {number, WithReason("Can't convert the file " + Utf8FromPath(fileName_), what)};
 }
 
 }  // namespace sonnel

@@ -269,4 +269,13 @@ std::string FoldCase(std::string_view text) {
     return key;
 }
 
+std::string WithReason(std::string failure, std::string_view reason) {
+    const std::size_t start = failure.append(": ").size();
+    failure.append(reason);
+    if (failure.size() > start && failure[start] >= 'A' && failure[start] <= 'Z') {
+        failure[start] = static_cast<char>(failure[start] - 'A' + 'a');
+    }
+    return failure.ends_with('.') ? failure : failure + ".";
+}
+
 }  // namespace sonnel

@@ -36,4 +36,8 @@ inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 /// A key under which texts that differ only in letter case are equal (Latin, Greek, Cyrillic).
 [[nodiscard]] std::string FoldCase(std::string_view text);
 
+/// What failed and why as one sentence: `reason`, which may be a sentence of its own, goes on after
+/// a colon.
+[[nodiscard]] std::string WithReason(std::string failure, std::string_view reason);
+
 }  // namespace sonnel

@@ -50,18 +50,9 @@ Result<SmfFile> LeggiMidi(const std::filesystem::path& file) {
     Result<SmfFile> letto = ReadSmf(std::move(*byte));
     if (!letto) {
         return Error{letto.error().number,
-                     ConMotivo("Can't read the file " + Utf8FromPath(file), letto.error().text)};
+                     WithReason("Can't read the file " + Utf8FromPath(file), letto.error().text)};
     }
     return letto;
-}
-
-std::string ConMotivo(std::string frase, std::string_view motivo) {
-    const std::size_t inizio = frase.append(": ").size();
-    frase.append(motivo);
-    if (frase.size() > inizio && frase[inizio] >= 'A' && frase[inizio] <= 'Z') {
-        frase[inizio] = static_cast<char>(frase[inizio] - 'A' + 'a');
-    }
-    return frase.ends_with('.') ? frase : frase + ".";
 }
 
 std::optional<std::string> Illeggibile(const std::filesystem::path& file) {
@@ -79,7 +70,7 @@ std::optional<std::string> Tenta(std::string_view file, const std::function<void
     } catch (const std::bad_alloc&) {
         return frase + ": there is not enough memory.";
     } catch (const std::exception& errore) {
-        return ConMotivo(frase, errore.what());
+        return WithReason(frase, errore.what());
     }
 }
 

@@ -31,10 +31,6 @@ namespace sonnel {
 /// Reads a MIDI file. The error's text is a sentence with the file's name.
 [[nodiscard]] Result<SmfFile> LeggiMidi(const std::filesystem::path& file);
 
-/// What failed and why as one sentence: `motivo`, which may be a sentence of its own, goes on after
-/// a colon.
-[[nodiscard]] std::string ConMotivo(std::string frase, std::string_view motivo);
-
 /// Why the file cannot be opened for reading: a sentence with its name, or nothing.
 [[nodiscard]] std::optional<std::string> Illeggibile(const std::filesystem::path& file);
 

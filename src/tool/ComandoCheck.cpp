@@ -24,7 +24,7 @@ std::optional<std::int32_t> Durata(const std::string& base, std::vector<Rilievo>
     }
     const Result<SmfFile> letto = LeggiMidi(*musica);
     if (!letto) {
-        std::string cosa = ConMotivo("the player does not play the song", letto.error().text);
+        std::string cosa = WithReason("the player does not play the song", letto.error().text);
         cosa.pop_back();  // findings end without a point
         rilievi.push_back({0, std::move(cosa)});
         return std::nullopt;

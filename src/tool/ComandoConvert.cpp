@@ -2,6 +2,7 @@
 #include "convert/ScriviLyk.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "song/Timeline.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
@@ -107,7 +108,7 @@ Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
         const bool nominato = esito.errore.find(Utf8FromPath(lavoro.origine)) != std::string::npos;
         resoconto.messaggi.push_back(
             nominato ? esito.errore
-                     : ConMotivo("Can't convert the file " + lavoro.file, esito.errore));
+                     : WithReason("Can't convert the file " + lavoro.file, esito.errore));
     }
     return resoconto;
 }
