@@ -162,8 +162,8 @@ void AddWord(const std::string& word, VerseLine& line) {
 }
 
 void CheckPage(const VersePage& page, int line) {
-    if (page.size() < 2 || page.size() > 4) {
-        throw ScoreError(line, "a page has two to four lines, not " + std::to_string(page.size()));
+    if (page.size() < 2 || page.size() > 3) {
+        throw ScoreError(line, "a page has two or three lines, not " + std::to_string(page.size()));
     }
 }
 

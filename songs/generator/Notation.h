@@ -35,7 +35,8 @@ struct SourceLine {
 [[nodiscard]] std::vector<Note> ReadTune(const std::vector<SourceLine>& lines, int barTicks,
                                          int bars, int pickup, int octave);
 
-/// Lines of words; an empty line begins a new page. Pages have two to four lines.
+/// Lines of words; an empty line begins a new page. Pages have two or three lines, as
+/// many as a page of a karaoke file can have.
 [[nodiscard]] Verse ReadVerse(const std::vector<SourceLine>& lines, int headLine);
 
 }  // namespace sonnel::songs

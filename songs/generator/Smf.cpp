@@ -1,5 +1,6 @@
 #include "generator/Smf.h"
 
+#include "platform/Numbers.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -108,14 +109,11 @@ MidiTrack Words(const Score& score, const Arrangement& song) {
     add(0, "@T" + score.author);
     add(0, "@ISonnel demo songs");
     for (const SungPage& page : song.pages) {
-        for (std::size_t line = 0; line < page.size(); ++line) {
-            // Readers hold three lines at most: four are shown as two and two.
-            const bool newPage = line == 0 || (page.size() == 4 && line == 2);
-            for (std::size_t i = 0; i < page[line].size(); ++i) {
-                const SungSyllable& syllable = page[line][i];
-                const std::string mark =
-                    i > 0 ? (syllable.startsWord ? " " : "") : (newPage ? "\\" : "/");
-                add(syllable.tick, mark + syllable.text);
+        for (const SungLine& line : page) {
+            const std::string opening = &line == &page.front() ? "\\" : "/";
+            for (const SungSyllable& syllable : line) {
+                const std::string blank = syllable.startsWord ? " " : "";
+                add(syllable.tick, (&syllable == &line.front() ? opening : blank) + syllable.text);
             }
         }
     }
@@ -132,8 +130,28 @@ std::string File(const std::vector<MidiTrack>& tracks, int endTick) {
     return out;
 }
 
-int LastSungTick(const Arrangement& song) {
-    return song.pages.empty() ? 0 : song.pages.back().back().back().tick;
+/// The song in its first tempo alone, each event at the tick that gives it its time there.
+Arrangement InOneTempo(const Arrangement& song) {
+    Arrangement even = song;
+    even.tempos.resize(1);
+    const double ticksPerMillisecond = 1000.0 * TicksPerQuarter / even.tempos[0].microseconds;
+    const auto move = [&](int& tick) {
+        tick = RoundHalfEven<int>(song.Milliseconds(tick) * ticksPerMillisecond);
+    };
+    for (MidiTrack& track : even.tracks) {
+        for (MidiEvent& event : track.events) {
+            move(event.tick);
+        }
+    }
+    for (SungPage& page : even.pages) {
+        for (SungLine& line : page) {
+            for (SungSyllable& syllable : line) {
+                move(syllable.tick);
+            }
+        }
+    }
+    move(even.endTick);
+    return even;
 }
 
 }  // namespace
@@ -145,16 +163,12 @@ std::string WriteMidi(const Score& score, const Arrangement& song) {
 }
 
 std::string WriteKar(const Score& score, const Arrangement& song) {
-    std::vector<TempoChange> tempos = song.tempos;
-    const int lastSung = LastSungTick(song);
-    std::erase_if(tempos, [lastSung](const TempoChange& change) {
-        return change.tick > 0 && change.tick <= lastSung;
-    });
+    const Arrangement even = InOneTempo(song);
     MidiTrack header{"Soft karaoke", {}};
     header.events.push_back({0, Rank::Setting, Text(TextEvent, "@KMIDI KARAOKE FILE")});
-    std::vector<MidiTrack> tracks = {Conductor(score, tempos), header, Words(score, song)};
-    tracks.insert(tracks.end(), song.tracks.begin(), song.tracks.end());
-    return File(tracks, song.endTick);
+    std::vector<MidiTrack> tracks = {Conductor(score, even.tempos), header, Words(score, even)};
+    tracks.insert(tracks.end(), even.tracks.begin(), even.tracks.end());
+    return File(tracks, even.endTick);
 }
 
 }  // namespace sonnel::songs
