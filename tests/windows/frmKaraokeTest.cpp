@@ -1,22 +1,11 @@
-#include "windows/Pixels.h"
+#include "windows/KaraokeWindow.h"
 
-#include "fakes/ClockedEvents.h"
-#include "fakes/FakeShell.h"
-#include "fakes/MemoryRegistro.h"
-#include "fakes/RecordingSynth.h"
-#include "fakes/ScriptedMsgBox.h"
-#include "fakes/SequencerRig.h"
 #include "fakes/SmfBuilder.h"
-#include "player/frmKaraoke.h"
 
 #include <QFrame>
 #include <QMenuBar>
-#include <QTest>
 #include <functional>
-#include <memory>
-#include <stdexcept>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -25,9 +14,6 @@
 namespace sonnel::test {
 namespace {
 
-constexpr int Scale = 15;  // twips to a pixel
-constexpr const char* Opzioni = "Software\\Corvane\\Sonnel Player\\Opzioni";
-constexpr const char* Finestra = "Software\\Corvane\\Sonnel Player\\Finestra";
 constexpr Colour Unsung = 8421376;
 constexpr Colour Sung = 0xFFFFFF;
 
@@ -38,37 +24,16 @@ constexpr const char* kPlaying =
     "&Open Cali&brate... Song &Properties &Play | "
     "Open Song informations Video calibration Options Play slider";
 
-class FixedScreen : public Schermo {
-  public:
-    int Width() const override { return 800 * Scale; }
-    int Height() const override { return 800 * Scale; }
-    std::vector<Rettangolo> Schermi() const override { return {{0, 0, Width(), Height()}}; }
-    double TwipsPerPixel() const override { return Scale; }
-};
-
 /// The main window and a song of 30.4 seconds whose page is sung from second 1 to second 4.
-class frmKaraokeTest : public testing::Test {
+class frmKaraokeTest : public KaraokeWindow {
   protected:
     void SetUp() override {
+        KaraokeWindow::SetUp();
         rig.folder.Write("song.lyk",
                          "Cantabelle1.0\r\n*TIRondini\r\n00000 1Uno$Edue$Etre$Equattro\r\n"
                          "00010 23\r\n00020 28\r\n00030 213\r\n00040 222\r\n");
         SmfBuilder song(1, 500);
         rig.folder.Write("song.mid", song.Note(0, 500, 60).Note(30000, 400, 62).Bytes());
-        for (const auto& [section, name, value] : {std::tuple{Opzioni, "Compensazione", "0"},
-                                                   {Finestra, "Left", "300"},
-                                                   {Finestra, "Top", "600"},
-                                                   {Finestra, "Width", "9000"},
-                                                   {Finestra, "Height", "7500"}}) {
-            registry.Put(RegistryRoot::CurrentUser, section, name, RegistryType::String, value);
-        }
-    }
-    void Open(const std::string& commandLine) {
-        program.CmdLine = commandLine;
-        window = std::make_unique<frmKaraoke>(program);
-        window->Form_Load();
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
     void OpenSong() { Open((rig.folder / "song.lyk").string()); }
     void Key(Qt::Key key) { QTest::keyClick(window.get(), key); }
@@ -95,43 +60,7 @@ class frmKaraokeTest : public testing::Test {
         const auto labels = window->findChild<QFrame*>("SSPanel1")->findChildren<QLabel*>();
         return labels.at(index)->text().toStdString();
     }
-    QtPictureBox& Lyrics() const {
-        for (QWidget* widget : window->findChildren<QWidget*>()) {
-            if (auto* lyrics = dynamic_cast<QtPictureBox*>(widget)) {
-                return *lyrics;
-            }
-        }
-        throw std::logic_error("no lyrics area");
-    }
     int Pixels(Colour colour) const { return Count(Shot(Lyrics()), colour); }
-    bool Playing() const { return IsPlaying(control.Mode()); }
-
-    RecordingSynth synth;
-    SequencerRig rig{synth};
-    MMControl& control = rig.control;
-    MemoryRegistro registry;
-    ScriptedMsgBox msgBox;
-    ClockedEvents events{rig.clock};
-    FixedScreen screen;
-    FakeShell shell;
-    std::vector<std::string> called;  ///< what was asked of library and options, in order
-    Programma program{.registro = registry,
-                      .sequencer = control,
-                      .msgBox = msgBox,
-                      .eventi = events,
-                      .orologio = rig.clock,
-                      .schermo = screen,
-                      .shell = shell,
-                      .CmdLine = "",
-                      .eseguibile = "/opt/sonnel/sonnel",
-                      .openDirPredefinita = rig.folder.Path().string(),
-                      .scelta = {[this] { return called.emplace_back("choose"), ""; }, {}},
-                      .agganci = {[this] { called.emplace_back("load index"); },
-                                  [this] { called.emplace_back("reload"); },
-                                  [this] { called.emplace_back("update"); },
-                                  [this] { called.emplace_back("make selection"); },
-                                  [this] { called.emplace_back("options"); }}};
-    std::unique_ptr<frmKaraoke> window;
 };
 
 TEST_F(frmKaraokeTest, StartsWithoutASong) {

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "windows/Pixels.h"
+
+#include "fakes/ClockedEvents.h"
+#include "fakes/FakeShell.h"
+#include "fakes/MemoryRegistro.h"
+#include "fakes/RecordingSynth.h"
+#include "fakes/ScriptedMsgBox.h"
+#include "fakes/SequencerRig.h"
+#include "player/frmKaraoke.h"
+
+#include <QTest>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace sonnel::test {
+
+inline constexpr int Scale = 15;  // twips to a pixel
+inline constexpr const char* Opzioni = "Software\\Corvane\\Sonnel Player\\Opzioni";
+inline constexpr const char* Finestra = "Software\\Corvane\\Sonnel Player\\Finestra";
+
+class FixedScreen : public Schermo {
+  public:
+    int Width() const override { return 800 * Scale; }
+    int Height() const override { return 800 * Scale; }
+    std::vector<Rettangolo> Schermi() const override { return {{0, 0, Width(), Height()}}; }
+    double TwipsPerPixel() const override { return Scale; }
+};
+
+/// The main window, its sequencer moved by hand.
+class KaraokeWindow : public testing::Test {
+  protected:
+    void SetUp() override {
+        for (const auto& [section, name, value] : {std::tuple{Opzioni, "Compensazione", "0"},
+                                                   {Finestra, "Left", "300"},
+                                                   {Finestra, "Top", "600"},
+                                                   {Finestra, "Width", "9000"},
+                                                   {Finestra, "Height", "7500"}}) {
+            registry.Put(RegistryRoot::CurrentUser, section, name, RegistryType::String, value);
+        }
+    }
+    void Open(const std::string& commandLine) {
+        program.CmdLine = commandLine;
+        window = std::make_unique<frmKaraoke>(program);
+        window->Form_Load();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+    QtPictureBox& Lyrics() const {
+        for (QWidget* widget : window->findChildren<QWidget*>()) {
+            if (auto* lyrics = dynamic_cast<QtPictureBox*>(widget)) {
+                return *lyrics;
+            }
+        }
+        throw std::logic_error("no lyrics area");
+    }
+    bool Playing() const { return IsPlaying(control.Mode()); }
+
+    RecordingSynth synth;
+    SequencerRig rig{synth};
+    MMControl& control = rig.control;
+    MemoryRegistro registry;
+    ScriptedMsgBox msgBox;
+    ClockedEvents events{rig.clock};
+    FixedScreen screen;
+    FakeShell shell;
+    std::vector<std::string> called;  ///< what was asked of library and options, in order
+    Programma program{.registro = registry,
+                      .sequencer = control,
+                      .msgBox = msgBox,
+                      .eventi = events,
+                      .orologio = rig.clock,
+                      .schermo = screen,
+                      .shell = shell,
+                      .CmdLine = "",
+                      .eseguibile = "/opt/sonnel/sonnel",
+                      .openDirPredefinita = rig.folder.Path().string(),
+                      .scelta = {[this] { return called.emplace_back("choose"), ""; }, {}},
+                      .agganci = {[this] { called.emplace_back("load index"); },
+                                  [this] { called.emplace_back("reload"); },
+                                  [this] { called.emplace_back("update"); },
+                                  [this] { called.emplace_back("make selection"); },
+                                  [this] { called.emplace_back("options"); }}};
+    std::unique_ptr<frmKaraoke> window;
+};
+
+}  // namespace sonnel::test
