@@ -42,6 +42,7 @@ class Passata {
 
 Estrazione Passata::Esegui() {
     esito_.Testo = PrimaRigaLyk();
+    esito_.Danneggiato = midifile_.Damaged();
     const int tracce = midifile_.NumTracks();
     for (int i = 1; i <= tracce && !esito_.TestoIniziato && !esito_.Errore; ++i) {
         midifile_.SetTrack(i);

@@ -17,6 +17,7 @@ struct Estrazione {
     RigheScritte Righe;                ///< of it, beside the first
     bool IntestazioneKaraoke = false;  ///< the file says that it is a karaoke file ("@K")
     bool TestoIniziato = false;        ///< there is a page of words
+    bool Danneggiato = false;          ///< parts of the file could not be read
     std::optional<Error> Errore;       ///< what ended the extraction before its end
 
     /// Whether the file was a karaoke file that could be made sense of.

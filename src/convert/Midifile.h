@@ -39,6 +39,8 @@ class Midifile {
     [[nodiscard]] std::uint16_t TimeDivision() const { return file_.divisionWord; }
     /// The tracks that are there; 0 when no file is open.
     [[nodiscard]] int NumTracks() const { return static_cast<int>(file_.tracks.size()); }
+    /// Whether something of the file had to be skipped or mended.
+    [[nodiscard]] bool Damaged() const { return file_.damaged; }
 
     /// Selects a track, 1 to NumTracks.
     void SetTrack(int track) { track_ = static_cast<std::size_t>(track) - 1; }

@@ -26,6 +26,7 @@ struct EsitoConversione {
     bool midScritto = false;
     bool intestazione = false;
     bool parole = false;
+    bool danneggiato = false;
     int eventi = 0;
     std::string errore;
 };
@@ -80,6 +81,7 @@ void Converti(const Conversione& lavoro, bool sovrascrivi, std::chrono::year_mon
     }
     esito.intestazione = parole->IntestazioneKaraoke;
     esito.parole = parole->TestoIniziato;
+    esito.danneggiato = parole->Danneggiato;
     esito.eventi = parole->Righe.Eventi();
     Scrivi(lavoro, *parole, sovrascrivi, esito);
 }
@@ -98,6 +100,10 @@ Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
     if (esito.errore.empty()) {
         resoconto.testo =
             SuUnaRiga(lavoro.file) + ": " + SuUnaRiga(lyk) + ", " + SuUnaRiga(mid) + "\n";
+        if (esito.danneggiato) {
+            resoconto.messaggi.push_back(lavoro.file +
+                                         ": the file is damaged; words may be missing.");
+        }
         if (esito.eventi > Timeline::Capienza) {
             resoconto.messaggi.push_back(lavoro.file + ": the player reads at most " +
                                          std::to_string(Timeline::Capienza) +

@@ -376,7 +376,7 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
     EXPECT_EQ(Content(folder / "out/b.mid"), Kar());
 }
 
-TEST_F(ToolTest, ConvertTellsOfASongThatThePlayerRefuses) {
+TEST_F(ToolTest, ConvertTellsOfASongThatThePlayerRefusesOrThatMayMissWords) {
     SmfBuilder song = SmfBuilder().Tempo(0, 500000).Text(0, 1, "@K");
     for (int i = 0; i < 16375; ++i) {
         song.Text(960, 1, "\\a");
@@ -387,6 +387,11 @@ TEST_F(ToolTest, ConvertTellsOfASongThatThePlayerRefuses) {
     EXPECT_EQ(err,
               "sonnel-tool: more.kar: the player reads at most 32750 events of a song and "
               "refuses this one, which has 32751: split it.\n");
+
+    folder.Write("cut.kar", song.Truncated(4));
+    EXPECT_EQ(Json("convert cut.kar")[0]["ok"], true);
+    EXPECT_THAT(err, testing::StartsWith(
+                         "sonnel-tool: cut.kar: the file is damaged; words may be missing.\n"));
 }
 
 }  // namespace
