@@ -55,6 +55,13 @@ Result<SmfFile> LeggiMidi(const std::filesystem::path& file) {
     return letto;
 }
 
+void AvvisaSeDanneggiato(const std::string& file, const SmfFile& letto,
+                         std::vector<std::string>& messaggi) {
+    if (letto.damaged) {
+        messaggi.push_back(file + ": the file is damaged; the player plays what it can read.");
+    }
+}
+
 std::optional<std::string> Illeggibile(const std::filesystem::path& file) {
     const Result<FileReader> aperto = FileReader::Open(file);
     return aperto ? std::nullopt

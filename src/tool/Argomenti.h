@@ -31,6 +31,10 @@ namespace sonnel {
 /// Reads a MIDI file. The error's text is a sentence with the file's name.
 [[nodiscard]] Result<SmfFile> LeggiMidi(const std::filesystem::path& file);
 
+/// Adds a sentence with the file's name to `messaggi` if a part of it could not be read.
+void AvvisaSeDanneggiato(const std::string& file, const SmfFile& letto,
+                         std::vector<std::string>& messaggi);
+
 /// Why the file cannot be opened for reading: a sentence with its name, or nothing.
 [[nodiscard]] std::optional<std::string> Illeggibile(const std::filesystem::path& file);
 

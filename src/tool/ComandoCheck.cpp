@@ -12,8 +12,9 @@ namespace sonnel {
 namespace {
 
 /// How long the music beside a song's words lasts, in ms; nothing, and a finding, when it is not to
-/// be had.
-std::optional<std::int32_t> Durata(const std::string& base, std::vector<Rilievo>& rilievi) {
+/// be had. Damage that the player gets over is told in `messaggi` only.
+std::optional<std::int32_t> Durata(const std::string& base, std::vector<Rilievo>& rilievi,
+                                   std::vector<std::string>& messaggi) {
     const auto musica = FindFile(PathFromUtf8(base + ".MID"));
     if (!musica) {
         rilievi.push_back({0,
@@ -29,6 +30,7 @@ std::optional<std::int32_t> Durata(const std::string& base, std::vector<Rilievo>
         rilievi.push_back({0, std::move(cosa)});
         return std::nullopt;
     }
+    AvvisaSeDanneggiato(Utf8FromPath(*musica), *letto, messaggi);
     return LengthMs(*letto);
 }
 
@@ -55,10 +57,12 @@ std::string TestoRilievi(const std::string& file, const std::vector<Rilievo>& ri
 Resoconto ComandoCheck(const std::string& file) {
     Resoconto resoconto;
     std::vector<Rilievo> rilievi;
+    bool letto = false;
     if (const auto rifiuto = RifiutoNome(file)) {
         resoconto.messaggi.push_back(*rifiuto);
     } else if (const Result<std::string> byte = ReadFile(FileNominato(file))) {
-        const auto durata = Durata(SenzaEstensione(file, {".lyk"}), rilievi);
+        letto = true;
+        const auto durata = Durata(SenzaEstensione(file, {".lyk"}), rilievi, resoconto.messaggi);
         for (Rilievo& rilievo : ControllaTesto(DecodeFileText(*byte), durata)) {
             rilievi.push_back(std::move(rilievo));
         }
@@ -66,9 +70,8 @@ Resoconto ComandoCheck(const std::string& file) {
         resoconto.messaggi.push_back("Can't read the file " + file + ": " + byte.error().text +
                                      ".");
     }
-    resoconto.json = {{"file", file},
-                      {"ok", rilievi.empty() && resoconto.messaggi.empty()},
-                      {"findings", JsonRilievi(rilievi)}};
+    resoconto.json = {
+        {"file", file}, {"ok", letto && rilievi.empty()}, {"findings", JsonRilievi(rilievi)}};
     resoconto.testo = TestoRilievi(file, rilievi);
     return resoconto;
 }

@@ -54,10 +54,7 @@ void Descrivi(const std::string& nome, const SmfFile& file, Resoconto& resoconto
         resoconto.testo += std::string(" ") + campo + " " + json[campo].dump();
     }
     resoconto.testo += "\n";
-    if (file.damaged) {
-        resoconto.messaggi.push_back(nome +
-                                     ": the file is damaged; the player plays what it can read.");
-    }
+    AvvisaSeDanneggiato(nome, file, resoconto.messaggi);
 }
 
 }  // namespace

@@ -142,12 +142,14 @@ std::optional<std::int32_t> Carica(const std::string& brano, Timeline& timeline,
     if (!LeggiBrano(brano, base, timeline, informazioni, msgBox, messaggi)) {
         return std::nullopt;
     }
-    const Result<SmfFile> musica =
-        LeggiMidi(FindFile(PathFromUtf8(base + ".MID")).value_or(PathFromUtf8(base + ".mid")));
+    const std::filesystem::path mid =
+        FindFile(PathFromUtf8(base + ".MID")).value_or(PathFromUtf8(base + ".mid"));
+    const Result<SmfFile> musica = LeggiMidi(mid);
     if (!musica) {
         messaggi.push_back(musica.error().text);
         return std::nullopt;
     }
+    AvvisaSeDanneggiato(Utf8FromPath(mid), *musica, messaggi);
     return LengthMs(*musica);
 }
 

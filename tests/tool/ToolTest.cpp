@@ -241,6 +241,14 @@ TEST_F(ToolTest, MidiFilesAreMeasured) {
         "division":480,"events":6,"notes":1,"tempos":1,"texts":1,"lengthMs":500,"damaged":false,
         "error":""})"));
     EXPECT_EQ(std::tuple(all[1]["ok"], all[1]["damaged"]), std::tuple(json(true), json(true)));
+    folder.Write("cut.lyk", "Cantabelle1.0\r\n");
+    for (const char* const command : {"midi cut.mid", "check cut.lyk", "trace cut.lyk"}) {
+        EXPECT_EQ(Run(command), 0);
+        EXPECT_EQ(err,
+                  "sonnel-tool: cut.mid: the file is damaged; the player plays what it can "
+                  "read.\n")
+            << command;
+    }
 }
 
 TEST_F(ToolTest, CheckFindsWhatASingerStumblesOverAndNothingElse) {
