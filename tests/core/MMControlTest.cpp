@@ -299,7 +299,7 @@ TEST_F(MMControlTest, PositionIsWhatIsHeard) {
     Run(1650);
     log.clear();
     Pause();
-    EXPECT_EQ(After(500), "4u") << "paused when all was rendered, but not yet heard";
+    EXPECT_EQ(After(500), "4uu") << "paused when all was rendered, but not yet heard";
     EXPECT_EQ(State(), std::pair(MciMode::Paused, 2000));
     Play();
     EXPECT_THAT(After(500), MatchesRegex("u+1"));

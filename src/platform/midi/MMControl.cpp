@@ -50,6 +50,9 @@ struct MMControl::Impl {
     void Seek(std::int32_t ms);
     void EndPlaying(MciMode next);
     void RequestReport();
+    [[nodiscard]] bool ReportDue() const {
+        return mode == MciMode::Playing || reportDue || aborted > 0;
+    }
 
     void Tick();
     void Deliver();
@@ -73,6 +76,7 @@ struct MMControl::Impl {
     std::uint64_t openings = 0;  ///< tells a handler's caller that the song has changed
     int aborted = 0;             ///< Plays that were interrupted and not yet reported
     bool reportDue = false;
+    bool pausing = false;  ///< until the Pause is heard
     bool delivering = false;
     int quiet = 0;
 };
@@ -112,6 +116,7 @@ void MMControl::Impl::Close() {
     mode = MciMode::NotReady;
     aborted = 0;
     reportDue = false;
+    pausing = false;
     UpdateTimer();
 }
 
@@ -119,6 +124,7 @@ void MMControl::Impl::Play() {
     if (mode != MciMode::Playing) {
         output.Maintain();
         mode = MciMode::Playing;
+        pausing = false;
         song->Play();
     }
     RequestReport();
@@ -128,12 +134,14 @@ void MMControl::Impl::Pause() {
     if (mode == MciMode::Playing) {
         EndPlaying(MciMode::Paused);
         song->Pause();
+        pausing = true;
     }
     RequestReport();
 }
 
 void MMControl::Impl::Seek(std::int32_t ms) {
     EndPlaying(MciMode::Stopped);
+    pausing = false;
     song->Seek(ms);
     RequestReport();
 }
@@ -153,8 +161,13 @@ void MMControl::Impl::Tick() {
     if (song) {
         song->Tidy();
     }
+    // The position has moved on since the report that followed the command.
+    if (pausing && song->Settled()) {
+        pausing = false;
+        reportDue = true;
+    }
     // A handler may let events run: a report never overlaps another one.
-    if (song && quiet == 0 && !delivering) {
+    if (song && quiet == 0 && !delivering && ReportDue()) {
         const Flag flag(delivering);
         Deliver();
     }
@@ -194,8 +207,7 @@ bool MMControl::Impl::DeliverDone(MciNotify how, std::uint64_t opening) const {
 }
 
 void MMControl::Impl::UpdateTimer() {
-    const bool needed =
-        song && (mode == MciMode::Playing || reportDue || aborted > 0 || song->HasBacklog());
+    const bool needed = song && (ReportDue() || pausing || song->HasBacklog());
     const int interval = needed ? updateInterval : 0;
     if (interval == timerInterval) {
         return;

@@ -58,7 +58,8 @@ class MMControl {
     /// Target of the next Seek, in milliseconds; beyond the end means the end.
     void SetTo(std::int32_t ms);
 
-    /// Asks for status reports every `ms` milliseconds while playing, and one after each command.
+    /// Asks for status reports every `ms` milliseconds while playing, one after each command, and
+    /// one when the last sound before a Pause has been heard.
     void SetUpdateInterval(int ms);
     std::function<void()> onStatusUpdate;
     /// Play completes with Successful at the end of the song, with Aborted by Pause and Seek.

@@ -36,6 +36,8 @@ class OpenSong {
     [[nodiscard]] std::int32_t LengthMs() const { return sequence_.lengthMs; }
     /// The place that is heard, in milliseconds; right after a Seek its target.
     [[nodiscard]] std::int32_t PositionMs();
+    /// True when the last command is heard.
+    [[nodiscard]] bool Settled() { return Heard().serial >= serial_; }
     /// True when the end of the last Play has been heard.
     [[nodiscard]] bool Ended();
 
