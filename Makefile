@@ -4,7 +4,10 @@
 SONG ?=
 export SONG
 
-.PHONY: run test bench package pictures format lint clean
+# make soak SEED=number repeats a session.
+SEED ?=
+
+.PHONY: run test soak bench package pictures format lint clean
 
 run:
 	@scripts/run
@@ -14,6 +17,11 @@ test:
 	cmake --preset debug
 	cmake --build --preset debug
 	ctest --preset debug -j 2
+
+soak:
+	cmake --preset release
+	cmake --build --preset release --target sonnel_soak
+	build/release/bin/sonnel_soak 120 $(SEED)
 
 bench:
 	@bench/run

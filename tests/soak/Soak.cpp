@@ -1,0 +1,422 @@
+// A long session of the real main window by a clock of its own: `sonnel_soak MINUTES [SEED]`.
+// Random commands, at every step what is shown has to fit the position of the song, and the program
+// at rest must not take more memory as time goes by.
+
+#include "windows/Pixels.h"
+
+#include "fakes/ClockedEvents.h"
+#include "fakes/FakeShell.h"
+#include "fakes/MemoryRegistro.h"
+#include "fakes/ScriptedMsgBox.h"
+#include "fakes/SequencerRig.h"
+#include "platform/Numbers.h"
+#include "platform/Text.h"
+#include "platform/qt/QtSystem.h"
+#include "player/frmKaraoke.h"
+#include "settings/Impostazioni.h"
+
+#include <QApplication>
+#include <QTest>
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <iostream>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include <malloc.h>
+
+namespace sonnel::test {
+namespace {
+
+constexpr int Step = 10;                      // ms
+constexpr int Latency = 50;                   // ms until sound is heard
+constexpr std::int64_t MostGrowth = 131'072;  // bytes, after the warm-up
+constexpr int Narrow = 560;                   // pixels; few widths, as each brings fonts with it
+constexpr int Wide = 800;
+constexpr std::array Songs{"Amazing Grace", "Auld Lang Syne", "Frere Jacques", "Row Your Boat",
+                           "Twinkle Twinkle"};
+
+class SilentSynth : public Sintetizzatore {
+  public:
+    std::optional<Error> Prepare(int /*sampleRate*/) override { return std::nullopt; }
+    void Reset() noexcept override {}
+    void ChannelMessage(std::uint8_t, std::uint8_t, std::uint8_t) noexcept override {}
+    void SystemExclusive(std::span<const std::uint8_t>) noexcept override {}
+    void AllSoundOff() noexcept override {}
+    void Render(std::span<float> out) noexcept override { std::ranges::fill(out, 0.0F); }
+};
+
+/// Stops the timers of the real clock, by which no run would be like another.
+class NoRealTime : public QObject {
+  public:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        return event->type() == QEvent::Timer && qobject_cast<QTimer*>(object) != nullptr;
+    }
+};
+
+QStringList Lines(std::string_view page) {
+    return QString::fromUtf8(page.data(), static_cast<qsizetype>(page.size())).split("\r\n");
+}
+
+class Soak {
+  public:
+    explicit Soak(std::uint32_t seed) : random_(seed) {
+        rig_.output.latency = rig_.Frame(Latency);
+        rig_.folder.Write("broken.lyk", "Cantabile\r\n");
+        rig_.folder.Write("broken.mid", "");
+        rig_.folder.Write("alone.lyk", "Cantabelle1.0\r\n00000 1Uno\r\n");
+        SalvaImpostazione(registry_, "Opzioni", "Compensazione", "0");
+        window_.Form_Load();
+        qApp->installEventFilter(&noRealTime_);
+        for (QWidget* widget : window_.findChildren<QWidget*>()) {
+            auto* found = dynamic_cast<QtPictureBox*>(widget);
+            lyrics_ = found != nullptr ? found : lyrics_;
+        }
+    }
+
+    void Run(int minutes) {
+        constexpr int Samples = 12;
+        WarmUp();
+        const int period = minutes * 60'000 / Step / Samples;
+        const std::int64_t warm = LiveHeap();
+        std::cout << "live heap " << warm << " bytes after the warm-up\n";
+        for (int sample = 1; sample <= Samples; ++sample) {
+            for (int step = 0, next = 0; step < period; ++step) {
+                if (step >= next) {
+                    Give();
+                    next = step + 1 + Random(400);
+                }
+                Advance();
+            }
+            Rest();
+            const std::int64_t growth = LiveHeap() - warm;
+            std::cout << sample * minutes / 12.0 << " min: " << std::showpos << growth
+                      << std::noshowpos << " bytes" << std::endl;
+            Require(growth <= MostGrowth, "the heap has grown");
+        }
+        for (const Command& command : commands_) {
+            std::cout << command.name << ' ' << command.given << ", ";
+        }
+        std::cout << "played to the end " << ends_ << '\n';
+    }
+
+  private:
+    struct Command {
+        const char* name;
+        bool (Soak::*give)();  ///< false when it is out of use now
+        int given = 0;
+    };
+
+    int Random(int below) {
+        return static_cast<int>(random_() % static_cast<std::uint32_t>(below));
+    }
+    [[nodiscard]] bool Playing() const { return IsPlaying(control_.Mode()); }
+    [[nodiscard]] bool Loaded() const { return !control_.FileName().empty(); }
+    [[nodiscard]] const Timeline& Words() const { return programma_.timeline; }
+    static std::int64_t LiveHeap() {
+        const auto heap = mallinfo2();
+        return static_cast<std::int64_t>(heap.uordblks + heap.hblkhd);
+    }
+    void Require(bool holds, const std::string& fault) const {
+        if (!holds) {
+            throw std::runtime_error("step " + std::to_string(steps_) + ", after " + last_ +
+                                     ", at " + std::to_string(control_.Position()) +
+                                     " ms: " + fault);
+        }
+    }
+
+    // Commands
+
+    void Give() {
+        Command* command = nullptr;
+        do {
+            command = &commands_.at(random_() % commands_.size());
+            last_ = command->name;
+        } while (!(this->*command->give)());
+        ++command->given;
+        given_ = true;
+    }
+    bool Trigger(const char* name, bool draws) {
+        auto* action = window_.findChild<QAction*>(name);
+        const bool usable = action->isEnabled();
+        redrawn_ = redrawn_ || (usable && draws);
+        action->trigger();
+        return usable;
+    }
+    bool Play() { return Trigger("mnuSoundPlay", true); }
+    bool Pause() { return Trigger("mnuSoundPause", false); }
+    bool Stop() { return Trigger("mnuSoundStop", true); }
+    bool Options() { return Trigger("mnuVisOpzioni", true); }
+    bool Click() {
+        const bool plays = Loaded() && !Playing();
+        QTest::mouseClick(lyrics_, Qt::LeftButton);
+        Require(Playing() == plays, "the click");
+        return Loaded();
+    }
+    bool SeekTo(int second) {
+        if (!slider_->isEnabled() || slider_->value() == second) {
+            return false;
+        }
+        redrawn_ = true;
+        slider_->setValue(second);
+        Require(control_.Position() == std::min(1000 * second, control_.Length()), "the place");
+        return true;
+    }
+    bool Seek() { return SeekTo(Random(slider_->maximum() + 1)); }
+    bool SeekEnd() { return SeekTo(slider_->maximum() - Random(4)); }
+    bool Resize() {
+        window_.resize(Random(2) == 0 ? Narrow : Wide, 250 + Random(550));
+        return true;
+    }
+    bool LookAway() {
+        QApplication::setActiveWindow(&other_);
+        Require(!Playing(), "it plays on");
+        QApplication::setActiveWindow(&window_);
+        return true;
+    }
+    bool Load(const std::string& path, const std::string& message) {
+        choice_ = "F=" + path;
+        const bool usable = Trigger("mnuFileLoad", message.empty());
+        expected_ = usable ? message : "";
+        return usable;
+    }
+    bool LoadSong(std::size_t number) {
+        return Load(std::string(SONNEL_SONGS) + Songs.at(number), "");
+    }
+    bool LoadAny() { return LoadSong(random_() % Songs.size()); }
+    bool LoadBroken() {
+        const bool usable = Load((rig_.folder / "broken").string(), "That's not a Cantabelle1.0");
+        Require(!usable || !Loaded(), "a song is open");
+        return usable;
+    }
+    bool LoadAlone() {
+        return Load((rig_.folder / "alone").string(), "Can't load the selected song: MID");
+    }
+
+    /// The same song at its start in the same window: the same is to be allocated.
+    void Rest() {
+        last_ = "rest";
+        (void)Pause();
+        window_.resize(Wide, 600);
+        programma_.config.Autoplay = false;
+        Advance();
+        Require(LoadSong(0), "no song can be opened");
+        given_ = true;
+        for (int i = 0; i < 10; ++i) {
+            Advance();
+        }
+    }
+    /// All pages in all sizes, so that what the window system keeps of letters is complete.
+    void WarmUp() {
+        for (std::size_t i = 0; i < 4 * Songs.size(); ++i) {
+            Rest();
+            window_.resize(i / 2 % 2 == 0 ? Narrow : Wide, Wide);
+            Advance();
+            (void)LoadSong(i / 4);
+            window_.resize(i % 2 == 0 ? Narrow : Wide, Wide);
+            for (int second = 0; second < slider_->maximum(); second += 2) {
+                (void)SeekTo(second);
+                Advance();
+            }
+        }
+        Rest();
+    }
+
+    // What has to hold
+
+    void Advance() {
+        const MciMode mode = control_.Mode();
+        const std::int32_t before = control_.Position();
+        rig_.Run(Step);
+        if (++steps_ % 50 == 0) {
+            window_.tmrSlider_Timer();
+            window_.tmrLogo_Timer();
+            Require(!Playing() || std::abs(1000 * slider_->value() - control_.Position()) <= 500,
+                    "the slider");
+        }
+        QCoreApplication::processEvents();
+        CheckPosition(mode, control_.Position() - before);
+        CheckBoxes();
+        CheckButtons(control_.Position() != before);
+        CheckWords();
+        given_ = false;
+        redrawn_ = false;
+    }
+    void CheckPosition(MciMode mode, std::int32_t moved) {
+        played_ = Playing() && !given_ ? played_ + 1 : 0;
+        if (mode == control_.Mode()) {
+            Require(moved >= 0, "the position runs backwards");
+            Require(played_ <= 2 * Latency / Step || std::abs(moved - Step) <= 1, "the pace");
+        } else if (IsPlaying(mode)) {
+            Require(control_.Position() == 0, "not rewound");
+            Require(shown_ == Words().NumEventi(), "words are left at the end");
+            ++ends_;
+            ended_ = true;
+        }
+    }
+    void CheckBoxes() {
+        std::string texts;
+        for (const Message& message : std::exchange(msgBox_.shown, {})) {
+            texts += message.text;
+        }
+        Require(expected_.empty() ? texts.empty() : texts.starts_with(expected_), "box: " + texts);
+        expected_.clear();
+    }
+    void CheckButtons(bool moved) const {
+        const bool stands = !Playing();
+        const bool ready = Loaded() && stands;
+        const auto buttons = window_.findChild<QToolBar*>()->actions();
+        // What is still to be heard at a pause may move the song from its start: Stop comes then.
+        const bool coming = stands && moved;
+        const bool stoppable =
+            coming ? buttons.at(10)->isEnabled() : Loaded() && control_.Position() != 0;
+        for (const auto& [index, usable] :
+             {std::pair(0, stands), std::pair(1, ready), std::pair(3, stands), std::pair(4, stands),
+              std::pair(8, ready), std::pair(9, !stands), std::pair(10, stoppable)}) {
+            const QAction* button = buttons.at(index);
+            Require(button->isEnabled() == usable, "button " + button->text().toStdString());
+        }
+        Require(slider_->isEnabled() == ready, "the slider's use");
+    }
+    /// How many events are due at a position.
+    [[nodiscard]] std::int16_t Due(std::int32_t position) const {
+        std::int16_t i = 1;
+        while (i <= Words().NumEventi() && 100 * Words().Eventi(i).Tempo <= position) {
+            ++i;
+        }
+        return static_cast<std::int16_t>(i - 1);
+    }
+    void CheckWords() {
+        const std::int16_t last = Words().UltimoEvento;
+        const bool look = given_ || redrawn_ || last != shown_ || steps_ % 50 == 0;
+        shown_ = last;
+        // After its end the last page stays, and what was still to be heard at a pause is not
+        // shown.
+        ended_ = ended_ && !redrawn_;
+        const std::int32_t position = ended_ ? control_.Length() : control_.Position();
+        const int late = Playing() ? 3 * Step : 2 * Latency;
+        Require(last <= Due(position) && last >= Due(position - late), "the event shown");
+        if (look && Loaded()) {
+            Draw(last);
+            Require(Shot(*lyrics_) == Shot(twin_), "the picture of the words");
+        }
+    }
+    /// Draws what the lyrics area has to show after an event.
+    void Draw(std::int16_t last) {
+        std::int16_t page = last;
+        while (page > 0 && Words().Eventi(page).Tipo != TipoEvento::Pagina) {
+            --page;
+        }
+        if (redrawn_ || page != page_) {
+            width_ = RoundHalfEven<int>(lyrics_->width() * screen_.TwipsPerPixel());
+        }
+        page_ = page;
+        const Config& config = programma_.config;
+        twin_.resize(lyrics_->size());
+        twin_.SetBackColor(config.ColoreSfondo);
+        twin_.SetFont(lyrics_->Font());
+        twin_.Clear();
+        if (page == 0) {
+            return;
+        }
+        const std::string& text = Words().Eventi(page).Testo;
+        const QStringList lines = Lines(text);
+        for (int i = 0; i < lines.size(); ++i) {
+            if (config.Ombra != 0) {
+                Print(lines, i, lines[i], config.ColoreOmbra, 30);
+            }
+            Print(lines, i, lines[i], config.ColoreTesto);
+        }
+        const int sung = last > page ? std::stoi(Words().Eventi(last).Testo) : 0;
+        const QStringList parts = Lines(FirstCodePoints(text, static_cast<std::size_t>(sung)));
+        for (int i = 0; i < parts.size(); ++i) {
+            Print(lines, i, parts[i], config.ColoreSelezione);
+        }
+    }
+    /// Prints a part of line `i` where the whole of it stands.
+    void Print(const QStringList& lines, int i, QString part, Colour colour, int offset = 0) {
+        const double width = twin_.Measure(lines[i].toStdString()).width;
+        twin_.SetForeColor(colour);
+        twin_.Print(RoundHalfEven<int>((width_ - width) / 2) + offset,
+                    RoundHalfEven<int>(i * twin_.Measure("T").height) + offset,
+                    part.remove('\r').toStdString());
+    }
+
+    std::mt19937 random_;
+    SilentSynth synth_;
+    SequencerRig rig_{synth_};
+    MMControl& control_ = rig_.control;
+    MemoryRegistro registry_;
+    ScriptedMsgBox msgBox_;
+    ClockedEvents events_{rig_.clock};
+    QtSchermo screen_;
+    FakeShell shell_;
+    std::string choice_;
+    Programma programma_{.registro = registry_,
+                         .sequencer = control_,
+                         .msgBox = msgBox_,
+                         .eventi = events_,
+                         .orologio = rig_.clock,
+                         .schermo = screen_,
+                         .shell = shell_,
+                         .CmdLine = "",
+                         .openDirPredefinita = "",
+                         .scelta = {[this] { return choice_; }, {}},
+                         .agganci = {.mostraOpzioni = [this] {
+                             programma_.config.Autoplay = Random(2) == 0;
+                             programma_.config.Ombra = static_cast<std::int16_t>(Random(2));
+                         }}};
+    frmKaraoke window_{programma_};
+    QWidget other_;
+    NoRealTime noRealTime_;
+    QtPictureBox* lyrics_ = nullptr;
+    QSlider* slider_ = window_.findChild<QSlider*>();
+    QtPictureBox twin_{screen_.TwipsPerPixel()};
+
+    std::array<Command, 12> commands_{{{"play", &Soak::Play},
+                                       {"pause", &Soak::Pause},
+                                       {"stop", &Soak::Stop},
+                                       {"click", &Soak::Click},
+                                       {"seek", &Soak::Seek},
+                                       {"seek near the end", &Soak::SeekEnd},
+                                       {"song", &Soak::LoadAny},
+                                       {"broken LYK", &Soak::LoadBroken},
+                                       {"missing MIDI", &Soak::LoadAlone},
+                                       {"resize", &Soak::Resize},
+                                       {"other window", &Soak::LookAway},
+                                       {"options", &Soak::Options}}};
+    std::string last_;        ///< the command given last
+    std::string expected_;    ///< the message box it has to show
+    bool given_ = false;      ///< it was given just now
+    bool redrawn_ = false;    ///< and draws the words anew
+    bool ended_ = false;      ///< the song came to its end, whose words stay
+    int steps_ = 0;           ///< so far
+    int played_ = 0;          ///< steps since the last command
+    int ends_ = 0;            ///< songs that came to their end
+    std::int16_t shown_ = 0;  ///< the last event shown
+    std::int16_t page_ = 0;   ///< the page shown
+    int width_ = 0;           ///< of the lyrics area when it was drawn, in twips
+};
+
+}  // namespace
+}  // namespace sonnel::test
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    const std::string given = argc > 2 ? argv[2] : "";
+    try {
+        const int minutes = argc > 1 ? std::stoi(argv[1]) : 120;
+        const auto seed =
+            static_cast<std::uint32_t>(given.empty() ? std::random_device{}() : std::stoul(given));
+        std::cout << minutes << " minutes, seed " << seed << std::endl;
+        sonnel::test::Soak(seed).Run(minutes);
+    } catch (const std::exception& fault) {
+        std::cout << fault.what() << '\n';
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
