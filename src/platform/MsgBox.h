@@ -5,7 +5,7 @@
 namespace sonnel {
 
 enum class Icon { None, Critical, Question, Exclamation, Information };
-enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
+enum class Buttons { Ok, OkCancel, YesNo, RetryCancel };
 enum class Answer { Ok, Cancel, Yes, No, Retry };
 
 /// One message for the person; lines of the text are separated by CR LF.

@@ -48,13 +48,6 @@ std::vector<std::string> ProfileFile::Keys(std::string_view section) const {
     return {keys.begin(), keys.end()};
 }
 
-std::vector<std::string> ProfileFile::Sections() const {
-    const std::optional<Opened> opened = batch_ ? std::nullopt : std::optional(Open());
-    const ProfileText& text = batch_ ? batch_->text : opened->text;
-    const std::vector<std::string_view> names = text.Sections();
-    return {names.begin(), names.end()};
-}
-
 void ProfileFile::Apply(const Change& change, ProfileText& text) {
     switch (change.kind) {
         case Kind::Set:
@@ -65,9 +58,6 @@ void ProfileFile::Apply(const Change& change, ProfileText& text) {
             break;
         case Kind::Remove:
             text.Remove(change.section, change.key);
-            break;
-        case Kind::RemoveSection:
-            text.RemoveSection(change.section);
             break;
     }
 }
@@ -94,10 +84,6 @@ std::optional<Error> ProfileFile::Remove(std::string_view section, std::string_v
         return std::nullopt;
     }
     return Make({Kind::Remove, std::string(section), std::string(key), {}});
-}
-
-std::optional<Error> ProfileFile::RemoveSection(std::string_view section) {
-    return Make({Kind::RemoveSection, std::string(section), {}, {}});
 }
 
 std::optional<Error> ProfileFile::Store(const Opened& opened) const {

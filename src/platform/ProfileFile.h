@@ -27,16 +27,14 @@ class ProfileFile {
     /// The key's value, or `defaultValue` when the key is absent.
     [[nodiscard]] std::string Read(std::string_view section, std::string_view key,
                                    std::string_view defaultValue) const;
-    /// The names of the section's keys, or of all sections, in the order of the file.
+    /// The names of the section's keys in the order of the file.
     [[nodiscard]] std::vector<std::string> Keys(std::string_view section) const;
-    [[nodiscard]] std::vector<std::string> Sections() const;
 
     /// Each of these is ProfileText's operation of its name.
     std::optional<Error> Set(std::string_view section, std::string_view key,
                              std::string_view value);
     std::optional<Error> Respell(std::string_view section, std::string_view key);
     std::optional<Error> Remove(std::string_view section, std::string_view key);
-    std::optional<Error> RemoveSection(std::string_view section);
 
     /// While one is open the file is read once, at its beginning, and all operations work on what
     /// was read: a read sees the last write, and no write fails. A batch within a batch is a part
@@ -59,7 +57,7 @@ class ProfileFile {
     };
 
   private:
-    enum class Kind { Set, Respell, Remove, RemoveSection };
+    enum class Kind { Set, Respell, Remove };
     struct Change {
         Kind kind;
         std::string section;

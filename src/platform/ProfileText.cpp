@@ -102,7 +102,7 @@ ProfileText::Section* ProfileText::FindSection(std::string_view name) {
 ProfileText::Section& ProfileText::SectionOf(std::string_view name, std::string_view header) {
     const auto [place, added] = names_.try_emplace(FoldCase(name), sections_.size());
     if (added) {
-        sections_.push_back({std::string(header), std::string(name), {}, {}, {}});
+        sections_.push_back({std::string(header), {}, {}, {}});
     }
     return sections_[place->second];
 }
@@ -143,16 +143,6 @@ std::vector<std::string_view> ProfileText::Keys(std::string_view section) const 
     return keys;
 }
 
-std::vector<std::string_view> ProfileText::Sections() const {
-    std::vector<std::string_view> names;
-    for (const Section& section : sections_) {
-        if (!section.removed) {
-            names.emplace_back(section.name);
-        }
-    }
-    return names;
-}
-
 void ProfileText::Set(std::string_view section, std::string_view key, std::string_view value) {
     const std::string name = OneLine(section);
     const std::string header = "[" + name + "]";
@@ -187,21 +177,11 @@ void ProfileText::Remove(std::string_view section, std::string_view key) {
     }
 }
 
-void ProfileText::RemoveSection(std::string_view section) {
-    if (Section* const place = FindSection(section)) {
-        place->removed = true;
-        names_.erase(FoldCase(section));
-    }
-}
-
 std::string ProfileText::Text() const {
     std::string text;
     const auto add = [&](const std::string& line) { text.append(line).append(LineEnd); };
     std::for_each(preamble_.begin(), preamble_.end(), add);
     for (const Section& section : sections_) {
-        if (section.removed) {
-            continue;
-        }
         add(section.header);
         for (const Line& line : section.lines) {
             if (!line.removed) {

@@ -26,9 +26,8 @@ class ProfileText {
     /// text and is good until it changes.
     [[nodiscard]] std::optional<std::string_view> Find(std::string_view section,
                                                        std::string_view key) const;
-    /// The names of the section's keys, or of all sections, in the order of the file.
+    /// The names of the section's keys in the order of the file.
     [[nodiscard]] std::vector<std::string_view> Keys(std::string_view section) const;
-    [[nodiscard]] std::vector<std::string_view> Sections() const;
 
     /// Sets a value in place, or appends key and section where they are missing. Line ends and NUL
     /// characters in any of the three become blanks. An empty key, and a section whose name holds
@@ -38,7 +37,6 @@ class ProfileText {
     void Respell(std::string_view section, std::string_view key);
     /// Removes the key; its section stays, even empty.
     void Remove(std::string_view section, std::string_view key);
-    void RemoveSection(std::string_view section);
 
     /// All lines, each ended by CR LF.
     [[nodiscard]] std::string Text() const;
@@ -51,11 +49,9 @@ class ProfileText {
     };
     struct Section {
         std::string header;  ///< the whole line
-        std::string name;
         std::vector<Line> lines;
         std::vector<std::string> blanksAtEnd;               ///< a new key comes before them
         std::unordered_map<std::string, std::size_t> keys;  ///< by name in folded case
-        bool removed = false;
     };
 
     static void AddLine(Section& section, std::string_view text);

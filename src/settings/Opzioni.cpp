@@ -8,6 +8,7 @@
 #include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
+#include <string_view>
 #include <utility>
 
 namespace sonnel {
@@ -40,6 +41,13 @@ void SalvaOpzioni(Registro& registro, const Config& config) {
     salva("Opzioni", "OpenDir", config.OpenDir);
     salva("Opzioni", "Compensazione", TestoNumero(config.Compensazione));
     salva("Opzioni", "Autoplay", TestoLogico(config.Autoplay));
+}
+
+/// Draws one text of the sample; twips.
+void ScriviCampione(PictureBox& parole, std::int16_t x, std::int16_t y, Colour colore,
+                    std::string_view testo) {
+    parole.SetForeColor(colore);
+    parole.Print(x, y, testo);
 }
 
 }  // namespace
@@ -98,12 +106,6 @@ void DisegnaCampione(PictureBox& parole, int larghezza, const Config& copia) {
     ScriviCampione(parole, x, Y, copia.ColoreTesto, Testo);
     ScriviCampione(parole, x, Y, copia.ColoreSelezione,
                    FirstCodePoints(Testo, CodePoints(Testo) / 2));
-}
-
-void ScriviCampione(PictureBox& parole, std::int16_t x, std::int16_t y, Colour colore,
-                    std::string_view testo) {
-    parole.SetForeColor(colore);
-    parole.Print(x, y, testo);
 }
 
 }  // namespace sonnel

@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace sonnel {
@@ -47,8 +46,5 @@ inline constexpr std::int32_t CompensazioneMassima = 100;
 
 /// Draws the sample of font and colours on a picture box of a width in twips.
 void DisegnaCampione(PictureBox& parole, int larghezza, const Config& copia);
-/// Draws one text of the sample; twips.
-void ScriviCampione(PictureBox& parole, std::int16_t x, std::int16_t y, Colour colore,
-                    std::string_view testo);
 
 }  // namespace sonnel

@@ -3,11 +3,11 @@
 #include "settings/TestoNumero.h"
 
 #include <optional>
+#include <utility>
 
 namespace sonnel {
 namespace {
 
-constexpr int NonTrattato = -1;
 constexpr std::size_t ByteNumero = 4;
 
 std::string ByteDelNumero(std::int32_t numero) {
@@ -38,6 +38,33 @@ std::optional<std::int32_t> ComeNumero(const ValoreRegistro& valore) {
     return testo != nullptr ? Intero(*testo) : std::get<std::int32_t>(valore);
 }
 
+/// Stores a value under an open key; what does not convert to the type is not stored.
+void ScriviValore(Registro& registro, RegistryKey chiave, std::string_view nome, RegistryType tipo,
+                  const ValoreRegistro& valore) {
+    if (tipo == RegistryType::String) {
+        registro.SetValue(chiave, nome, tipo, ComeTesto(valore));
+    } else if (const auto numero = ComeNumero(valore); numero && tipo == RegistryType::Number) {
+        registro.SetValue(chiave, nome, tipo, ByteDelNumero(*numero));
+    }
+}
+
+/// A value of an open key; nothing when it cannot be read or is neither a text nor a 32-bit number.
+std::optional<ValoreRegistro> LeggiValore(Registro& registro, RegistryKey chiave,
+                                          std::string_view nome) {
+    RegistryType tipo{};
+    std::string dati;
+    if (registro.QueryValue(chiave, nome, tipo, dati) != 0) {
+        return std::nullopt;
+    }
+    if (tipo == RegistryType::String) {
+        return dati;
+    }
+    if (tipo == RegistryType::Number && dati.size() == ByteNumero) {
+        return NumeroDeiByte(dati);
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 bool CreaChiave(Registro& registro, RegistryRoot radice, std::string_view percorso) {
@@ -63,44 +90,13 @@ void ScriviChiave(Registro& registro, RegistryRoot radice, std::string_view perc
 
 ValoreRegistro LeggiChiave(Registro& registro, RegistryRoot radice, std::string_view percorso,
                            std::string_view nome) {
-    ValoreRegistro valore{std::string(ChiaveAssente)};
+    std::optional<ValoreRegistro> valore;
     RegistryKey chiave = 0;
-    if (registro.OpenKey(radice, percorso, chiave) != 0) {
-        return valore;
+    if (registro.OpenKey(radice, percorso, chiave) == 0) {
+        valore = LeggiValore(registro, chiave, nome);
+        registro.CloseKey(chiave);
     }
-    const int stato = LeggiValore(registro, chiave, nome, valore);
-    registro.CloseKey(chiave);
-    return stato == 0 ? valore : ValoreRegistro{std::string(ChiaveAssente)};
-}
-
-int ScriviValore(Registro& registro, RegistryKey chiave, std::string_view nome, RegistryType tipo,
-                 const ValoreRegistro& valore) {
-    if (tipo == RegistryType::String) {
-        return registro.SetValue(chiave, nome, tipo, ComeTesto(valore));
-    }
-    const std::optional<std::int32_t> numero = ComeNumero(valore);
-    if (tipo != RegistryType::Number || !numero) {
-        return NonTrattato;
-    }
-    return registro.SetValue(chiave, nome, tipo, ByteDelNumero(*numero));
-}
-
-int LeggiValore(Registro& registro, RegistryKey chiave, std::string_view nome,
-                ValoreRegistro& valore) {
-    RegistryType tipo{};
-    std::string dati;
-    if (const int stato = registro.QueryValue(chiave, nome, tipo, dati); stato != 0) {
-        return stato;
-    }
-    if (tipo == RegistryType::String) {
-        valore = std::move(dati);
-        return 0;
-    }
-    if (tipo == RegistryType::Number && dati.size() == ByteNumero) {
-        valore = NumeroDeiByte(dati);
-        return 0;
-    }
-    return NonTrattato;
+    return valore ? *std::move(valore) : std::string(ChiaveAssente);
 }
 
 }  // namespace sonnel

@@ -26,7 +26,7 @@ using enum Answer;
 
 /// A message box: icon (x critical, i information), buttons, number of the preselected one, text.
 std::string Told(const Message& box) {
-    constexpr std::array Buttons{"OK", "OK/Cancel", "Yes/No", "Yes/No/Cancel", "Retry/Cancel"};
+    constexpr std::array Buttons{"OK", "OK/Cancel", "Yes/No", "Retry/Cancel"};
     return std::string(1, " x?!i"[static_cast<std::size_t>(box.icon)]) + "|" +
            Buttons.at(static_cast<std::size_t>(box.buttons)) + "|" +
            std::to_string(box.defaultButton) + "|" + box.text;

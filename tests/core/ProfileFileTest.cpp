@@ -63,8 +63,6 @@ TEST(ProfileFile, WritesOneKeyAtATime) {
         {"[s]\r\na=1\r\nA=2\r\nb=3\r\n", [](ProfileFile& f) { (void)f.Remove("S", "a"); },
          "[s]\r\nb=3\r\n"},
         {"[s]\r\na=1\r", [](ProfileFile& f) { (void)f.Respell("s", "A"); }, "[s]\r\nA=1\r\n"},
-        {"[s]\r\na=1\r\n[t]\r\n[S]\r\nb=1\r\n", [](ProfileFile& f) { (void)f.RemoveSection("S"); },
-         "[t]\r\n"},
     };
     for (const Case& c : cases) {
         const TempDirectory directory;

@@ -1,6 +1,7 @@
 // Any bytes as a profile file: whatever they are, what is written and read again is the same, and
 // operations in a batch leave what the same operations leave one by one on the file.
 
+#include "platform/LineReader.h"
 #include "platform/ProfileText.h"
 #include "platform/Text.h"
 
@@ -25,27 +26,35 @@ sonnel::ProfileText Landed(const sonnel::ProfileText& profile) {
     return sonnel::ProfileText(sonnel::DecodeFileText(bytes));
 }
 
-/// Both say the same of every section and key.
+/// Both say the same of every key of a section.
+void RequireSameKeys(const sonnel::ProfileText& one, const sonnel::ProfileText& other,
+                     std::string_view section) {
+    Require(one.Keys(section) == other.Keys(section));
+    for (const std::string_view key : one.Keys(section)) {
+        Require(one.Find(section, key) && one.Find(section, key) == other.Find(section, key));
+    }
+}
+
+/// Both say the same of every section that either has.
 void RequireSame(const sonnel::ProfileText& one, const sonnel::ProfileText& other) {
-    Require(one.Sections() == other.Sections());
-    for (const std::string_view section : one.Sections()) {
-        Require(one.Keys(section) == other.Keys(section));
-        for (const std::string_view key : one.Keys(section)) {
-            Require(one.Find(section, key) && one.Find(section, key) == other.Find(section, key));
+    for (const std::string& text : {one.Text(), other.Text()}) {
+        sonnel::LineReader lines(text);
+        while (const auto line = lines.Next()) {
+            if (line->starts_with('[')) {
+                RequireSameKeys(one, other, line->substr(1, line->find(']') - 1));
+            }
         }
     }
 }
 
 /// One operation, chosen by a byte, on a name cut from the text.
 void Operate(sonnel::ProfileText& profile, unsigned char choice, std::string_view name) {
-    if (choice % 4 == 0) {
+    if (choice % 3 == 0) {
         profile.Set("Songs", name, name);
-    } else if (choice % 4 == 1) {
+    } else if (choice % 3 == 1) {
         profile.Remove("Songs", name);
-    } else if (choice % 4 == 2) {
-        profile.Set(name, "key", "value");
     } else {
-        profile.RemoveSection(name);
+        profile.Set(name, "key", "value");
     }
 }
 

@@ -44,10 +44,6 @@ std::vector<ButtonAnswer> ToQt(Buttons buttons) {
             return {{QMessageBox::Ok, Answer::Ok}, {QMessageBox::Cancel, Answer::Cancel}};
         case Buttons::YesNo:
             return {{QMessageBox::Yes, Answer::Yes}, {QMessageBox::No, Answer::No}};
-        case Buttons::YesNoCancel:
-            return {{QMessageBox::Yes, Answer::Yes},
-                    {QMessageBox::No, Answer::No},
-                    {QMessageBox::Cancel, Answer::Cancel}};
         case Buttons::RetryCancel:
             return {{QMessageBox::Retry, Answer::Retry}, {QMessageBox::Cancel, Answer::Cancel}};
         case Buttons::Ok:
