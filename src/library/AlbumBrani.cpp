@@ -1,7 +1,6 @@
 #include "library/AlbumBrani.h"
 
 #include "library/ElencoBrani.h"
-#include "library/RiscriviIntestazione.h"
 #include "library/ScritturaBrani.h"
 #include "platform/Text.h"
 #include "ui/PuntatoreOccupato.h"
@@ -59,7 +58,7 @@ bool ConfermaSpostamento(const Libreria& libreria, std::size_t brani) {
 }  // namespace
 
 std::string TestoCampo(std::string_view testo) {
-    std::string campo = SenzaFineRiga(testo);
+    std::string campo = OneLine(testo);
     campo.erase(campo.find_last_not_of(' ') + 1);
     campo.erase(0, campo.find_first_not_of(' '));
     return campo;

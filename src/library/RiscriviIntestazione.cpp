@@ -18,9 +18,9 @@ constexpr std::string_view FineRiga = "\r\n";
 class RigheIntestazione {
   public:
     explicit RigheIntestazione(const Intestazione& campi)
-        : campi_{{{"*TI", SenzaFineRiga(campi.Titolo)},
-                  {"*AU", SenzaFineRiga(campi.Autore)},
-                  {"*AL", SenzaFineRiga(campi.Album)}}} {}
+        : campi_{{{"*TI", OneLine(campi.Titolo)},
+                  {"*AU", OneLine(campi.Autore)},
+                  {"*AL", OneLine(campi.Album)}}} {}
 
     /// Writes the field in place of its old line; false when the line is no field's.
     bool Sostituisci(std::string_view riga, std::string& testo) {
@@ -76,13 +76,6 @@ std::string ConIntestazione(std::string_view testo, const Intestazione& campi) {
 }
 
 }  // namespace
-
-std::string SenzaFineRiga(std::string_view testo) {
-    std::string riga(testo);
-    std::replace_if(
-        riga.begin(), riga.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-    return riga;
-}
 
 std::optional<Error> RiscriviIntestazione(const std::filesystem::path& directory,
                                           std::string_view name, const Intestazione& campi) {

@@ -5,13 +5,9 @@
 
 #include <filesystem>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace sonnel {
-
-/// A text for one line of a file: line ends and NUL characters in it become blanks.
-[[nodiscard]] std::string SenzaFineRiga(std::string_view testo);
 
 /// Rewrites the header lines of the LYK file directory + name + ".lyk" (any letter case): title,
 /// author and album as given, comments and empty lines dropped, all other lines as they are. The

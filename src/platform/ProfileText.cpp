@@ -39,17 +39,6 @@ std::size_t KeyLength(std::string_view line) {
     return line.starts_with(';') ? 0 : line.size();
 }
 
-/// The text as it can stand within one line.
-std::string OneLine(std::string_view text) {
-    std::string line(text);
-    for (char& character : line) {
-        if (character == '\r' || character == '\n' || character == '\0') {
-            character = ' ';
-        }
-    }
-    return line;
-}
-
 }  // namespace
 
 ProfileText::ProfileText(std::string_view text) {

@@ -245,6 +245,13 @@ std::string DecodeUnmarkedText(std::string_view bytes) {
     return IsValidUtf8(bytes) ? std::string(bytes) : FromWindows1252(bytes);
 }
 
+std::string OneLine(std::string_view text) {
+    std::string line(text);
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+    return line;
+}
+
 std::string FoldCase(std::string_view text) {
     std::string key;
     key.reserve(text.size());

@@ -33,6 +33,9 @@ inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 /// A text whose encoding is not told: UTF-8 when its bytes are that, otherwise Windows-1252.
 [[nodiscard]] std::string DecodeUnmarkedText(std::string_view bytes);
 
+/// A text for one line of a file: each line end's CR and LF and each NUL in it becomes a blank.
+[[nodiscard]] std::string OneLine(std::string_view text);
+
 /// A key under which texts that differ only in letter case are equal (Latin, Greek, Cyrillic).
 [[nodiscard]] std::string FoldCase(std::string_view text);
 
