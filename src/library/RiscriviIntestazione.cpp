@@ -3,11 +3,11 @@
 #include "platform/DirectoryLock.h"
 #include "platform/Files.h"
 #include "platform/LineReader.h"
-#include "platform/SystemError.h"
 #include "platform/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 namespace sonnel {
 namespace {
@@ -81,8 +81,7 @@ std::optional<Error> RiscriviIntestazione(const std::filesystem::path& directory
                                           std::string_view name, const Intestazione& campi) {
     const std::filesystem::path atteso = directory / PathFromUtf8(std::string(name) + ".lyk");
     if (!IsPlainName(name)) {
-        return Error{EINVAL, "Can't write the file " + Utf8FromPath(atteso) + ": " +
-                                 SystemError(EINVAL).text + "."};
+        return WriteError(atteso, EINVAL);
     }
     return RiscriviIntestazione(FindFile(atteso).value_or(atteso), campi);
 }
@@ -92,8 +91,7 @@ std::optional<Error> RiscriviIntestazione(const std::filesystem::path& file,
     const DirectoryLock altri(file.parent_path());
     const Result<std::string> letto = ReadFile(file);
     if (!letto) {
-        return Error{letto.error().number,
-                     "Can't read the file " + Utf8FromPath(file) + ": " + letto.error().text + "."};
+        return ReadError(file, letto.error().number);
     }
     const std::string testo = ConIntestazione(DecodeFileText(*letto), campi);
     // A file that is UTF-8 already stays so: what its body says must not change by a byte.

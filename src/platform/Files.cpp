@@ -113,6 +113,16 @@ bool IsPlainName(std::string_view name) {
            name.find_first_of(Forbidden) == std::string_view::npos;
 }
 
+Error ReadError(const fs::path& path, int number) {
+    return {number,
+            "Can't read the file " + Utf8FromPath(path) + ": " + SystemError(number).text + "."};
+}
+
+Error WriteError(const fs::path& path, int number) {
+    return {number,
+            "Can't write the file " + Utf8FromPath(path) + ": " + SystemError(number).text + "."};
+}
+
 std::optional<fs::path> FindFile(const fs::path& path) {
     if (HasNul(path)) {
         return std::nullopt;

@@ -28,6 +28,11 @@ namespace sonnel {
 /// "..", no NUL character.
 [[nodiscard]] bool IsPlainName(std::string_view name);
 
+/// The error of a file that could not be read or written: the system's number, and a sentence with
+/// the file's name and the system's reason.
+[[nodiscard]] Error ReadError(const std::filesystem::path& path, int number);
+[[nodiscard]] Error WriteError(const std::filesystem::path& path, int number);
+
 /// Finds a regular file by its path: the exact name first, then its name in any letter case within
 /// its directory. A name with the exact stem comes before others, and of those one with the
 /// extension in upper case, then in lower case; else byte order decides.

@@ -73,11 +73,6 @@ void FlushDirectory([[maybe_unused]] const fs::path& directory) {
 #endif
 }
 
-Error WriteError(const fs::path& path, int number) {
-    return {number,
-            "Can't write the file " + Utf8FromPath(path) + ": " + SystemError(number).text + "."};
-}
-
 /// What a write to a path replaces.
 struct Target {
     fs::path path;  ///< where the links end
@@ -124,10 +119,6 @@ class PreparedCopy {
 
   private:
     std::optional<Error> CopyContent(FileReader& source);
-    [[nodiscard]] Error ReadError(int number) const {
-        return {number, "Can't read the file " + Utf8FromPath(copy_.from) + ": " +
-                            SystemError(number).text + "."};
-    }
 
     const FileToCopy& copy_;
     Target target_;
@@ -140,7 +131,7 @@ std::optional<Error> PreparedCopy::CopyContent(FileReader& source) {
     do {
         content.clear();
         if (const std::optional<Error> error = source.Read(content, Block)) {
-            return ReadError(error->number);
+            return ReadError(copy_.from, error->number);
         }
         if (const int number = file_.Write(content); number != 0) {
             return WriteError(copy_.to, number);
@@ -152,7 +143,7 @@ std::optional<Error> PreparedCopy::CopyContent(FileReader& source) {
 std::optional<Error> PreparedCopy::Prepare() {
     Result<FileReader> source = FileReader::Open(copy_.from);
     if (!source) {
-        return ReadError(source.error().number);
+        return ReadError(copy_.from, source.error().number);
     }
     Result<Target> target = TargetOf(copy_.to);
     if (!target) {

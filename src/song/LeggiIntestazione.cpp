@@ -2,12 +2,12 @@
 
 #include "platform/Files.h"
 #include "platform/LineReader.h"
+#include "platform/SystemError.h"
 #include "platform/Text.h"
 
 #include <cerrno>
 #include <cstddef>
 #include <optional>
-#include <system_error>
 
 namespace sonnel {
 namespace {
@@ -45,7 +45,7 @@ Result<std::string> LeggiInizio(FileReader& file) {
             return byte;
         }
         if (byte.size() > MaxFileSize) {
-            return Error{EFBIG, std::generic_category().message(EFBIG)};
+            return SystemError(EFBIG);
         }
     }
 }
@@ -69,18 +69,13 @@ Intestazione CercaCampi(std::string_view testo) {
     return trovata;
 }
 
-Error ErroreLettura(const std::filesystem::path& file, int numero) {
-    return {numero, "Can't read the file " + Utf8FromPath(file) + ": " +
-                        std::generic_category().message(numero) + "."};
-}
-
 }  // namespace
 
 Result<Intestazione> LeggiIntestazione(const std::filesystem::path& directory,
                                        std::string_view name) {
     const std::filesystem::path atteso = directory / PathFromUtf8(std::string(name) + ".lyk");
     if (!IsPlainName(name)) {
-        return ErroreLettura(atteso, EINVAL);
+        return ReadError(atteso, EINVAL);
     }
     return LeggiIntestazione(FindFile(atteso).value_or(atteso));
 }
@@ -88,11 +83,11 @@ Result<Intestazione> LeggiIntestazione(const std::filesystem::path& directory,
 Result<Intestazione> LeggiIntestazione(const std::filesystem::path& file) {
     Result<FileReader> aperto = FileReader::Open(file);
     if (!aperto) {
-        return ErroreLettura(file, aperto.error().number);
+        return ReadError(file, aperto.error().number);
     }
     const Result<std::string> inizio = LeggiInizio(*aperto);
     if (!inizio) {
-        return ErroreLettura(file, inizio.error().number);
+        return ReadError(file, inizio.error().number);
     }
     return CercaCampi(DecodeFileText(*inizio));
 }
