@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace sonnel {
@@ -15,6 +16,21 @@ std::optional<std::filesystem::path> NamedDirectory(const Environment& environme
                                                     const std::string& name) {
     const std::filesystem::path directory = PathFromUtf8(environment(name));
     return directory.is_absolute() ? std::optional(directory) : std::nullopt;
+}
+
+std::vector<std::filesystem::path> NamedDirectories(const Environment& environment,
+                                                    const std::string& name,
+                                                    std::string_view usual) {
+    const std::string named = environment(name);
+    std::vector<std::filesystem::path> directories;
+    for (std::string_view list = named.empty() ? usual : named; !list.empty();) {
+        const std::string_view entry = list.substr(0, list.find(':'));
+        list.remove_prefix(std::min(entry.size() + 1, list.size()));
+        if (std::filesystem::path directory = PathFromUtf8(entry); directory.is_absolute()) {
+            directories.push_back(std::move(directory));
+        }
+    }
+    return directories;
 }
 
 std::filesystem::path UserDataDirectory(const Environment& environment) {

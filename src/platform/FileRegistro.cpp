@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace sonnel {
 namespace {
@@ -152,23 +153,16 @@ fs::path UserSettingsFile(const Environment& environment) {
 }
 
 fs::path MachineSettingsFile(const Environment& environment) {
-    std::string_view directories;
-    const std::string named = environment("XDG_CONFIG_DIRS");
-    directories = named.empty() ? "/etc/xdg" : std::string_view(named);
-    fs::path file;
-    while (!directories.empty()) {
-        const std::string_view directory = directories.substr(0, directories.find(':'));
-        directories.remove_prefix(std::min(directory.size() + 1, directories.size()));
-        fs::path candidate = InConfiguration(PathFromUtf8(directory));
+    constexpr const char* Usual = "/etc/xdg";
+    const std::vector<fs::path> directories =
+        NamedDirectories(environment, "XDG_CONFIG_DIRS", Usual);
+    for (const fs::path& directory : directories) {
         std::error_code ignored;
-        if (candidate.is_absolute() && fs::exists(candidate, ignored)) {
-            return candidate;
-        }
-        if (candidate.is_absolute() && file.empty()) {
-            file = candidate;
+        if (fs::exists(InConfiguration(directory), ignored)) {
+            return InConfiguration(directory);
         }
     }
-    return file.empty() ? InConfiguration("/etc/xdg") : file;
+    return InConfiguration(directories.empty() ? Usual : directories.front());
 }
 
 }  // namespace sonnel

@@ -30,34 +30,18 @@ Error NamedButMissing(const std::string& name, std::string_view where) {
                         "or remove the name to use the system's own."};
 }
 
-std::vector<std::string> DataDirectories(const Environment& environment) {
-    std::vector<std::string> bases;
-    if (const std::string home = environment("XDG_DATA_HOME"); !home.empty()) {
-        bases.push_back(home);
-    } else if (const std::string user = environment("HOME"); !user.empty()) {
-        bases.push_back(user + "/.local/share");
-    }
-    std::string list = environment("XDG_DATA_DIRS");
-    if (list.empty()) {
-        list = "/usr/local/share:/usr/share";
-    }
-    for (std::size_t from = 0; from <= list.size();) {
-        const std::size_t end = std::min(list.find(':', from), list.size());
-        if (end > from) {
-            bases.push_back(list.substr(from, end - from));
-        }
-        from = end + 1;
-    }
-    return bases;
-}
-
 }  // namespace
 
 std::vector<fs::path> SoundFontDirectories(const Environment& environment) {
+    std::vector<fs::path> bases =
+        NamedDirectories(environment, "XDG_DATA_DIRS", "/usr/local/share:/usr/share");
+    if (const fs::path user = UserDataDirectory(environment); !user.empty()) {
+        bases.insert(bases.begin(), user);
+    }
     std::vector<fs::path> directories;
-    for (const std::string& base : DataDirectories(environment)) {
+    for (const fs::path& base : bases) {
         for (const char* folder : {"sounds/sf2", "sounds/sf3", "soundfonts"}) {
-            directories.push_back(PathFromUtf8(base) / folder);
+            directories.push_back(base / folder);
         }
     }
     return directories;
