@@ -5,6 +5,7 @@
 #include "platform/Numbers.h"
 #include "player/FormattaTempo.h"
 #include "song/LeggiKaraoke.h"
+#include "ui/PuntatoreOccupato.h"
 #include "ui/Titoli.h"
 
 #include <utility>
@@ -18,20 +19,6 @@ constexpr double MillisecondiPerSecondo = 1000;
 std::int32_t Secondi(std::int32_t millisecondi) {
     return RoundHalfEven<std::int32_t>(millisecondi / MillisecondiPerSecondo);
 }
-
-/// The busy pointer while it lives.
-class PuntatoreOccupato {
-  public:
-    explicit PuntatoreOccupato(EventiSistema& eventi) : eventi_(eventi) {
-        eventi_.SetPointer(Pointer::Busy);
-    }
-    ~PuntatoreOccupato() { eventi_.SetPointer(Pointer::Normal); }
-    PuntatoreOccupato(const PuntatoreOccupato&) = delete;
-    PuntatoreOccupato& operator=(const PuntatoreOccupato&) = delete;
-
-  private:
-    EventiSistema& eventi_;
-};
 
 }  // namespace
 
@@ -83,7 +70,7 @@ bool Riproduzione::CaricaBrano(const std::string& basePath) {
     if (!FileDelBrano(basePath)) {
         return false;
     }
-    const PuntatoreOccupato occupato(p_.eventi);
+    const PuntatoreOccupato occupato(p_.eventi, Pointer::Normal);
     p_.sequencer.Command(MciCommand::Close);
     p_.vista.Titolo(EtichettaVersione());
     if (!LeggiParole(basePath)) {
@@ -119,7 +106,6 @@ bool Riproduzione::FileDelBrano(const std::string& basePath) {
 }
 
 bool Riproduzione::LeggiParole(const std::string& basePath) {
-    p_.timeline.Azzera();
     const ComandiLettura comandi{[this] { p_.vista.Disabilita(VistaKaraoke::Comando::VisInfo); },
                                  [this] { AbilitaFunzioni(); }};
     return LeggiKaraoke(basePath, p_.timeline, p_.informazioni, p_.msgBox, comandi);
@@ -168,7 +154,7 @@ void Riproduzione::AbilitaFunzioni() {
 
 void Riproduzione::SoundPlay() {
     const MMControl::Quiet silenzio(p_.sequencer);
-    const PuntatoreOccupato occupato(p_.eventi);
+    const PuntatoreOccupato occupato(p_.eventi, Pointer::Normal);
     p_.sequencer.Command(MciCommand::Play);
     RisincronizzaParole();
 }

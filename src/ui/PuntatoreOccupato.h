@@ -4,11 +4,14 @@
 
 namespace sonnel {
 
-/// The busy pointer while it lives; then the pointer that was shown before.
+/// The busy pointer while it lives; then the pointer that was shown before, or the one asked for.
 class PuntatoreOccupato {
   public:
     explicit PuntatoreOccupato(EventiSistema& eventi)
-        : eventi_(&eventi), prima_(eventi.SetPointer(Pointer::Busy)) {}
+        : eventi_(&eventi), dopo_(eventi.SetPointer(Pointer::Busy)) {}
+    PuntatoreOccupato(EventiSistema& eventi, Pointer dopo) : eventi_(&eventi), dopo_(dopo) {
+        eventi.SetPointer(Pointer::Busy);
+    }
     PuntatoreOccupato(const PuntatoreOccupato&) = delete;
     PuntatoreOccupato& operator=(const PuntatoreOccupato&) = delete;
     ~PuntatoreOccupato() { Ripristina(); }
@@ -16,14 +19,14 @@ class PuntatoreOccupato {
     /// Ends it early, as before a message.
     void Ripristina() {
         if (eventi_ != nullptr) {
-            eventi_->SetPointer(prima_);
+            eventi_->SetPointer(dopo_);
             eventi_ = nullptr;
         }
     }
 
   private:
     EventiSistema* eventi_;
-    Pointer prima_;
+    Pointer dopo_;
 };
 
 }  // namespace sonnel
