@@ -25,7 +25,7 @@ Finestre::Finestre(Programma& programma, CommonDialog& dialoghi, QWidget& princi
     };
     Agganci& agganci = programma.agganci;
     agganci.CaricaIndice = [this] { CaricaIndice(libreria_); };
-    agganci.RileggiDB = [this] { RileggiDB(libreria_, *this); };
+    agganci.RileggiDB = [this] { RileggiDB(libreria_, Selezione()); };
     agganci.SincronizzaDB = [this] { AggiornaIndiceDaMenu(); };
     agganci.mostraOpzioni = [this] { MostraOpzioni(); };
     agganci.caricaSelezione = [this] { (void)Selezione(); };
@@ -38,8 +38,8 @@ std::string Finestre::ScegliBrano() {
 }
 
 void Finestre::AggiornaIndiceDaMenu() {
-    sonnel::SincronizzaDB(
-        libreria_, {*this, messaggio_, [this](bool abilita) { principale_.setEnabled(abilita); }});
+    sonnel::SincronizzaDB(libreria_, {Selezione(), messaggio_,
+                                      [this](bool abilita) { principale_.setEnabled(abilita); }});
 }
 
 void Finestre::MostraOpzioni() {
@@ -63,7 +63,7 @@ PartiOpzioni Finestre::Opzioni() {
                 [this](const std::string& openDir) { dialoghi_.StartIn(PathFromUtf8(openDir)); }};
 }
 
-frmSelectSong& Finestre::Selezione() const {
+frmSelectSong& Finestre::Selezione() {
     if (!selezione_) {
         selezione_ = std::make_unique<frmSelectSong>(
             frmSelectSong::Parti{libreria_, dialoghi_, programma_.caso}, &principale_);
@@ -80,18 +80,6 @@ frmSelectSong& Finestre::Selezione() const {
         };
     }
     return *selezione_;
-}
-
-void Finestre::AggiornaLista() {
-    Selezione().AggiornaLista();
-}
-
-void Finestre::SelezionaBrano(std::int16_t posizione) {
-    Selezione().SelezionaBrano(posizione);
-}
-
-std::int16_t Finestre::BranoSelezionato() const {
-    return Selezione().BranoSelezionato();
 }
 
 }  // namespace sonnel

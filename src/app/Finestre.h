@@ -15,18 +15,14 @@ namespace sonnel {
 
 /// The windows that the main window's commands open, and what they share: the library. The song
 /// selection window is made at its first use and then kept, hidden between uses.
-class Finestre final : public ListaBrani {
+class Finestre {
   public:
     /// Binds the commands of the program to these windows. The main window lies below them and
     /// takes no input while the library is rebuilt. All of it outlives them.
     Finestre(Programma& programma, CommonDialog& dialoghi, QWidget& principale);
 
-    void AggiornaLista() override;
-    void SelezionaBrano(std::int16_t posizione) override;
-    [[nodiscard]] std::int16_t BranoSelezionato() const override;
-
   private:
-    [[nodiscard]] frmSelectSong& Selezione() const;
+    [[nodiscard]] frmSelectSong& Selezione();
     [[nodiscard]] std::string ScegliBrano();
     void AggiornaIndiceDaMenu();
     void MostraOpzioni();
@@ -37,7 +33,7 @@ class Finestre final : public ListaBrani {
     QWidget& principale_;
     Libreria libreria_;
     frmMessage messaggio_;
-    mutable std::unique_ptr<frmSelectSong> selezione_;
+    std::unique_ptr<frmSelectSong> selezione_;
 };
 
 }  // namespace sonnel

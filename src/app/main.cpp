@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
         .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
         .openDirPredefinita = DefaultKaraokeDirectory()};
     frmKaraoke window(programma);
-    const Finestre finestre(programma, dialog, window);
+    Finestre finestre(programma, dialog, window);
     // Within the event loop, so that the window can be closed while it still comes up.
     QTimer start;
     start.setSingleShot(true);

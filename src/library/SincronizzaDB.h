@@ -8,8 +8,7 @@
 
 namespace sonnel {
 
-/// The list of the song selection window, as the library's operations see it. Using it makes the
-/// window, hidden, when there is none yet.
+/// The list of the song selection window, as the library's operations see it.
 class ListaBrani {
   public:
     virtual ~ListaBrani() = default;
