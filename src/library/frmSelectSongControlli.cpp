@@ -2,41 +2,42 @@
 
 #include "library/frmSelectSong.h"
 #include "library/frmSelectSongLista.h"
-#include "ui/StileStriscia.h"
+#include "platform/qt/ToolStrip.h"
 
 #include <QActionGroup>
 #include <QDialogButtonBox>
 #include <QVBoxLayout>
+#include <optional>
 
 namespace sonnel {
 namespace {
 
-constexpr QSize ImmagineBottone(24, 24);
-constexpr int MargineRebar = 8;         // pixels that the band host is narrower than the window
 constexpr int LarghezzaIniziale = 105;  // mean characters of the list's font
 constexpr int AltezzaIniziale = 36;     // its lines
 
 struct Bottone {
-    const char* suggerimento;  ///< null for a separator
-    const char* immagine;
-    bool ordine;  ///< one of the group of which one is pressed
+    const char* suggerimento;
+    const char* immagine;              ///< null for a separator
+    void (frmSelectSong::*comando)();  ///< the handler of its menu item
+    std::optional<Ordine> ordine{};  ///< or the order it sorts by: of these buttons one is pressed
 };
 
+constexpr Bottone Separatore{nullptr, nullptr, nullptr};
 constexpr std::array<Bottone, 14> Bottoni{{
-    {"Add a new song", "add", false},
-    {"Edit song properties", "properties", false},
-    {"Delete song", "delete", false},
-    {"Open a random song", "random", false},
-    {nullptr, nullptr, false},
-    {"Open a LYK file", "open-file", false},
-    {"Convert/import KAR files", "convert", false},
-    {nullptr, nullptr, false},
-    {"Sort by Title", "sort-title", true},
-    {"Sort by Author", "sort-author", true},
-    {"Sort by Album", "sort-album", true},
-    {nullptr, nullptr, false},
-    {"Reload index", "reload", false},
-    {"Update index", "rebuild", false},
+    {"Add a new song", "add", &frmSelectSong::mnuDataAdd_Click},
+    {"Edit song properties", "properties", &frmSelectSong::mnuFileProperties_Click},
+    {"Delete song", "delete", &frmSelectSong::mnuDataDelete_Click},
+    {"Open a random song", "random", &frmSelectSong::mnuFileRandom_Click},
+    Separatore,
+    {"Open a LYK file", "open-file", &frmSelectSong::mnuFileOpenLyk_Click},
+    {"Convert/import KAR files", "convert", &frmSelectSong::mnuDataConvert_Click},
+    Separatore,
+    {"Sort by Title", "sort-title", nullptr, Ordine::Titolo},
+    {"Sort by Author", "sort-author", nullptr, Ordine::Autore},
+    {"Sort by Album", "sort-album", nullptr, Ordine::Album},
+    Separatore,
+    {"Reload index", "reload", &frmSelectSong::mnuDataReload_Click},
+    {"Update index", "rebuild", &frmSelectSong::mnuDataRebuild_Click},
 }};
 
 }  // namespace
@@ -89,30 +90,19 @@ void frmSelectSong::CreaMenuDatabase() {
 
 QWidget* frmSelectSong::CreaBarra() {
     auto* striscia = new QWidget(this);
-    striscia->setObjectName("striscia");
-    striscia->setAttribute(Qt::WA_StyledBackground);
-    striscia->setStyleSheet(StileStriscia);
-
-    tlbBar = new QToolBar(striscia);
-    tlbBar->setIconSize(ImmagineBottone);
+    DressToolStrip(*striscia);
+    tlbBar = AddToolBar(*striscia);
     auto* ordini = new QActionGroup(this);
     for (std::size_t i = 0; i < Bottoni.size(); ++i) {
-        const Bottone& bottone = Bottoni[i];
-        if (bottone.suggerimento == nullptr) {
-            bottoni_[i] = tlbBar->addSeparator();
-            continue;
-        }
         const int indice = static_cast<int>(i) + 1;
-        bottoni_[i] = tlbBar->addAction(QIcon(QString(":/toolbar/%1.svg").arg(bottone.immagine)),
-                                        bottone.suggerimento, this,
-                                        [this, indice] { tlbBar_ButtonClick(indice); });
+        bottoni_[i] = AddToolButton(*tlbBar, Bottoni[i].suggerimento, Bottoni[i].immagine,
+                                    [this, indice] { tlbBar_ButtonClick(indice); });
         // Its image says it all: no text beside it.
         bottoni_[i]->setPriority(QAction::LowPriority);
-        if (bottone.ordine) {
+        if (Bottoni[i].ordine) {
             bottoni_[i]->setCheckable(true);
             ordini->addAction(bottoni_[i]);
         }
-        tlbBar->widgetForAction(bottoni_[i])->setFocusPolicy(Qt::TabFocus);
     }
     ordini->actions().first()->setChecked(true);
 
@@ -123,7 +113,7 @@ QWidget* frmSelectSong::CreaBarra() {
     Rebar.Create();
     Rebar.AddBands("", 1, tlbBar, 1);
     striscia->setFixedHeight(tlbBar->height() + 1);
-    striscia->setMinimumWidth(tlbBar->width() + MargineRebar);
+    striscia->setMinimumWidth(tlbBar->width() + CRebar::Margine);
     return striscia;
 }
 
@@ -159,11 +149,9 @@ void frmSelectSong::Disponi(QWidget* striscia) {
     colonna->addWidget(striscia);
     colonna->addLayout(interno, 1);
 
-    QWidget* prima = lstBrani;
-    for (QWidget* poi : std::initializer_list<QWidget*>{cmdOk, cmdAnnulla}) {
-        setTabOrder(prima, poi);
-        prima = poi;
-    }
+    setTabOrder(lstBrani, cmdOk);
+    setTabOrder(cmdOk, cmdAnnulla);
+    QWidget* prima = cmdAnnulla;
     for (QAction* bottone : bottoni_) {
         setTabOrder(prima, tlbBar->widgetForAction(bottone));
         prima = tlbBar->widgetForAction(bottone);
@@ -173,38 +161,14 @@ void frmSelectSong::Disponi(QWidget* striscia) {
 }
 
 void frmSelectSong::tlbBar_ButtonClick(int index) {
-    switch (index) {
-        case 1:
-            mnuDataAdd_Click();
-            break;
-        case 2:
-            mnuFileProperties_Click();
-            break;
-        case 3:
-            mnuDataDelete_Click();
-            break;
-        case 4:
-            mnuFileRandom_Click();
-            break;
-        case 6:
-            mnuFileOpenLyk_Click();
-            break;
-        case 7:
-            mnuDataConvert_Click();
-            break;
-        case 9:
-        case 10:
-        case 11:
-            mnuViewSort_Click(static_cast<Ordine>(index - 9));
-            break;
-        case 13:
-            mnuDataReload_Click();
-            break;
-        case 14:
-            mnuDataRebuild_Click();
-            break;
-        default:
-            break;
+    if (index < 1 || index > NumBottoni) {
+        return;
+    }
+    const Bottone& bottone = Bottoni.at(static_cast<std::size_t>(index) - 1);
+    if (bottone.ordine) {
+        mnuViewSort_Click(*bottone.ordine);
+    } else if (bottone.comando != nullptr) {
+        (this->*bottone.comando)();
     }
 }
 

@@ -1,8 +1,8 @@
 // The main window's menus, toolbar and position controls.
 
+#include "platform/qt/ToolStrip.h"
 #include "player/FormattaTempo.h"
 #include "player/frmKaraoke.h"
-#include "ui/StileStriscia.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -11,7 +11,6 @@
 namespace sonnel {
 namespace {
 
-constexpr QSize ImmagineBottone(24, 24);
 constexpr QSize ImmagineLogo(32, 32);
 constexpr int PaginaCursore = 10;  // seconds that a page key moves the slider
 
@@ -22,8 +21,8 @@ constexpr const char* StilePosizione =
 
 struct Bottone {
     const char* suggerimento;
-    const char* immagine;
-    void (frmKaraoke::*comando)();  ///< the handler of its menu item; null for a separator
+    const char* immagine;           ///< null for a separator
+    void (frmKaraoke::*comando)();  ///< the handler of its menu item
 };
 
 constexpr Bottone Separatore{nullptr, nullptr, nullptr};
@@ -109,25 +108,14 @@ void frmKaraoke::CreaMenuAiuto() {
 }
 
 void frmKaraoke::CreaBarra() {
-    striscia_->setObjectName("striscia");
-    striscia_->setAttribute(Qt::WA_StyledBackground);
-    striscia_->setStyleSheet(QString(StileStriscia) + StilePosizione);
-
-    tlbBar = new QToolBar(striscia_);
+    DressToolStrip(*striscia_, StilePosizione);
+    tlbBar = AddToolBar(*striscia_);
     tlbBar->setAccessibleName("Commands");
-    tlbBar->setIconSize(ImmagineBottone);
     tlbBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     for (std::size_t i = 0; i < Bottoni.size(); ++i) {
-        const Bottone& bottone = Bottoni[i];
-        if (bottone.comando == nullptr) {
-            bottoni_[i] = tlbBar->addSeparator();
-            continue;
-        }
         const int indice = static_cast<int>(i) + 1;
-        bottoni_[i] = tlbBar->addAction(QIcon(QString(":/toolbar/%1.svg").arg(bottone.immagine)),
-                                        bottone.suggerimento, this,
-                                        [this, indice] { tlbBar_ButtonClick(indice); });
-        tlbBar->widgetForAction(bottoni_[i])->setFocusPolicy(Qt::TabFocus);
+        bottoni_[i] = AddToolButton(*tlbBar, Bottoni[i].suggerimento, Bottoni[i].immagine,
+                                    [this, indice] { tlbBar_ButtonClick(indice); });
     }
 
     imgLogo = new QLabel(striscia_);

@@ -12,17 +12,11 @@ namespace sonnel {
 namespace {
 
 constexpr double TwipsPerInch = 1440;
-constexpr int MargineLarghezza = 8;  // pixels the strip is narrower than its window
 constexpr int AltezzaIniziale = 60;  // pixels
 constexpr const char* ProprietaStile = "tbStyle";
 
 double TwipsPerPixel(const QWidget& widget) {
     return TwipsPerInch / widget.logicalDpiX();
-}
-
-int LarghezzaStriscia(const QWidget& finestra) {
-    const double twips = finestra.width() * TwipsPerPixel(finestra);
-    return RoundHalfEven<int>(twips / TwipsPerPixel(finestra) - MargineLarghezza);
 }
 
 }  // namespace
@@ -44,7 +38,7 @@ QVariant CRebar::Create() {
     strip_ = new QWidget(parent_);
     strip_->lower();
     handle_ = 1;
-    Move(0, 0, LarghezzaStriscia(*parent_), AltezzaIniziale);
+    Move(0, 0, parent_->width() - Margine, AltezzaIniziale);
     strip_->show();
     return handle_ != 0;
 }
@@ -136,7 +130,7 @@ void CRebar::RemoveBands(int bandPosition) {
 }
 
 void CRebar::Resize(const QWidget& frm) {
-    Move(0, 0, LarghezzaStriscia(frm), 0);
+    Move(0, 0, frm.width() - Margine, 0);
     if (strip_) {
         strip_->repaint();
     }

@@ -26,6 +26,9 @@ class CRebar {
     static constexpr std::uint32_t StileBanda = 0x2A4;
     static constexpr std::uint32_t StileBandaACapo = 0x2A5;
 
+    /// How much narrower than its window the strip is, in pixels.
+    static constexpr int Margine = 8;
+
     CRebar() = default;
     ~CRebar() = default;
     CRebar(const CRebar&) = delete;
@@ -47,7 +50,7 @@ class CRebar {
     void DestroyRebar();
     [[nodiscard]] QVariant GetRebarWindow() const { return static_cast<qint32>(handle_); }
     void RemoveBands(int bandPosition);
-    /// Sizes the strip to the width of a window, less 8 pixels.
+    /// Sizes the strip to the width of a window, less the margin.
     void Resize(const QWidget& frm);
     /// Pixels; nothing while there is no strip.
     void Move(int left, int top, int width, int height);
