@@ -67,17 +67,42 @@ struct FluidSintetizzatore::Impl {
     Synth synth;  // after the settings: it must go first
     std::array<float, 2 * kBlockFrames> block{};
     std::size_t used = 2 * kBlockFrames;  // floats of the block that were handed out
+    bool tuned = false;                   // a tuning message has come since the start
 
+    std::optional<Error> Load();
     void RenderBlock() {
         fluid_synth_write_float(synth.get(), kBlockFrames, block.data(), 0, 2, block.data(), 1, 2);
     }
     void Silence();
     void EvenOutVoices();
     void Restart();
-    [[nodiscard]] bool MasterVolume(std::span<const std::uint8_t> data) const;
-    bool tuned = false;  // a tuning message has come since the start
     void ForgetTunings();
+    [[nodiscard]] bool MasterVolume(std::span<const std::uint8_t> data) const;
 };
+
+/// Makes the synthesiser for this rate and gives it the SoundFont.
+std::optional<Error> FluidSintetizzatore::Impl::Load() {
+    std::string reason;
+    SendLogTo(&reason);
+    settings = MakeSettings(sampleRate);
+    if (settings) {
+        synth.reset(new_fluid_synth(settings.get()));
+    }
+    const bool loaded =
+        synth && fluid_synth_sfload(synth.get(), Utf8FromPath(soundFont).c_str(), 1) >= 0;
+    SendLogTo(nullptr);
+    if (!synth) {
+        return Error{EINVAL, "The synthesiser cannot be started at " + std::to_string(sampleRate) +
+                                 " frames per second: " + reason};
+    }
+    if (!loaded) {
+        return Error{EINVAL, "The SoundFont \"" + Utf8FromPath(soundFont) +
+                                 "\" cannot be loaded. Choose another SoundFont file (.sf2 or "
+                                 ".sf3). The synthesiser says: " +
+                                 reason};
+    }
+    return {};
+}
 
 /// FluidSynth takes voices away only when it renders, and a system reset before that brings them
 /// back to life; so a block is rendered and dropped.
@@ -166,27 +191,11 @@ std::optional<Error> FluidSintetizzatore::Prepare(int sampleRate) {
         return {};
     }
     impl_.reset();
-    std::string reason;
-    SendLogTo(&reason);
     auto next = std::make_unique<Impl>();
     next->soundFont = *found;
     next->sampleRate = sampleRate;
-    next->settings = MakeSettings(sampleRate);
-    if (next->settings) {
-        next->synth.reset(new_fluid_synth(next->settings.get()));
-    }
-    const bool loaded =
-        next->synth && fluid_synth_sfload(next->synth.get(), Utf8FromPath(*found).c_str(), 1) >= 0;
-    SendLogTo(nullptr);
-    if (!next->synth) {
-        return Error{EINVAL, "The synthesiser cannot be started at " + std::to_string(sampleRate) +
-                                 " frames per second: " + reason};
-    }
-    if (!loaded) {
-        return Error{EINVAL, "The SoundFont \"" + Utf8FromPath(*found) +
-                                 "\" cannot be loaded. Choose another SoundFont file (.sf2 or "
-                                 ".sf3). The synthesiser says: " +
-                                 reason};
+    if (auto error = next->Load()) {
+        return error;
     }
     impl_ = std::move(next);
     impl_->Restart();

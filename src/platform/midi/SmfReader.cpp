@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 14;
 constexpr std::size_t kChunkHeaderSize = 8;
+constexpr std::string_view kHeaderName = "MThd";
 constexpr std::string_view kTrackName = "MTrk";
 
 std::uint8_t ByteAt(std::string_view bytes, std::size_t at) {
@@ -170,6 +171,28 @@ SmfDivision ReadDivision(std::uint32_t word, bool& damaged) {
     return division;
 }
 
+/// Where the header begins: at once, or somewhere in a RIFF file. npos when there is none.
+std::size_t FindHeader(std::string_view bytes) {
+    const std::size_t start = bytes.starts_with("RIFF") ? bytes.find(kHeaderName) : 0;
+    const bool found = start != std::string_view::npos && bytes.size() - start >= kHeaderSize &&
+                       bytes.substr(start).starts_with(kHeaderName);
+    return found ? start : std::string_view::npos;
+}
+
+/// Reads format and division from the header that begins at `start`; returns where it ends.
+std::size_t ReadHeader(SmfFile& file, std::size_t start) {
+    const std::string_view bytes = file.bytes;
+    file.format = static_cast<int>(BigEndian(bytes, start + 8, 2));
+    file.divisionWord = static_cast<std::uint16_t>(BigEndian(bytes, start + 12, 2));
+    file.division = ReadDivision(file.divisionWord, file.damaged);
+    constexpr std::size_t Fields = 6;  // bytes of those that are known; more may follow
+    const std::size_t length = BigEndian(bytes, start + 4, 4);
+    const std::size_t end = start + kHeaderSize;
+    const bool fits = length >= Fields && length - Fields <= bytes.size() - end;
+    file.damaged = file.damaged || !fits;
+    return fits ? end + length - Fields : end;
+}
+
 bool IsChunkName(std::string_view name) {
     return std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
@@ -230,32 +253,24 @@ Result<SmfFile> ReadSmf(std::string bytes) {
     if (file.bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
         return MakeError(SmfError::TooLarge, "The MIDI file is too large to be a song");
     }
-    const std::string_view all = file.bytes;
-    const std::size_t start = all.starts_with("RIFF") ? all.find("MThd") : 0;
-    if (start == std::string_view::npos || all.size() - start < kHeaderSize ||
-        all.substr(start, 4) != "MThd") {
+    const std::size_t start = FindHeader(file.bytes);
+    if (start == std::string_view::npos) {
         return MakeError(
             SmfError::NotMidi,
             "This is not a MIDI file: choose a song whose MID file other players can play");
     }
-    file.format = static_cast<int>(BigEndian(all, start + 8, 2));
+    const std::size_t chunks = ReadHeader(file, start);
     if (file.format > 1) {
         return MakeError(SmfError::Format, "The MIDI file is of format " +
                                                std::to_string(file.format) +
                                                ", only formats 0 and 1 can be played");
     }
-    const std::size_t headerLength = BigEndian(all, start + 4, 4);
-    const std::size_t trackCount = BigEndian(all, start + 10, 2);
-    file.divisionWord = static_cast<std::uint16_t>(BigEndian(all, start + 12, 2));
-    file.division = ReadDivision(file.divisionWord, file.damaged);
-    const bool headerFits =
-        headerLength >= 6 && headerLength - 6 <= all.size() - start - kHeaderSize;
-    file.damaged = file.damaged || !headerFits;
-    ReadChunks(file, start + kHeaderSize + (headerFits ? headerLength - 6 : 0));
+    ReadChunks(file, chunks);
     if (file.tracks.empty()) {
         return MakeError(SmfError::NoTracks, "The MIDI file has no track that can be read");
     }
-    file.damaged = file.damaged || file.tracks.size() != trackCount;
+    const std::size_t announced = BigEndian(file.bytes, start + 10, 2);
+    file.damaged = file.damaged || file.tracks.size() != announced;
     return file;
 }
 
