@@ -13,6 +13,7 @@ namespace sonnel {
 namespace {
 
 constexpr int PagineProva = 10;
+constexpr int DecimiPerSecondo = 10;
 constexpr std::int16_t RighePerPagina = 4;
 constexpr float SenzaCompensazione = 1;  // seconds
 
@@ -73,7 +74,8 @@ std::int32_t CompensazioneDa(float secondi) {
     if (secondi <= SenzaCompensazione) {
         return 0;
     }
-    return RoundHalfEven<std::int32_t>(std::floor(secondi / 10 * 10 + 0.5F)) - 1;
+    const float decimiPerPagina = secondi / PagineProva * DecimiPerSecondo;
+    return RoundHalfEven<std::int32_t>(std::floor(decimiPerPagina + 0.5F)) - 1;
 }
 
 std::string TestoSecondi(float secondi) {

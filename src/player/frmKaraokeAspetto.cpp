@@ -10,13 +10,6 @@
 #include <QWindow>
 
 namespace sonnel {
-namespace {
-
-QString ToQString(const std::string& testo) {
-    return QString::fromStdString(testo);
-}
-
-}  // namespace
 
 // Layout
 
@@ -86,13 +79,13 @@ void frmKaraoke::ColoreSfondo(Colour colore) {
 
 void frmKaraoke::Titolo(const std::string& titolo) {
     // The window system's mark for unsaved changes stands for itself when it is doubled.
-    setWindowTitle(ToQString(titolo).replace("[*]", "[*][*]"));
+    setWindowTitle(QString::fromStdString(titolo).replace("[*]", "[*][*]"));
 }
 
 void frmKaraoke::Durata(std::int32_t secondi, const std::string& testo) {
     const QSignalBlocker fermo(sldPosition);
     sldPosition->setRange(0, secondi);
-    lblTrackLength->setText(ToQString(testo));
+    lblTrackLength->setText(QString::fromStdString(testo));
 }
 
 void frmKaraoke::Cursore(std::int32_t secondi) {
@@ -101,7 +94,7 @@ void frmKaraoke::Cursore(std::int32_t secondi) {
 }
 
 void frmKaraoke::Posizione(const std::string& testo) {
-    lblPosition->setText(ToQString(testo));
+    lblPosition->setText(QString::fromStdString(testo));
 }
 
 void frmKaraoke::AnimaLogo(bool attiva) {

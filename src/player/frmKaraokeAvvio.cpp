@@ -30,7 +30,6 @@ void frmKaraoke::Form_Load() {
     programma_.eventi.SetPointer(Pointer::Busy);
     AssociaLyk(programma_.registro, programma_.shell, programma_.eseguibile,
                programma_.scriviWinIni);
-    programma_.timeline.Azzera();
     const std::string riga = SenzaVirgolette(programma_.CmdLine);
     ColoreSfondo(0);
     CaricaImpostazioni();

@@ -75,7 +75,7 @@ class frmOpzioni : public QDialog {
     QPushButton* cmdColoreOmbra = nullptr;
     QCheckBox* chkOmbra = nullptr;
     QCheckBox* chkAutoFont = nullptr;
-    QSpinBox* vscCompensation = nullptr;  ///< its text is lblCompensation
+    QSpinBox* vscCompensation = nullptr;
     QPushButton* cmdOk = nullptr;
     QPushButton* cmdAnnulla = nullptr;
 };
