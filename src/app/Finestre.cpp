@@ -5,6 +5,7 @@
 #include "library/AggiungiBrani.h"
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
+#include "library/SincronizzaDB.h"
 #include "library/frmInfoBrano.h"
 #include "platform/Files.h"
 #include "settings/frmOpzioni.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/SincronizzaDB.h"
+#include "library/CaricaIndice.h"
 #include "library/frmSelectSong.h"
 #include "platform/CommonDialog.h"
 #include "player/Programma.h"

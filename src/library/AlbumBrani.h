@@ -1,6 +1,7 @@
 #pragma once
 
-#include "library/SincronizzaDB.h"
+#include "library/CaricaIndice.h"
+#include "library/ListaBrani.h"
 
 #include <string>
 #include <string_view>

@@ -3,6 +3,7 @@
 #include "library/AggiornaIndice.h"
 #include "ui/Titoli.h"
 
+#include <cstdint>
 #include <string>
 
 namespace sonnel {

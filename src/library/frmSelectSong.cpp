@@ -2,6 +2,7 @@
 
 #include "library/ApriLykEsterno.h"
 #include "library/EliminaBrano.h"
+#include "library/SincronizzaDB.h"
 #include "library/frmSelectSongLista.h"
 #include "ui/PuntatoreOccupato.h"
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "library/CaricaIndice.h"
 #include "library/ElencoBrani.h"
-#include "library/SincronizzaDB.h"
+#include "library/ListaBrani.h"
 #include "platform/CommonDialog.h"
 #include "ui/CRebar.h"
 
