@@ -8,8 +8,6 @@
 #include "ui/PuntatoreOccupato.h"
 #include "ui/Titoli.h"
 
-#include <utility>
-
 namespace sonnel {
 namespace {
 
@@ -22,8 +20,8 @@ std::int32_t Secondi(std::int32_t millisecondi) {
 
 }  // namespace
 
-Riproduzione::Riproduzione(Parti parti)
-    : p_(std::move(parti)),
+Riproduzione::Riproduzione(const Parti& parti)
+    : p_(parti),
       impaginazione_(p_.config, p_.timeline, p_.parole, p_.cornice, p_.msgBox),
       disegno_(p_.config, p_.parole, p_.cornice, impaginazione_),
       sincronia_(p_.config, p_.timeline, disegno_) {

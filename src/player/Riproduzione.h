@@ -42,7 +42,7 @@ class Riproduzione {
         const SceltaBrano& scelta;
     };
 
-    explicit Riproduzione(Parti parti);
+    explicit Riproduzione(const Parti& parti);
 
     void FileLoad();
     void SoundPlay();
