@@ -76,19 +76,6 @@ std::optional<Error> Elimina(const fs::path& file) {
                  "Can't delete the file " + Utf8FromPath(file) + ": " + errore.message() + "."};
 }
 
-/// Opens the named file and reads its tempos.
-std::optional<Error> Apri(Midifile& midifile, std::optional<BaseTempi>& tempi) {
-    if (auto errore = midifile.SetAction(MidifileAction::Open)) {
-        return errore;
-    }
-    const Result<BaseTempi> letti = BaseTempi::Leggi(midifile);
-    if (!letti) {
-        return letti.error();
-    }
-    tempi = *letti;
-    return std::nullopt;
-}
-
 /// The conversion of one file.
 class ConversioneKar {
   public:
@@ -184,8 +171,11 @@ bool ConversioneKar::FaiLyk() {
     PuntatoreOccupato occupato(libreria_.eventi);
     Midifile midifile;
     midifile.SetFileName(scelto_);
-    std::optional<BaseTempi> tempi;
-    const auto apri = [&] { return Apri(midifile, tempi); };
+    Result<BaseTempi> tempi = Error{};
+    const auto apri = [&] {
+        tempi = BaseTempi::Apri(midifile);
+        return tempi ? std::nullopt : std::optional(tempi.error());
+    };
     if (!Ritenta(apri, [](const Error&) { return NonApre; })) {
         return false;
     }

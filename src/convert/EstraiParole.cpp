@@ -1,9 +1,9 @@
 #include "convert/EstraiParole.h"
 
 #include "platform/Numbers.h"
+#include "platform/Text.h"
 #include "song/LeggiKaraoke.h"
 
-#include <algorithm>
 #include <string_view>
 
 namespace sonnel {
@@ -74,11 +74,7 @@ std::optional<Error> Passata::LeggiTesto() {
     if (!istante) {
         return istante.error();
     }
-    std::string testo = midifile_.Data();
-    // One blank for each, so that what is counted stays what was written.
-    std::replace_if(
-        testo.begin(), testo.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; },
-        ' ');
+    const std::string testo = OneLine(midifile_.Data());
     if (testo.starts_with('@')) {
         LeggiCampo(testo);
     } else {

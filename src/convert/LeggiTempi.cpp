@@ -61,6 +61,13 @@ Result<BaseTempi> BaseTempi::Leggi(Midifile& midifile) {
     return base;
 }
 
+Result<BaseTempi> BaseTempi::Apri(Midifile& midifile) {
+    if (auto errore = midifile.SetAction(MidifileAction::Open)) {
+        return *errore;
+    }
+    return Leggi(midifile);
+}
+
 std::optional<Error> BaseTempi::Calcola(const Midifile& midifile) {
     const std::int32_t tempo = mappa_.TempiMidi.at(posizione_);
     if (tempo == 0) {

@@ -30,6 +30,9 @@ class BaseTempi {
     /// there is no tempo or it is 0.
     [[nodiscard]] static Result<BaseTempi> Leggi(Midifile& midifile);
 
+    /// Opens the file that `midifile` names, and reads. Fails as both do.
+    [[nodiscard]] static Result<BaseTempi> Apri(Midifile& midifile);
+
     /// Goes on to the current text of the file and returns its time in tenths of a second. The next
     /// tempo begins with the first text that has reached it, one tempo a text. Fails when that
     /// tempo is 0, when the file has 0 ticks to a quarter note, and on a time past 32 bits.

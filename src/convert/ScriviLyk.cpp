@@ -41,8 +41,7 @@ std::optional<Error> ScriviLyk(const std::filesystem::path& file, std::string_vi
                                bool sovrascrivi) {
     std::error_code errore;
     if (!sovrascrivi && std::filesystem::exists(file, errore)) {
-        return Error{EEXIST, "Can't write the file " + Utf8FromPath(file) + ": " +
-                                 std::generic_category().message(EEXIST) + "."};
+        return WriteError(file, EEXIST);
     }
     return WriteFileAtomically(file, EncodeFileText(testo));
 }

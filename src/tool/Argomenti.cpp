@@ -2,7 +2,6 @@
 
 #include "platform/Files.h"
 #include "platform/Text.h"
-#include "song/LeggiKaraoke.h"
 
 #include <exception>
 #include <new>
@@ -44,8 +43,7 @@ std::filesystem::path FileNominato(const std::string& file) {
 Result<SmfFile> LeggiMidi(const std::filesystem::path& file) {
     Result<std::string> byte = ReadFile(file);
     if (!byte) {
-        return Error{byte.error().number,
-                     "Can't read the file " + Utf8FromPath(file) + ": " + byte.error().text + "."};
+        return ReadError(file, byte.error().number);
     }
     Result<SmfFile> letto = ReadSmf(std::move(*byte));
     if (!letto) {
@@ -64,9 +62,7 @@ void AvvisaSeDanneggiato(const std::string& file, const SmfFile& letto,
 
 std::optional<std::string> Illeggibile(const std::filesystem::path& file) {
     const Result<FileReader> aperto = FileReader::Open(file);
-    return aperto ? std::nullopt
-                  : std::optional("Can't read the file " + Utf8FromPath(file) + ": " +
-                                  aperto.error().text + ".");
+    return aperto ? std::nullopt : std::optional(ReadError(file, aperto.error().number).text);
 }
 
 std::optional<std::string> Tenta(std::string_view file, const std::function<void()>& lavoro) {
@@ -79,23 +75,6 @@ std::optional<std::string> Tenta(std::string_view file, const std::function<void
     } catch (const std::exception& errore) {
         return WithReason(frase, errore.what());
     }
-}
-
-std::vector<std::string> MessaggiRaccolti::Frasi(std::string_view file) const {
-    std::vector<std::string> frasi;
-    for (const Message& messaggio : messaggi) {
-        frasi.push_back("The player says of " + std::string(file) + ": \"" + messaggio.text + "\"");
-    }
-    return frasi;
-}
-
-bool LeggiBrano(std::string_view file, const std::string& base, Timeline& timeline,
-                InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
-                std::vector<std::string>& messaggi) {
-    const bool letto = LeggiKaraoke(base, timeline, informazioni, msgBox, {[] {}, [] {}});
-    auto chiuso = letto ? std::nullopt : Illeggibile(FileNominato(base + ".lyk"));
-    messaggi = chiuso ? std::vector{std::move(*chiuso)} : msgBox.Frasi(file);
-    return letto;
 }
 
 }  // namespace sonnel

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "platform/MsgBox.h"
 #include "platform/Result.h"
 #include "platform/midi/SmfReader.h"
-#include "song/InformazioniBrano.h"
-#include "song/Timeline.h"
 
 #include <filesystem>
 #include <functional>
@@ -42,25 +39,5 @@ void AvvisaSeDanneggiato(const std::string& file, const SmfFile& letto,
 /// or nothing when all went well.
 [[nodiscard]] std::optional<std::string> Tenta(std::string_view file,
                                                const std::function<void()>& lavoro);
-
-/// Keeps the messages that the player would show. A question whether to go on is declined.
-class MessaggiRaccolti : public MsgBox {
-  public:
-    Answer Show(const Message& message) override {
-        messaggi.push_back(message);
-        return message.buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
-    }
-    /// As sentences about the file, in the player's words.
-    [[nodiscard]] std::vector<std::string> Frasi(std::string_view file) const;
-
-    std::vector<Message> messaggi;
-};
-
-/// Reads the words of a song as the player does, from base + ".lyk". Returns whether all of them
-/// were read; what people should know goes into `messaggi`: why the file cannot be opened, else
-/// what the player says.
-[[nodiscard]] bool LeggiBrano(std::string_view file, const std::string& base, Timeline& timeline,
-                              InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
-                              std::vector<std::string>& messaggi);
 
 }  // namespace sonnel

@@ -67,8 +67,7 @@ Resoconto ComandoCheck(const std::string& file) {
             rilievi.push_back(std::move(rilievo));
         }
     } else {
-        resoconto.messaggi.push_back("Can't read the file " + file + ": " + byte.error().text +
-                                     ".");
+        resoconto.messaggi.push_back(ReadError(FileNominato(file), byte.error().number).text);
     }
     resoconto.json = {
         {"file", file}, {"ok", letto && rilievi.empty()}, {"findings", JsonRilievi(rilievi)}};

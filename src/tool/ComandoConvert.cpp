@@ -35,10 +35,7 @@ struct EsitoConversione {
 Result<Estrazione> Estrai(const std::filesystem::path& file, std::chrono::year_month_day oggi) {
     Midifile midifile;
     midifile.SetFileName(file);
-    if (auto errore = midifile.SetAction(MidifileAction::Open)) {
-        return *errore;
-    }
-    const Result<BaseTempi> base = BaseTempi::Leggi(midifile);
+    const Result<BaseTempi> base = BaseTempi::Apri(midifile);
     if (!base) {
         return base.error();
     }

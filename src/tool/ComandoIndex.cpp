@@ -6,6 +6,7 @@
 #include "platform/SystemError.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
+#include "tool/LetturaBrano.h"
 #include "ui/basCommon.h"
 
 #include <cstddef>

@@ -1,10 +1,9 @@
 #include "song/LeggiKaraoke.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
+#include "tool/LetturaBrano.h"
 #include "ui/basCommon.h"
 
-#include <array>
-#include <cstddef>
 #include <string_view>
 
 namespace sonnel {
@@ -47,32 +46,31 @@ Json JsonEventi(const Timeline& timeline) {
     return elenco;
 }
 
-std::string TestoCampo(std::string_view nome, std::string valore) {
+std::string RigaCampo(std::string_view nome, std::string valore) {
     // Labels want every "&" doubled; people do not.
     SostituisciTesto(valore, "&&", "&");
     return std::string(nome) + SuUnaRiga(valore) + "\n";
 }
 
 std::string TestoEventi(const Timeline& timeline) {
-    constexpr std::array<std::string_view, 3> Nomi{"marker", "page", "colour"};
     std::string testo;
     for (int i = 1; i <= timeline.NumEventi(); ++i) {
         const Evento& evento = timeline.Eventi(static_cast<std::int16_t>(i));
         std::string parole = evento.Testo;
         SostituisciTesto(parole, FineRiga, " / ");
         testo += std::to_string(evento.Tempo) + "\t";
-        testo += Nomi.at(static_cast<std::size_t>(evento.Tipo));
+        testo += NomeTipo(evento.Tipo);
         testo += "\t" + SuUnaRiga(parole) + "\n";
     }
     return testo;
 }
 
 std::string TestoBrano(const InformazioniBrano& informazioni, const Timeline& timeline) {
-    return TestoCampo("Title:      ", informazioni.Titolo) +
-           TestoCampo("Author:     ", informazioni.Autore) +
-           TestoCampo("Karaoke by: ", informazioni.KaraokeBy) +
-           TestoCampo("Version:    ", informazioni.Versione) +
-           TestoCampo("Date:       ", informazioni.Data) + TestoEventi(timeline);
+    return RigaCampo("Title:      ", informazioni.Titolo) +
+           RigaCampo("Author:     ", informazioni.Autore) +
+           RigaCampo("Karaoke by: ", informazioni.KaraokeBy) +
+           RigaCampo("Version:    ", informazioni.Versione) +
+           RigaCampo("Date:       ", informazioni.Data) + TestoEventi(timeline);
 }
 
 }  // namespace
@@ -86,8 +84,8 @@ Resoconto ComandoShow(const std::string& file) {
     if (const auto rifiuto = RifiutoNome(file)) {
         resoconto.messaggi = {*rifiuto};
     } else {
-        letto = LeggiBrano(file, SenzaEstensione(file, {".lyk"}), timeline, informazioni, msgBox,
-                           resoconto.messaggi);
+        letto = LeggiParole(file, SenzaEstensione(file, {".lyk"}), timeline, informazioni, msgBox,
+                            resoconto.messaggi);
     }
     resoconto.json = {{"file", file},
                       {"ok", letto},

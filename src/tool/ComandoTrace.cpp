@@ -6,10 +6,10 @@
 #include "song/LeggiKaraoke.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
+#include "tool/LetturaBrano.h"
 #include "tool/SuperficieRegistrata.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <limits>
 #include <optional>
@@ -112,11 +112,11 @@ void Prova::Nota(std::int64_t posizione, TipoEvento tipo) {
 }
 
 std::string TestoPassi(const Json& passi) {
-    static constexpr std::array<const char*, 3> Nomi{"marker", "page", "colour"};
     std::string testo;
     for (const Json& passo : passi) {
-        testo += std::to_string(passo["ms"].get<std::int64_t>()) + "\t" +
-                 Nomi.at(passo["kind"].get<std::size_t>()) + "\t";
+        testo += std::to_string(passo["ms"].get<std::int64_t>()) + "\t";
+        testo += NomeTipo(static_cast<TipoEvento>(passo["kind"].get<int>()));
+        testo += "\t";
         std::string righe;
         if (passo.contains("lines")) {
             for (const Json& riga : passo["lines"]) {
@@ -139,7 +139,7 @@ std::optional<std::int32_t> Carica(const std::string& brano, Timeline& timeline,
     const std::string base = SenzaEstensione(brano, {".lyk", ".mid"});
     InformazioniBrano informazioni;
     MessaggiRaccolti msgBox;
-    if (!LeggiBrano(brano, base, timeline, informazioni, msgBox, messaggi)) {
+    if (!LeggiParole(brano, base, timeline, informazioni, msgBox, messaggi)) {
         return std::nullopt;
     }
     const std::filesystem::path mid =

@@ -4,10 +4,11 @@
 #include "platform/Text.h"
 #include "player/SincroniaParole.h"
 #include "song/LeggiKaraoke.h"
-#include "tool/Argomenti.h"
+#include "tool/LetturaBrano.h"
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace sonnel {
 namespace {
