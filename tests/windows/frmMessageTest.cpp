@@ -1,6 +1,7 @@
 #include "platform/qt/QtSystem.h"
 #include "ui/frmMessage.h"
 
+#include <QLabel>
 #include <QScreen>
 #include <QTest>
 
@@ -26,8 +27,9 @@ TEST(frmMessage, IsThereUntilTheWorkIsDone) {
         window.MostraMessaggio("Copying", true);
         QTest::mouseClick(cancel, Qt::LeftButton);
         EXPECT_TRUE(window.Annullato() && cancel->isVisible() && !cancel->isEnabled());
-        window.MostraMessaggio("Wiping out what was copied until now, which takes a while", false);
+        window.MostraMessaggio("Wiping out", false);
         EXPECT_TRUE(window.Annullato() && !cancel->isVisible());
+        EXPECT_EQ(window.findChild<QLabel*>()->text(), "Wiping out");
         window.ChiudiMessaggio();
         EXPECT_FALSE(window.Annullato() || window.isVisible());
     }
