@@ -35,13 +35,14 @@ QImage Picture(const QtPictureBox& lyrics, const Config& config, const Lines& pa
     font.setBold(config.FontBold != 0);
     font.setHintingPreference(QFont::PreferNoHinting);
     const QFontMetricsF metrics(font);
-    QImage area(lyrics.size(), QImage::Format_RGB32);
+    QImage area(lyrics.size() * lyrics.devicePixelRatioF(), QImage::Format_RGB32);
+    area.setDevicePixelRatio(lyrics.devicePixelRatioF());
     area.fill(ToQColor(config.ColoreSfondo));
     QPainter painter(&area);
     painter.setFont(font);
     const auto print = [&](std::size_t line, const Lines& texts, Colour colour, int offset) {
         const double width = metrics.horizontalAdvance(QString::fromStdString(page[line]));
-        const int x = RoundHalfEven<int>((area.width() - width) * Scale / 2) + offset;
+        const int x = RoundHalfEven<int>((lyrics.width() - width) * Scale / 2) + offset;
         const int y = RoundHalfEven<int>(static_cast<double>(line) * metrics.height() * Scale);
         painter.setPen(ToQColor(colour));
         painter.drawText(QPointF(x, y + offset) / Scale + QPointF(0, metrics.ascent()),
@@ -55,6 +56,7 @@ QImage Picture(const QtPictureBox& lyrics, const Config& config, const Lines& pa
         print(line, sung, config.ColoreSelezione, 0);
     }
     painter.end();
+    area.setDevicePixelRatio(1);
     return area;
 }
 
