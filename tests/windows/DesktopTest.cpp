@@ -1,7 +1,11 @@
-#include "fakes/WritingTrial.h"
+#include "fakes/TempDirectory.h"
+#include "platform/qt/QtShell.h"
 #include "platform/qt/XdgFileType.h"
 
+#include <QByteArray>
+#include <chrono>
 #include <string>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -40,28 +44,39 @@ TEST(XdgFileType, WritesWhatItCan) {
     EXPECT_TRUE(fs::exists(home / "mime/packages/sonnel.xml"));
 }
 
-TEST(XdgFileType, LeavesWholeFilesWhenItIsKilledAndOnAFullDisk) {
-    const TempDirectory home;
-    const XdgFileType type = LykFileType();
-    InstallXdgFileType(type, "/opt/old", home.Path());
-    fs::remove(home / "mime/packages/sonnel.xml");
-    const auto install = [&] { return InstallXdgFileType(type, "/opt/sonnel", home.Path()), true; };
-    const WritingTrial trial(home, install, false);
-    trial.KillEverywhere();
-    trial.FillTheDiskEverywhere();
+TEST(XdgFileType, AnyPathCanBeTheProgram) {
+    EXPECT_EQ(WithProgram("Exec=x %f\nTryExec=x\nName=x\n", "/a b/$d/50%f/g\\h"),
+              R"(Exec="/a b/\\$d/50%%f/g\\\\h" %f)"
+              "\n"
+              R"(TryExec=/a b/$d/50%f/g\\h)"
+              "\nName=x\n");
 }
 
-TEST(XdgFileType, AnyPathCanBeTheProgram) {
-    const auto commands = [](const char* program) {
-        return WithProgram("Exec=x %f\nTryExec=x\nName=x\n", program);
+TEST(QtShellTest, TheFirstMixerThatRunsIsStarted) {
+    const QByteArray path = qgetenv("PATH");
+    const TempDirectory programs;
+    qputenv("PATH", programs.Path().c_str());
+    const auto install = [&programs](const char* name, const std::string& text) {
+        std::filesystem::permissions(programs.Write(name, text), std::filesystem::perms::owner_all);
     };
-    EXPECT_EQ(commands("/opt/50%/sonnel"),
-              "Exec=/opt/50%%/sonnel %f\nTryExec=/opt/50%/sonnel\nName=x\n");
-    EXPECT_EQ(commands("/a b/\"c\"/$d/`e`/50%f/g\\h/i\nj"),
-              R"(Exec="/a b/\\"c\\"/\\$d/\\`e\\`/50%%f/g\\\\h/i\nj" %f)"
-              "\n"
-              R"(TryExec=/a b/"c"/$d/`e`/50%f/g\\h/i\nj)"
-              "\nName=x\n");
+    QtShell shell;
+    EXPECT_FALSE(shell.FindMixer()) << "there is no X server";
+    EXPECT_FALSE(shell.Activate({1, "Mixer"}));
+    EXPECT_EQ(shell.MixerProgram(), "pavucontrol");
+    EXPECT_FALSE(shell.StartMixer()) << "none is installed";
+
+    install("kmix", "#!/there/is/no/such/interpreter\n");
+    EXPECT_EQ(shell.MixerProgram(), "kmix");
+    EXPECT_FALSE(shell.StartMixer()) << "the one installed does not run";
+
+    install("gnome-control-center", "#!/bin/sh\n[ $# = 1 ] && : >\"$0.$1\"\n");
+    EXPECT_TRUE(shell.StartMixer());
+    const auto started = programs / "gnome-control-center.sound";
+    for (int i = 0; i < 1000 && !std::filesystem::exists(started); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_TRUE(std::filesystem::exists(started));
+    qputenv("PATH", path);
 }
 
 }  // namespace
