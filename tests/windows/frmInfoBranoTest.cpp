@@ -51,23 +51,20 @@ struct frmInfoBranoTest : ::testing::Test, SongLibrary {
             }
         }
     }
-    /// The buttons that can be used.
-    std::string Usable() const {
-        std::string usable;
-        for (const QPushButton* button : window->findChildren<QPushButton*>()) {
-            usable += button->isEnabled() ? button->text().toStdString() : "";
-        }
-        return usable;
-    }
     QComboBox* Box() const { return window->findChild<QComboBox*>(); }
-    std::string Albums() const {
-        std::string albums;
+    /// The albums listed, the one chosen and the buttons that can be used.
+    std::string Shown() const {
+        std::string shown;
         for (int i = 0; i < Box()->count(); ++i) {
-            albums += Box()->itemText(i).toStdString() + " ";
+            shown += Box()->itemText(i).toStdString() + " ";
         }
-        return albums + "- " + Box()->currentText().toStdString();
+        shown += "- " + Box()->currentText().toStdString();
+        for (const QPushButton* button : window->findChildren<QPushButton*>()) {
+            shown += button->isEnabled() ? button->text().toStdString() : "";
+        }
+        return shown;
     }
-    void Type(const QString& text, QLineEdit* field) const {
+    static void Type(const QString& text, QLineEdit* field) {
         field->selectAll();
         field->del();
         field->insert(text);
@@ -91,24 +88,24 @@ struct frmInfoBranoTest : ::testing::Test, SongLibrary {
 
 TEST_F(frmInfoBranoTest, EnablesWhatCanBeDoneAndCancelWritesNothing) {
     const std::string index = Index();
+    const std::string albums = "<None> Hits Old - ";
     Edit([&] {
         EXPECT_TRUE(Title()->hasSelectedText() && Title()->cursorPosition() == 0);
-        EXPECT_EQ(Albums() + Usable(), "<None> Hits Old - Hits&Delete&Cancel");
+        EXPECT_EQ(Shown(), albums + "Hits&Delete&Cancel");
         TypeTitle("New");
-        EXPECT_EQ(Usable(), "&Delete&Ok&Cancel");
+        EXPECT_EQ(Shown(), albums + "Hits&Delete&Ok&Cancel");
         Pick("<None>");
-        EXPECT_EQ(Usable(), "&Ok&Cancel");
+        EXPECT_EQ(Shown(), albums + "<None>&Ok&Cancel");
         TypeAlbum(" ");
-        EXPECT_EQ(Usable(), "&Cancel");
+        EXPECT_EQ(Shown(), albums + " &Cancel");
         TypeAlbum("Old");
-        EXPECT_EQ(Usable(), "&New&Rename&Ok&Cancel");
+        EXPECT_EQ(Shown(), albums + "Old&New&Rename&Ok&Cancel");
         Press("&Cancel");
     });
     windows.selected = 2;
     Edit([&] {
         TypeTitle("New");
-        EXPECT_EQ(Albums() + Usable(), "<None> Hits Old - &Cancel");
-        Pick("Old");
+        EXPECT_EQ(Shown(), albums + "&Cancel") << "an album that is not in the list";
     });
     EXPECT_EQ(Index(), index);
     EXPECT_EQ(Content(directory / "a.lyk") + Content(directory / "b.lyk"), Words + Words);
@@ -148,17 +145,15 @@ TEST_F(frmInfoBranoTest, MakesAndRenamesAlbums) {
             TypeAlbum(name);
             Press("&New");
         }
-        EXPECT_EQ(Albums() + Usable(), "<None> Hits New Old Old - <None>&Ok&Cancel");
+        EXPECT_EQ(Shown(), "<None> Hits New Old Old - <None>&Ok&Cancel");
         TypeAlbum("None");
         Press("&Rename");
         EXPECT_THAT(Messages(), IsEmpty());
         Pick("Hits");
-        for (const char* name : {"hits", "<None>"}) {
-            TypeAlbum(name);
-            Press("&Rename");
-            EXPECT_THAT(Messages(), ElementsAre("Can't reate album \"" + std::string(name) +
-                                                "\" because it already exists!"));
-        }
+        TypeAlbum("hits");
+        Press("&Rename");
+        EXPECT_THAT(Messages(),
+                    ElementsAre("Can't reate album \"hits\" because it already exists!"));
         TypeAlbum("Best");
         msgBox.answers = {Answer::Cancel};
         Press("&Rename");
@@ -166,7 +161,7 @@ TEST_F(frmInfoBranoTest, MakesAndRenamesAlbums) {
         Press("&Rename");
         const auto question = StartsWith("Rename album \"Hits\" in \"Best\" and assign to it");
         EXPECT_THAT(Messages(), ElementsAre(question, question));
-        EXPECT_EQ(Albums() + Usable(), "<None> Best New Old Old - Best&New&Rename&Ok&Cancel");
+        EXPECT_EQ(Shown(), "<None> Best New Old Old - Best&New&Rename&Ok&Cancel");
     });
     EXPECT_EQ(Index(),
               "[Songs]\r\na=T|A|Best\r\nb=T|A|gone\r\nc=T|A|Best\r\n"
@@ -188,7 +183,7 @@ TEST_F(frmInfoBranoTest, RemovesAlbums) {
         EXPECT_EQ(Index(), index);
         Press("&Delete");
         EXPECT_THAT(Messages(), ElementsAre(first, second, failed));
-        EXPECT_EQ(Albums() + Usable(), "<None> Old - &Cancel");
+        EXPECT_EQ(Shown(), "<None> Old - &Cancel");
     });
     EXPECT_EQ(Index(),
               "[Songs]\r\na=T|A|?\r\nb=T|A|gone\r\nc=T|A|?\r\n[Album]\r\n?=|\r\nOld=|\r\n");

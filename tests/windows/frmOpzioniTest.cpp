@@ -55,12 +55,12 @@ TEST_F(frmOpzioniTest, EditsACopyUntilOk) {
     msgBox.answers = {Answer::No, Answer::Yes};
     for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
         EXPECT_TRUE(store.written.empty());
-        EXPECT_EQ(config.FontSize, 24);
+        EXPECT_TRUE(config.FontSize == 24 && config.ColoreTesto == Config().ColoreTesto);
         Open();
-        dialog.colours = {0x123456, std::nullopt};
+        dialog.colours = {0x123456, 0x654321};  // the third is cancelled
         dialog.files = {{"/new songs/sonnel.snl"}};
-        for (const char* caption : {"Text", "Back", "C&hange...", "&Bold", "Automatic font size",
-                                    "Start playing on song open"}) {
+        for (const char* caption : {"Text", "Back", "Selection", "C&hange...", "&Bold",
+                                    "Automatic font size", "Start playing on song open"}) {
             Find<QAbstractButton>(caption).click();
         }
         Find<QCheckBox>("Shadow").click();
@@ -77,9 +77,9 @@ TEST_F(frmOpzioniTest, EditsACopyUntilOk) {
     EXPECT_EQ(config.FontName, fonts.constLast().toStdString());
     EXPECT_EQ(config.FontSize, 9);
     EXPECT_EQ(config.OpenDir, "/new songs/");
-    EXPECT_EQ((std::vector<int>{config.ColoreTesto, config.ColoreSfondo, config.FontBold,
-                                config.Ombra, config.AutoFont, config.Autoplay}),
-              (std::vector<int>{0x123456, 0, 0, 0, -1, 0}));
+    EXPECT_EQ((std::vector<int>{config.ColoreTesto, config.ColoreSfondo, config.ColoreSelezione,
+                                config.FontBold, config.Ombra, config.AutoFont, config.Autoplay}),
+              (std::vector<int>{0x123456, 0x654321, 0xFFFFFF, 0, 0, -1, 0}));
 }
 
 TEST_F(frmOpzioniTest, ShowsAtOnceWhatIsChosen) {
