@@ -4,7 +4,6 @@
 
 #include <map>
 #include <utility>
-#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -51,21 +50,13 @@ TEST(SoundFontDirectories, FollowTheDataDirectoriesOfTheEnvironment) {
 
 TEST(ChooseAudioDriver, ReadsTheSettingThenTheVariable) {
     using Kind = AudioDriver::Kind;
-    struct Case {
-        std::string setting;
-        std::string variable;
-        AudioDriver chosen;
+    const auto chosen = [](const std::string& setting, const std::string& variable) {
+        return ChooseAudioDriver(setting, Variables({{"SONNEL_AUDIO", variable}}));
     };
-    const std::vector<Case> cases = {{"", "", {Kind::Device, ""}},
-                                     {"", "none", {Kind::Silence, ""}},
-                                     {"alsa", "none", {Kind::Device, "alsa"}},
-                                     {"none", "file:a.wav", {Kind::Silence, ""}},
-                                     {"", "file:dir/a b.wav", {Kind::File, "dir/a b.wav"}}};
-    for (const auto& row : cases) {
-        EXPECT_EQ(ChooseAudioDriver(row.setting, Variables({{"SONNEL_AUDIO", row.variable}})),
-                  row.chosen)
-            << row.setting << " / " << row.variable;
-    }
+    EXPECT_EQ(chosen("", ""), (AudioDriver{Kind::Device, ""}));
+    EXPECT_EQ(chosen("alsa", "none"), (AudioDriver{Kind::Device, "alsa"}));
+    EXPECT_EQ(chosen("none", "file:a.wav"), (AudioDriver{Kind::Silence, ""}));
+    EXPECT_EQ(chosen("", "file:dir/a b.wav"), (AudioDriver{Kind::File, "dir/a b.wav"}));
 }
 
 }  // namespace
