@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <chrono>
 #include <functional>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -26,6 +25,8 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr seconds kPatience(15);
+constexpr const char* kMain = "^Sonnel Player 98 4.1 beta";
+constexpr const char* kMessage = "^Sonnel Karaoke Player$";
 constexpr milliseconds kMargin(300);  // nothing is checked so close to a change of mode
 
 /// One change of the words sung.
@@ -98,10 +99,41 @@ void ExpectInTime(const std::vector<Step>& due, const std::vector<Step>& seen,
     EXPECT_LE(seen.size(), count + 1) << "steps out of turn";
 }
 
+/// Waits for a window of that title other than `last` and gives it keys, one after the other.
+std::string PressIn(const Player& player, const std::string& title,
+                    const std::vector<std::string>& keys = {}, const std::string& last = "") {
+    std::string window;
+    const auto opened = [&] {
+        window = player.screen.Window(title);
+        return !window.empty() && window != last;
+    };
+    if (!WaitUntil(opened, kPatience)) {
+        throw std::runtime_error("no window " + title + "\n" + player.Output());
+    }
+    for (const std::string& key : keys) {
+        player.screen.Press(window, key);
+    }
+    return window;
+}
+
+/// Types a text into a window of that title and ends it with Return.
+void TypeIn(const Player& player, const std::string& title, const std::string& text,
+            const std::vector<std::string>& keysBefore = {}) {
+    const std::string window = PressIn(player, title, keysBefore);
+    player.screen.Type(window, text);
+    player.screen.Press(window, "Return");
+}
+
+/// Waits for so many messages, one after the other, and takes each.
+void TakeMessages(const Player& player, int count) {
+    for (std::string last; count > 0; --count) {
+        last = PressIn(player, kMessage, {"Return"}, last);
+    }
+}
+
 TEST(ThePlayer, ColoursTheWordsInTimePausesResumesAndStops) {
     Player player("Twinkle Twinkle");
-    ASSERT_TRUE(WaitUntil([&] { return !player.MainWindow().empty(); }, kPatience))
-        << player.Output();
+    PressIn(player, kMain);
     EXPECT_EQ(player.Look().sung, 0);
     player.Press("F2");
     player.Watch(seconds(15));
@@ -141,29 +173,6 @@ TEST(ThePlayer, ColoursTheWordsInTimePausesResumesAndStops) {
     EXPECT_GT(sound.Peak(resumed + milliseconds(50), resumed + seconds(1)), 0.02);
 }
 
-TEST(ThePlayer, TellsOfAWrongCommandLineAndIsThereWithoutASong) {
-    Player player("no such song");
-    const auto message = [&] { return player.screen.Window("^Sonnel Karaoke Player$"); };
-    ASSERT_TRUE(WaitUntil([&] { return !message().empty(); }, kPatience)) << player.Output();
-    EXPECT_EQ(player.MainWindow(), "");
-    // One message tells what is missing, the next one that the command line was wrong.
-    std::set<std::string> boxes;
-    const auto dismissed = [&] {
-        if (const std::string box = message(); !box.empty()) {
-            boxes.insert(box);
-            player.screen.Press(box, "Return");
-        }
-        return !player.MainWindow().empty();
-    };
-    ASSERT_TRUE(WaitUntil(dismissed, kPatience));
-    EXPECT_EQ(boxes.size(), 2U);
-
-    player.Press("F2");
-    player.Watch(milliseconds(500));
-    EXPECT_EQ(player.seen.back().sung + player.seen.back().unsung, 0);
-    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
-}
-
 /// The value of a setting, as the settings file has it.
 std::string Setting(const Player& player, const std::string& name) {
     const std::string settings = player.Settings();
@@ -175,17 +184,13 @@ std::string Setting(const Player& player, const std::string& name) {
 
 TEST(ThePlayer, CalibratesAtItsFirstStartAndOpensWhereItWasClosed) {
     Player player;
-    const auto box = [&] { return player.screen.Window("^Sonnel Karaoke Player$"); };
-    const auto opened = [&] { return !player.MainWindow().empty(); };
-    ASSERT_TRUE(WaitUntil([&] { return !box().empty(); }, kPatience)) << player.Output();
-    EXPECT_TRUE(opened());
+    PressIn(player, kMessage);
+    EXPECT_NE(player.MainWindow(), "");
     EXPECT_EQ(Setting(player, "Compensazione"), "none");
-    const std::string question = box();
-    player.screen.Press(question, "Return");
-    ASSERT_TRUE(WaitUntil([&] { return !box().empty() && box() != question; }, kPatience));
+    TakeMessages(player, 2);  // the question, and that it was not done
+    const auto quiet = [&] { return player.screen.Window(kMessage).empty(); };
+    ASSERT_TRUE(WaitUntil(quiet, kPatience));
     EXPECT_EQ(Setting(player, "Compensazione"), "0");
-    player.screen.Press(box(), "Return");
-    ASSERT_TRUE(WaitUntil([&] { return box().empty(); }, kPatience));
 
     player.screen.MoveAndResize(player.MainWindow(), 150, 90, 640, 320);
     const std::string place = player.screen.Place(player.MainWindow());
@@ -194,68 +199,20 @@ TEST(ThePlayer, CalibratesAtItsFirstStartAndOpensWhereItWasClosed) {
     EXPECT_EQ(Setting(player, "FullScreen"), "0");
 
     player.Start({});
-    ASSERT_TRUE(WaitUntil(opened, kPatience)) << player.Output();
-    EXPECT_EQ(player.screen.Place(player.MainWindow()), place);
-    EXPECT_FALSE(WaitUntil([&] { return !box().empty(); }, milliseconds(500)))
-        << "calibrated before";
+    EXPECT_EQ(player.screen.Place(PressIn(player, kMain)), place);
+    EXPECT_FALSE(WaitUntil(std::not_fn(quiet), milliseconds(500))) << "calibrated before";
     player.Press("super+m");
     EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
     EXPECT_EQ(Setting(player, "Width"), "9600");
     EXPECT_EQ(Setting(player, "FullScreen"), "-1");
 }
 
-TEST(ThePlayer, PlaysAndDeletesSongsOfItsLibrary) {
-    Player player("Twinkle Twinkle");
-    const auto shown = [&](const std::string& title) {
-        return WaitUntil([&] { return !player.screen.Window(title).empty(); }, kPatience);
-    };
-    const std::string selection = "^Song selection - [0-9]+ songs";
-    ASSERT_TRUE(shown("^Sonnel Player 98 4.1 beta - Twinkle")) << player.Output();
-    player.Press("ctrl+o");
-    ASSERT_TRUE(shown("^Song selection - 5 songs"));
-    const std::string window = player.screen.Window(selection);
-    player.screen.Press(window, "F6");
-    constexpr int SecondLine = 90;  // pixels from the top
-    player.screen.DoubleClick(window, 100, SecondLine);
-    ASSERT_TRUE(shown("^Sonnel Player 98 4.1 beta - Auld Lang Syne$"));
-    EXPECT_TRUE(player.Watch([](const Sample& now) { return now.sung > 0; }, kPatience));
-
-    player.Press("F3");
-    player.Press("ctrl+o");
-    ASSERT_TRUE(shown(selection));
-    player.screen.Press(window, "Delete");
-    ASSERT_TRUE(shown("^Sonnel Karaoke Player$"));
-    const std::string question = player.screen.Window("^Sonnel Karaoke Player$");
-    player.screen.Press(question, "Tab");
-    player.screen.Press(question, "Return");
-    EXPECT_TRUE(shown("^Song selection - 4 songs"));
-    for (const char* file : {"Auld Lang Syne.lyk", "Auld Lang Syne.mid"}) {
-        EXPECT_FALSE(std::filesystem::exists(player.Library(file))) << file;
-    }
-    EXPECT_EQ(Content(player.Library("sonnel.snl")).find("Auld"), std::string::npos);
-    player.screen.Press(window, "Escape");
-    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
-}
-
-/// Waits for a window of that title and gives it keys, one after the other.
-std::string PressIn(const Player& player, const std::string& title,
-                    const std::vector<std::string>& keys) {
-    std::string window;
-    WaitUntil([&] { return !(window = player.screen.Window(title)).empty(); }, kPatience);
-    for (const std::string& key : keys) {
-        player.screen.Press(window, key);
-    }
-    return window;
-}
-
 TEST(ThePlayer, ShowsTheNextPageInTheColoursOfItsOptions) {
     constexpr std::uint32_t Chosen = 0xFF0180;
     Player player("Twinkle Twinkle");
-    PressIn(player, "^Sonnel Player 98 4.1 beta", {"alt+v", "o"});
+    PressIn(player, kMain, {"alt+v", "o"});
     PressIn(player, "^Options$", {"alt+s", "alt+f", "Tab", "space", "Tab", "space"});
-    const std::string colours = PressIn(player, "^Text color$", {"alt+h", "ctrl+a"});
-    player.screen.Type(colours, "#ff0180");
-    player.screen.Press(colours, "Return");
+    TypeIn(player, "^Text color$", "#ff0180", {"alt+h", "ctrl+a"});
     PressIn(player, "^Options$", {"alt+o"});
     ASSERT_TRUE(WaitUntil([&] { return player.screen.Window("^Options$").empty(); }, kPatience));
     EXPECT_EQ(Setting(player, "Testo"), std::to_string(0x8001FF));
@@ -266,73 +223,41 @@ TEST(ThePlayer, ShowsTheNextPageInTheColoursOfItsOptions) {
     EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
 }
 
-TEST(ThePlayer, ImportsSongsAndKeepsATitleThatWasChanged) {
+TEST(ThePlayer, ImportsConvertsRenamesPlaysAndDeletesSongs) {
     Player player("Twinkle Twinkle");
     const TempDirectory other;
-    for (const char* name : {"one", "two"}) {
-        for (const char* extension : {".lyk", ".mid"}) {
-            std::filesystem::copy(player.Library(std::string("Auld Lang Syne") + extension),
-                                  other / (name + std::string(extension)));
-        }
+    for (const char* extension : {".lyk", ".mid"}) {
+        std::filesystem::copy(player.Library(std::string("Auld Lang Syne") + extension),
+                              other / ("one" + std::string(extension)));
     }
-    PressIn(player, "^Sonnel Player 98 4.1 beta", {"ctrl+o"});
+    const auto kar = other / "two.kar";
+    std::filesystem::copy(SONNEL_SONGS "/../KAR/Auld Lang Syne.kar", kar);
+    PressIn(player, kMain, {"ctrl+o"});
     PressIn(player, "^Song selection - 5 songs", {"ctrl+Insert"});
-    const std::string files = PressIn(player, "^Add a new LYK song$", {});
-    player.screen.Type(
-        files, "\"" + (other / "one.lyk").string() + "\" \"" + (other / "two.lyk").string() + "\"");
-    player.screen.Press(files, "Return");
-    PressIn(player, "^Sonnel Karaoke Player$", {"Return"});
-    PressIn(player, "^Song selection - 7 songs", {"Down", "F4"});
-    const std::string properties = PressIn(player, "^Edit song properties$", {"alt+t", "ctrl+a"});
-    player.screen.Type(properties, "Old Long Since");
-    player.screen.Press(properties, "Return");
+    TypeIn(player, "^Add a new LYK song$", (other / "one.lyk").string());
+    TakeMessages(player, 1);
+    PressIn(player, "^Song selection - 6 songs", {"F3"});
+    TypeIn(player, "^Select KAR file to be converted$", kar.string());
+    TakeMessages(player, 3);  // it is done; the song is wanted; the old file goes
+    TypeIn(player, "^Edit song properties$", "A New Song", {"alt+t", "ctrl+a"});
     const auto index = [&] { return Content(player.Library("sonnel.snl")); };
-    EXPECT_TRUE(
-        WaitUntil([&] { return index().find("=Old Long Since|Traditional") != std::string::npos; },
-                  kPatience));
-    for (const char* name : {"one", "two"}) {
-        EXPECT_NE(index().find(std::string("\n") + name + "="), std::string::npos) << name;
-    }
-    std::string headers;
-    for (const char* name : {"one.lyk", "two.lyk", "Auld Lang Syne.lyk"}) {
-        headers += Content(player.Library(name));
-    }
-    EXPECT_NE(headers.find("*TIOld Long Since\r\n"), std::string::npos);
-    PressIn(player, "^Song selection - 7 songs", {"Escape"});
-    EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
-}
+    EXPECT_TRUE(WaitUntil([&] { return index().find("\ntwo=A New Song|") != std::string::npos; },
+                          kPatience));
+    EXPECT_NE(index().find("\none=Auld Lang Syne|"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(kar));
+    EXPECT_NE(Content(player.Library("two.lyk")).find("*TIA New Song\r\n"), std::string::npos);
 
-TEST(ThePlayer, ConvertsAKaraokeFileIntoItsLibraryAndPlaysIt) {
-    Player player("Twinkle Twinkle");
-    const TempDirectory other;
-    std::filesystem::copy(SONNEL_SONGS "/../KAR/Auld Lang Syne.kar", other / "A new song.kar");
-    PressIn(player, "^Sonnel Player 98 4.1 beta", {"ctrl+o"});
-    PressIn(player, "^Song selection - 5 songs", {"F3"});
-    const std::string file = PressIn(player, "^Select KAR file to be converted$", {});
-    player.screen.Type(file, (other / "A new song.kar").string());
-    player.screen.Press(file, "Return");
-    // It is done; the song is wanted; the old file goes.
-    std::string last = file;
-    for (int box = 0; box < 3; ++box) {
-        std::string next;
-        ASSERT_TRUE(WaitUntil(
-            [&] {
-                next = player.screen.Window("^Sonnel Karaoke Player$");
-                return !next.empty() && next != last;
-            },
-            kPatience))
-            << box;
-        player.screen.Press(next, "Return");
-        last = next;
-    }
-    PressIn(player, "^Edit song properties$", {"Escape"});
-    EXPECT_TRUE(other.Names().empty());
-    EXPECT_TRUE(std::filesystem::exists(player.Library("A new song.mid")));
-    PressIn(player, "^Song selection - 6 songs", {"Return"});
-    EXPECT_TRUE(WaitUntil(
-        [&] { return !player.screen.Window("^Sonnel Player 98 4.1 beta - Auld Lang").empty(); },
-        kPatience));
+    PressIn(player, "^Song selection - 7 songs", {"F6", "Return"});
+    PressIn(player, "^Sonnel Player 98 4.1 beta - A New Song$");
     EXPECT_TRUE(player.Watch([](const Sample& now) { return now.sung > 0; }, kPatience));
+    PressIn(player, kMain, {"F3", "ctrl+o"});
+    PressIn(player, "^Song selection", {"Delete"});
+    PressIn(player, kMessage, {"Tab", "Return"});
+    PressIn(player, "^Song selection - 6 songs", {"Escape"});
+    for (const char* file : {"two.lyk", "two.mid"}) {
+        EXPECT_FALSE(std::filesystem::exists(player.Library(file))) << file;
+    }
+    EXPECT_EQ(index().find("\ntwo="), std::string::npos);
     EXPECT_EQ(player.Exit(kPatience), 0) << player.Output();
 }
 

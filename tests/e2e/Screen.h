@@ -73,11 +73,6 @@ class Screen {
     std::string Window(const std::string& title) const {
         return NumberLine(Xdotool({"search", "--onlyvisible", "--name", title}));
     }
-    /// A double click at a place in the window.
-    void DoubleClick(const std::string& window, int x, int y) const {
-        Xdotool({"mousemove", "--window", window, std::to_string(x), std::to_string(y), "click",
-                 "--repeat", "2", "1"});
-    }
     /// Place and size of a window's contents on the screen, as text.
     std::string Place(const std::string& window) const {
         // After a line with the window's number.
