@@ -28,7 +28,6 @@ class ManualOutput : public UscitaAudio {
     std::int64_t FramesHeard() const override {
         return reported ? *reported : std::max<std::int64_t>(0, asked - latency);
     }
-    void Maintain() override { ++maintained; }
 
     /// Asks for frames, `block` at a time, and appends what it got to `sound` when that is kept.
     void Ask(std::int64_t frames, std::int64_t block = 512) {
@@ -50,7 +49,6 @@ class ManualOutput : public UscitaAudio {
     std::optional<std::int64_t> reported;
     std::optional<Error> startError;
     std::int64_t asked = 0;
-    int maintained = 0;
     bool keepSound = false;
     std::vector<float> sound;
 

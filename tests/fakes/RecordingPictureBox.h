@@ -26,7 +26,6 @@ class RecordingPictureBox : public PictureBox {
     void Clear() override {
         printed.clear();
         cleared = backColour;
-        ++clears;
     }
     void SetBackColor(Colour colour) override { backColour = colour; }
     void SetForeColor(Colour colour) override { foreColour = colour; }
@@ -71,7 +70,6 @@ class RecordingPictureBox : public PictureBox {
     Colour foreColour = -1;
     Colour cleared = -1;  ///< the colour of the surface
     std::vector<Printed> printed;
-    int clears = 0;
     int fontsSet = 0;
 };
 

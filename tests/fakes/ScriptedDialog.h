@@ -15,9 +15,7 @@ class ScriptedDialog : public CommonDialog {
         return Next(files, {});
     }
     void StartIn(const std::filesystem::path& directory) override { start = directory; }
-    std::optional<Colour> ChooseColour(const std::string& title, Colour initial) override {
-        colourTitles.push_back(title);
-        initialColours.push_back(initial);
+    std::optional<Colour> ChooseColour(const std::string& /*title*/, Colour /*initial*/) override {
         return Next(colours, std::optional<Colour>());
     }
 
@@ -25,8 +23,6 @@ class ScriptedDialog : public CommonDialog {
     std::deque<std::optional<Colour>> colours;
     std::vector<FileRequest> asked;
     std::filesystem::path start;
-    std::vector<std::string> colourTitles;
-    std::vector<Colour> initialColours;
 
   private:
     template <typename Value>

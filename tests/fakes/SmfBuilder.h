@@ -60,10 +60,6 @@ class SmfBuilder {
         return Raw(tick,
                    status + Number(static_cast<std::uint32_t>(data.size())) + std::string(data));
     }
-    SmfBuilder& NoEndOfTrack() {
-        endOfTrack_ = false;
-        return *this;
-    }
 
     std::string Bytes() const {
         std::string file = "MThd" + Big(6, 4) + Big(format_, 2) +
@@ -100,7 +96,7 @@ class SmfBuilder {
         std::string bytes;
     };
 
-    std::string TrackChunk(std::vector<Event> events) const {
+    static std::string TrackChunk(std::vector<Event> events) {
         std::stable_sort(events.begin(), events.end(),
                          [](const Event& a, const Event& b) { return a.tick < b.tick; });
         std::string data;
@@ -109,15 +105,12 @@ class SmfBuilder {
             data += Number(event.tick - tick) + event.bytes;
             tick = event.tick;
         }
-        if (endOfTrack_) {
-            data += std::string("\0\xFF\x2F\0", 4);
-        }
+        data += std::string("\0\xFF\x2F\0", 4);
         return "MTrk" + Big(static_cast<int>(data.size()), 4) + data;
     }
 
     int format_;
     int division_;
-    bool endOfTrack_ = true;
     std::vector<std::vector<Event>> tracks_;
 };
 
