@@ -20,7 +20,7 @@ frmSelectSong::frmSelectSong(const Parti& parti, QWidget* parent)
     : QDialog(parent),
       p_(parti),
       menu_(new QMenuBar(this)),
-      lstBrani(new QListView(this)),
+      lstBrani(new VistaBrani(this)),
       righe_(new ModelloBrani(this)),
       cmdOk(new QPushButton("&Ok", this)),
       cmdAnnulla(new QPushButton("Cancel", this)) {

@@ -3,7 +3,10 @@
 #include <QAbstractItemView>
 #include <QCollator>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QToolTip>
+#include <algorithm>
+#include <array>
 
 namespace sonnel {
 namespace {
@@ -53,6 +56,17 @@ int ModelloBrani::Riga(std::int16_t posizione) const {
         std::find_if(righe_.begin(), righe_.end(),
                      [posizione](const RigaElenco& riga) { return riga.posizione == posizione; });
     return trovata == righe_.end() ? -1 : static_cast<int>(trovata - righe_.begin());
+}
+
+void VistaBrani::keyPressEvent(QKeyEvent* event) {
+    constexpr std::array Movimenti{Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_PageUp};
+    const bool muove =
+        std::find(Movimenti.begin(), Movimenti.end(), event->key()) != Movimenti.end();
+    if (muove && !selectionModel()->hasSelection() && currentIndex().isValid()) {
+        setCurrentIndex(currentIndex());
+    } else {
+        QListView::keyPressEvent(event);
+    }
 }
 
 QSize DisegnoRiga::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -3,6 +3,7 @@
 #include "library/ElencoBrani.h"
 
 #include <QAbstractListModel>
+#include <QListView>
 #include <QStyledItemDelegate>
 
 namespace sonnel {
@@ -26,6 +27,16 @@ class ModelloBrani : public QAbstractListModel {
 
   private:
     std::vector<RigaElenco> righe_;
+};
+
+/// The list. While no line is selected, a key that moves upwards or down selects the line with the
+/// frame, which would be passed over otherwise.
+class VistaBrani : public QListView {
+  public:
+    using QListView::QListView;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 /// Draws the lines as wide as the list; one that is cut off shows itself whole in a tooltip.

@@ -19,8 +19,8 @@ std::vector<std::string> MessaggiRaccolti::Frasi(std::string_view file) const {
 }
 
 bool LeggiParole(std::string_view file, const std::string& base, Timeline& timeline,
-                InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
-                std::vector<std::string>& messaggi) {
+                 InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
+                 std::vector<std::string>& messaggi) {
     const bool letto = LeggiKaraoke(base, timeline, informazioni, msgBox, {[] {}, [] {}});
     auto chiuso = letto ? std::nullopt : Illeggibile(FileNominato(base + ".lyk"));
     messaggi = chiuso ? std::vector{std::move(*chiuso)} : msgBox.Frasi(file);

@@ -27,8 +27,8 @@ class MessaggiRaccolti : public MsgBox {
 /// were read; what people should know goes into `messaggi`: why the file cannot be opened, else
 /// what the player says.
 [[nodiscard]] bool LeggiParole(std::string_view file, const std::string& base, Timeline& timeline,
-                              InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
-                              std::vector<std::string>& messaggi);
+                               InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
+                               std::vector<std::string>& messaggi);
 
 /// A kind of event in a word.
 [[nodiscard]] std::string_view NomeTipo(TipoEvento tipo);

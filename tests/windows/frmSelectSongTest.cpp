@@ -93,6 +93,10 @@ TEST_F(frmSelectSongTest, AnEmptyLibraryOffersNoSong) {
     window.AggiornaLista();
     EXPECT_EQ(window.windowTitle(), "Song selection - 4 songs");
     EXPECT_EQ(Unusable(), NeedASong);
+    List().clearFocus();
+    List().setFocus();
+    Key(Qt::Key_Down);
+    EXPECT_EQ(window.BranoSelezionato(), 3) << "the keys begin with the first line";
     EXPECT_EQ(frmSelectSong({library, dialog, random}).BranoSelezionato(), 3) << "the first line";
 }
 
