@@ -1,12 +1,15 @@
+#include "fakes/ClockedEvents.h"
 #include "fakes/FakeMainWindow.h"
+#include "fakes/MemoryRegistro.h"
 #include "fakes/RecordingPictureBox.h"
 #include "fakes/ScriptedMsgBox.h"
+#include "player/Calibratura.h"
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
 #include "player/SincroniaParole.h"
+#include "settings/Impostazioni.h"
 #include "ui/basCommon.h"
 
-#include <algorithm>
 #include <limits>
 #include <string>
 #include <tuple>
@@ -18,7 +21,9 @@ namespace sonnel::test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 using Words = std::vector<std::string>;
 
@@ -50,6 +55,7 @@ class LyricsTest : public ::testing::Test {
 };
 
 TEST_F(LyricsTest, APageIsDrawnCentredOverItsShadow) {
+    window.wordsWidth = 4001;
     drawing.MostraPagina(Page("One/Two!!//"));
     EXPECT_EQ(box.cleared, 4);
     EXPECT_THAT(box.Words(true), ElementsAre("2 One @1880,30", "1 One @1850,0", "2 Two!! @1780,230",
@@ -63,37 +69,21 @@ TEST_F(LyricsTest, APageIsDrawnCentredOverItsShadow) {
     EXPECT_THAT(box.Words(), IsEmpty());
     EXPECT_EQ(window.words.second, 225) << "an empty page has one line";
     config.Ombra = 0;
+    window.wordsWidth = 4003;
     drawing.MostraPagina("One");
-    EXPECT_THAT(box.Words(), ElementsAre("1 One"));
-}
-
-TEST_F(LyricsTest, LinesAreCentredWithHalvesToEvenAlsoWhenTooWide) {
-    const std::vector<std::tuple<int, std::size_t, int>> cases{
-        {4001, 3, 1850}, {4003, 3, 1852}, {4001, 50, -500}, {4003, 50, -498}};
-    for (const auto& [width, length, x] : cases) {
-        window.wordsWidth = width;
-        drawing.MostraPagina(std::string(length, 'x'));
-        EXPECT_EQ(box.printed.at(1).x, x) << width;
-    }
+    EXPECT_THAT(box.Words(true), ElementsAre("1 One @1852,0")) << "halves go to the even twip";
 }
 
 TEST_F(LyricsTest, ACountColoursThatManyCharactersALineBreakBeingTwo) {
     constexpr std::int32_t Most = std::numeric_limits<std::int32_t>::max();
     const std::vector<std::tuple<std::string, std::int32_t, Words>> cases{
-        {"He/you", -1, {}},
         {"He/you", 0, {}},
-        {"He/you", 1, {"3 H"}},
         {"He/you", 4, {"3 He"}},
         {"He/you", 5, {"3 He", "3 y"}},
         {"He/you", Most, {"3 He", "3 you"}},
-        {"Hi  you", 4, {"3 Hi"}},
-        {"Hi  you", 5, {"3 Hi  y"}},
         {"Hi  /you", 6, {"3 Hi"}},
         {"Hi  /you", 7, {"3 Hi  ", "3 y"}},
-        {"Hi\ryou", 3, {"3 Hi"}},
-        {"Così è/più", 6, {"3 Così è"}},
         {"Così è/più", 11, {"3 Così è", "3 più"}},
-        {"One//Two", 7, {"3 One", "3 "}},
         {"One//Two", 8, {"3 One", "3 ", "3 T"}},
         {"a/b/c/d", 10, {"3 a", "3 b", "3 c", "3 d"}},
     };
@@ -107,25 +97,20 @@ TEST_F(LyricsTest, ACountColoursThatManyCharactersALineBreakBeingTwo) {
 
 TEST_F(LyricsTest, TheAreaIsCentredBelowTheToolbar) {
     const std::vector<std::tuple<int, std::int16_t, int, int>> cases{
-        {5000, 2, 2575, 450}, {5000, 4, 2350, 900}, {5000, 1, 2688, 225}, {4998, 1, 2686, 225},
-        {5000, 0, 2688, 225}, {1000, 4, 600, 900},  {0, -3, 600, 225}};
+        {5000, 2, 2575, 450}, {4998, 1, 2686, 225}, {5000, 0, 2688, 225}, {1000, 4, 600, 900}};
     for (const auto& [inner, lines, top, height] : cases) {
         window.innerHeight = inner;
         std::int16_t count = lines;
         layout.ResizeParole(count);
         EXPECT_EQ(window.words, std::pair(top, height)) << inner << " " << lines;
-        EXPECT_EQ(count, std::max<std::int16_t>(lines, 1));
     }
-}
-
-TEST_F(LyricsTest, TheAreaHasRoomForFourLinesUntilAPageIsShown) {
+    window.innerHeight = 5000;
     drawing.Ridisponi();
-    EXPECT_EQ(window.words.second, 900);
-    drawing.MostraPagina(Page("One/Two"));
-    window.innerHeight = 6000;
+    EXPECT_EQ(window.words, std::pair(2350, 900)) << "four lines until a page is shown";
+    drawing.MostraPagina("One");
     drawing.Ridisponi();
-    EXPECT_EQ(window.words, std::pair(3075, 450));
-    EXPECT_EQ(box.printed.size(), 4U) << "nothing is drawn again";
+    EXPECT_EQ(window.words.second, 225);
+    EXPECT_EQ(box.printed.size(), 2U) << "nothing is drawn again";
 }
 
 TEST_F(LyricsTest, SettingsGiveColoursAndFontAndTheSizeUnlessItIsAutomatic) {
@@ -148,10 +133,9 @@ TEST_F(LyricsTest, TheFontFitsTheWidestPageAndWarnsOnce) {
     using Sizes = std::vector<double>;
     const Sizes some{9, 12, 18, 30};
     const std::vector<std::tuple<float, Sizes, std::size_t, double, bool>> cases{
-        {24, {}, 12, 32, false},     {24, {}, 13, 30, false},    {24, {}, 36, 11, false},
-        {24, {}, 40, 10, true},      {24, {}, 5000, 8, true},    {2, {}, 1, 10, true},
-        {16.5F, {}, 5000, 8, true},  {24, some, 20, 18, false},  {24, some, 5000, 9, true},
-        {24, {40}, 5000, 40, false}, {24, {12}, 5000, 12, false}};
+        {24, {}, 12, 32, false},   {24, {}, 13, 30, false},    {24, {}, 36, 11, false},
+        {24, {}, 40, 10, true},    {24, {}, 5000, 8, true},    {2, {}, 1, 10, true},
+        {24, some, 20, 18, false}, {24, {40}, 5000, 40, false}};
     for (const auto& [configured, offered, length, fitted, warned] : cases) {
         config.FontSize = configured;
         box.sizes = offered;
@@ -159,8 +143,8 @@ TEST_F(LyricsTest, TheFontFitsTheWidestPageAndWarnsOnce) {
         msgBox.shown.clear();
         timeline.Azzera();
         Event(0, TipoEvento::Marcatore, std::string(9000, 'x'));
-        Event(0, TipoEvento::Pagina, "short/" + std::string(length, 'x') + "/short");
-        Event(0, TipoEvento::Pagina, std::string(length, 'x'));
+        Event(0, TipoEvento::Pagina, "short/" + std::string(length / 2, 'x'));
+        Event(0, TipoEvento::Pagina, std::string(length, 'x') + "/short");
         layout.FontAutomatico();
         EXPECT_EQ(box.font.size, fitted) << configured << " " << length;
         EXPECT_EQ(msgBox.shown.size(), warned ? 1U : 0U) << configured << " " << length;
@@ -194,12 +178,10 @@ class SyncTest : public LyricsTest {
 /// colours behind it (compensation -3).
 TEST_F(SyncTest, ResyncShiftsPagesByTheCompensationAndColoursByASixth) {
     const std::vector<std::tuple<std::int32_t, std::int32_t, int>> cases{
-        {0, 0, 0},     {0, 9999, 0},  {0, 10000, 2},  {0, 10299, 2},  {0, 10300, 3},
-        {6, 9399, 0},  {6, 9400, 1},  {6, 9899, 1},   {6, 9900, 2},   {6, 10199, 2},
-        {6, 10200, 3}, {6, 19399, 3}, {6, 19400, 4},  {6, 999999, 4}, {3, 9999, 1},
-        {3, 10000, 2}, {3, 10199, 2}, {3, 10200, 3},  {9, 9799, 1},   {9, 9800, 2},
-        {9, 10199, 2}, {9, 10200, 3}, {-3, 10299, 0}, {-3, 10300, 2}, {-3, 10399, 2},
-        {-3, 10400, 3}};
+        {0, 9999, 0},  {0, 10000, 2},  {0, 10300, 3},  {6, 9399, 0},  {6, 9400, 1},
+        {6, 9899, 1},  {6, 9900, 2},   {6, 10200, 3},  {6, 19400, 4}, {3, 9999, 1},
+        {3, 10000, 2}, {3, 10199, 2},  {3, 10200, 3},  {9, 9799, 1},  {9, 9800, 2},
+        {9, 10200, 3}, {-3, 10299, 0}, {-3, 10300, 2}, {-3, 10400, 3}};
     for (const auto& [compensation, position, last] : cases) {
         config.Compensazione = compensation;
         sync.Risincronizza(position);
@@ -207,19 +189,12 @@ TEST_F(SyncTest, ResyncShiftsPagesByTheCompensationAndColoursByASixth) {
         EXPECT_EQ(box.Words(), shown.at(static_cast<std::size_t>(last)))
             << compensation << " " << position;
     }
-    config.Compensazione = 0;
-    timeline.Azzera();
-    Event(0, TipoEvento::Pagina, "First");
-    Event(1, TipoEvento::Colore, "3");
-    sync.Risincronizza(0);
-    EXPECT_THAT(box.Words(), ElementsAre("1 First"));
 }
 
 TEST_F(SyncTest, LiveEventsComeOneAReportInOrder) {
     config.Compensazione = 3;
     const std::vector<std::pair<std::int32_t, int>> cases{{9699, 0},  {9700, 1},  {15000, 2},
-                                                          {15000, 3}, {15000, 3}, {19699, 3},
-                                                          {19700, 4}, {99999, 4}};
+                                                          {15000, 3}, {19699, 3}, {19700, 4}};
     for (const auto& [position, last] : cases) {
         sync.ApplicaDovuto(position);
         EXPECT_EQ(timeline.UltimoEvento, last) << position;
@@ -239,13 +214,94 @@ TEST_F(SyncTest, LiveEventsNeedNotBeSorted) {
     timeline.UltimoEvento = 3;
     drawing.MostraPagina("Hello");
     const std::vector<std::tuple<std::int32_t, std::int16_t, std::size_t>> cases{
-        {10100, 5, 1}, {10499, 5, 1}, {10500, 6, 1}, {10500, 7, 2}, {30000, 7, 2}};
+        {10100, 5, 1}, {10499, 5, 1}, {10500, 6, 1}, {10500, 7, 2}};
     for (const auto& [position, last, drawn] : cases) {
         sync.ApplicaDovuto(position);
         EXPECT_EQ(timeline.UltimoEvento, last) << "the page at 200 is passed over";
         EXPECT_EQ(box.printed.size(), drawn);
     }
     EXPECT_EQ(box.Words().back(), "3 Hello") << "a count beyond 16 bits is the whole page";
+}
+
+/// A machine that takes `perTurn` to paint a page, and keeps the last one that it painted.
+class Machine : public ClockedEvents {
+  public:
+    Machine(ManualClock& clock, const RecordingPictureBox& surface)
+        : ClockedEvents(clock), surface_(surface) {}
+    void RunPending() override {
+        painted = surface_.Words();
+        ClockedEvents::RunPending();
+    }
+    Words painted;
+
+  private:
+    const RecordingPictureBox& surface_;
+};
+
+class CalibrationTest : public LyricsTest {
+  protected:
+    /// Calibrates on a machine that takes so long to paint ten pages.
+    void Calibrate(double seconds) {
+        config.Ombra = 0;
+        events.beeps = events.turns = 0;
+        events.perTurn = std::chrono::duration_cast<std::chrono::nanoseconds>(
+            std::chrono::duration<double>(seconds / 10));
+        Calibratura({config, box, drawing, layout, registry, msgBox, events, clock, [] {}})
+            .EseguiCalibratura();
+    }
+    std::string Stored() {
+        return LeggiImpostazione(registry, "Opzioni", "Compensazione", "nothing");
+    }
+
+    ManualClock clock;
+    Machine events{clock, box};
+    MemoryRegistro registry;
+};
+
+TEST_F(CalibrationTest, JudgesTheMachineByTheTimeOfTenPages) {
+    struct Case {
+        double seconds;
+        std::string stored;
+        std::string firstLine;
+        std::string judgement;
+        int beeps;
+        std::size_t boxes;
+    };
+    const std::vector<Case> cases = {
+        {0.8, "0", ".8", "Good! System performances are perfect", 0, 2},
+        {1.0, "0", "1.", "just a little compensation!", 0, 2},
+        {1.5, "1", "1.5", "just a little compensation!", 0, 2},
+        {3.7, "3", "3.7", "almost good", 0, 2},
+        {8.96, "8", "9.", "a bit low", 0, 2},
+        {9.2, "8", "9.2", "too low to let Sonnel", 1, 2},
+        {20, "19", "20.", "ATTENZIONE!", 1, 3},
+    };
+    for (const Case& c : cases) {
+        msgBox.shown.clear();
+        Calibrate(c.seconds);
+        EXPECT_EQ(Stored(), c.stored) << c.seconds;
+        ASSERT_EQ(msgBox.shown.size(), c.boxes) << c.seconds;
+        const Message& told = msgBox.shown[1];
+        EXPECT_THAT(told.text, StartsWith("Test duration: " + c.firstLine + " seconds.\r\n"));
+        EXPECT_THAT(told.text, HasSubstr(c.judgement));
+        EXPECT_EQ(told.icon, c.beeps > 0 ? Icon::Critical : Icon::Information) << c.seconds;
+        EXPECT_EQ(events.beeps, c.beeps) << c.seconds;
+        EXPECT_EQ(events.turns, 11) << "each page is painted";
+    }
+    EXPECT_THAT(events.painted, ElementsAre("1 Test page", "1 number 10", "1 *******", "1 ***"));
+    EXPECT_EQ(box.font.size, 24);
+    EXPECT_THAT(box.printed, IsEmpty());
+}
+
+TEST_F(CalibrationTest, DecliningOrMidnightTellsNothing) {
+    msgBox.answers = {Answer::Cancel};
+    Calibrate(2);
+    EXPECT_EQ(Stored(), "nothing");
+    EXPECT_EQ(msgBox.shown.at(0).buttons, Buttons::OkCancel);
+    clock.startOfDay = 86395;
+    Calibrate(10);
+    EXPECT_EQ(Stored(), "0");
+    EXPECT_EQ(msgBox.shown.size(), 2U);
 }
 
 }  // namespace
