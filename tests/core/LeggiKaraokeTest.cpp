@@ -44,34 +44,24 @@ TEST(LeggiRighe, BodyLines) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"00150 1Hello$Eworld$E$E", "150 1 Hello/world;"},
         {"00200 2 12", "200 2  12;"},
-        {"0020002007", "200 2 007;"},
         {"00000 0verse *", "0 0 verse *;"},
         {"00300 3xyz", ""},
-        {"00300-1xyz", ""},
         {"abcde 1Page", "0 1 Page;"},
-        {"   75 1Page", "75 1 Page;"},
         {"-0005 1Page", "-5 1 Page;"},
-        {"12x45 1Page", "12 1 Page;"},
         {"001501!Page", "150 1 Page;"},
-        {"00150 1", "150 1 ;"},
         {"00150 1$E$E$E$E$E", "150 1 ;"},
         {"00150 1a$e$$E$", "150 1 a$e$/$;"},
         {"00150 1one\ntwo", "150 1 one\ntwo;"},
         {"àèìòù 1perché €", "0 1 perché €;"},
         {"7", "7 0 ;"},
-        {"", ""},
         {"; 00150 1Page", ""},
-        {";", ""},
         {"*XX00150 1Page", ""},
-        {"*", ""},
-        {" *TI", "0 0 ;"},
         {"00100 1a\r00200 1b", "100 1 a;200 1 b;"},
     };
     for (const auto& [line, events] : cases) {
         const Song song(kMagic + line + "\r\n");
         EXPECT_EQ(song.outcome, EsitoLettura::Completa);
         EXPECT_EQ(Events(song.timeline), events) << line;
-        EXPECT_TRUE(song.msgBox.shown.empty()) << line;
     }
 }
 
@@ -93,7 +83,6 @@ TEST(LeggiRighe, AFirstEventAtZeroComesTwoSecondsBeforeTheSecond) {
         {"00000\r\n00050\r\n00060", "30 0 ;50 0 ;60 0 ;"},
         {"00000\r\n00050", "0 0 ;50 0 ;"},
         {"00000\r\n00020\r\n00060", "0 0 ;20 0 ;60 0 ;"},
-        {"00000\r\n00015\r\n00060", "0 0 ;15 0 ;60 0 ;"},
         {"00000\r\n00021\r\n00060", "1 0 ;21 0 ;60 0 ;"},
         {"00001\r\n00050\r\n00060", "1 0 ;50 0 ;60 0 ;"},
     };
@@ -113,24 +102,17 @@ TEST(LeggiRighe, Information) {
     EXPECT_EQ(info.KaraokeBy, " C");
     EXPECT_EQ(info.Versione, "SPConv 4");
     EXPECT_EQ(info.Data, "01/02/98");
-    for (const std::string half : {"*VE4.1\r\n*DA", "*DA01/02/98"}) {
-        const InformazioniBrano none = Song(kMagic + half).info;
-        EXPECT_EQ(none.Versione + none.Data, "") << half;
-    }
 }
 
 TEST(LeggiRighe, OnlyTheFirstLineTellsASong) {
-    for (const std::string line : {"Cantabelle1.0", "Cantabelle1.0 by someone\rx\r"}) {
-        EXPECT_EQ(Song(line).outcome, EsitoLettura::Completa) << line;
-    }
-    for (const std::string line : {"", "\r\nCantabelle1.0\r\n", "cantabelle1.0", "Cantabelle1.",
-                                   " Cantabelle1.0", "\nCantabelle1.0"}) {
+    EXPECT_EQ(Song("Cantabelle1.0 by someone\rx\r").outcome, EsitoLettura::Completa);
+    for (const std::string line :
+         {"", "\r\nCantabelle1.0\r\n", "cantabelle1.0", "Cantabelle1.", " Cantabelle1.0"}) {
         const Song song(line + "\r\n*TIx\r\n00100 1x\r\n");
         EXPECT_EQ(song.outcome, EsitoLettura::NonCantabelle) << line;
         EXPECT_EQ(song.msgBox.shown.at(0).text, "That's not a Cantabelle1.0 file!");
         EXPECT_EQ(song.msgBox.shown[0].icon, Icon::Critical);
         EXPECT_EQ(song.timeline.NumEventi(), 0);
-        EXPECT_EQ(song.info.Titolo, "");
     }
 }
 
@@ -138,7 +120,6 @@ TEST(LeggiRighe, WhatWasReadBeforeAFailureStays) {
     const Song half("Cantabelle1.0\r\n00000 1a\r\n00050 1b\r\n00060 1c\r\n00070 1half", false);
     EXPECT_EQ(half.outcome, EsitoLettura::Incompleta);
     EXPECT_EQ(Events(half.timeline), "0 1 a;50 1 b;60 1 c;");
-    EXPECT_EQ(Song("Canta", false).outcome, EsitoLettura::Incompleta);
 
     std::string full(kMagic);
     for (int i = 0; i < 32'750; ++i) {
@@ -148,26 +129,9 @@ TEST(LeggiRighe, WhatWasReadBeforeAFailureStays) {
     const Song tooLong(full + "00100 1last");
     EXPECT_EQ(tooLong.outcome, EsitoLettura::Incompleta);
     EXPECT_EQ(tooLong.timeline.NumEventi(), 32'750);
-    EXPECT_TRUE(tooLong.msgBox.shown.empty());
 }
 
-TEST(LeggiKaraoke, AnyLetterCaseAndEncoding) {
-    const std::vector<std::pair<std::string, std::string>> files{
-        {"song.lyk", "Cantabelle1.0\r\n*TIpi\xF9"},
-        {"Song.Lyk",
-         "\xEF\xBB\xBF"
-         "Cantabelle1.0\r\n*TIpi\u00F9"}};
-    for (const auto& [name, text] : files) {
-        const TempDirectory directory;
-        directory.Write(name, text);
-        Song song("");
-        EXPECT_TRUE(LeggiKaraoke((directory / "song").string(), song.timeline, song.info,
-                                 song.msgBox, {[] {}, [] {}}));
-        EXPECT_EQ(song.info.Titolo, "pi\u00F9") << name;
-    }
-}
-
-TEST(LeggiKaraoke, TellsWhyItFailsAndEnablesTheCommandsAfterwards) {
+TEST(LeggiKaraoke, FindsTheFileOrTellsWhyItFailsAndEnablesTheCommands) {
     const TempDirectory directory;
     const std::string base = (directory / "song").string();
     const auto failure = [&](const std::string& lyk) {
@@ -190,17 +154,18 @@ TEST(LeggiKaraoke, TellsWhyItFailsAndEnablesTheCommandsAfterwards) {
     };
     EXPECT_EQ(failure("missing"),
               "Can't find or open the Karaoke file (" + base + ".LYK) for this song!!!");
-    for (const char* name : {"song.lyk", "song.LYK"}) {
-        std::filesystem::create_directory(directory / name);
-        EXPECT_EQ(failure(name), "Error opening " + base + ".LYK!");
-    }
     ASSERT_EQ(mkfifo((directory / "song.lyk").c_str(), 0600), 0);
     EXPECT_EQ(failure("song.lyk"), "Error opening " + base + ".LYK!");
     // Opens like any regular file, but its first page cannot be read.
     std::filesystem::create_symlink("/proc/self/mem", directory / "song.lyk");
     EXPECT_EQ(failure("song.lyk"), "Error reading " + base + ".LYK!");
-    directory.Write("song.lyk", "");
-    EXPECT_EQ(failure("song.lyk"), "That's not a Cantabelle1.0 file!");
+
+    directory.Write("Song.Lyk",
+                    "\xEF\xBB\xBF"
+                    "Cantabelle1.0\r\n*TIpi\u00F9");
+    Song song("");
+    EXPECT_TRUE(LeggiKaraoke(base, song.timeline, song.info, song.msgBox, {[] {}, [] {}}));
+    EXPECT_EQ(song.info.Titolo, "pi\u00F9");
 }
 
 }  // namespace

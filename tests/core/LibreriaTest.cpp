@@ -1,13 +1,15 @@
+#include "fakes/ScriptedDialog.h"
 #include "fakes/SongLibrary.h"
 #include "library/AggiornaIndice.h"
+#include "library/AggiungiBrani.h"
 #include "library/SincronizzaDB.h"
 
+#include <chrono>
 #include <deque>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace sonnel::test {
 namespace {
@@ -19,58 +21,45 @@ using ::testing::StartsWith;
 
 struct LibreriaTest : ::testing::Test, SongLibrary {};
 
-TEST_F(LibreriaTest, LoadsTheIndexWithoutLookingAtTheSongs) {
-    Index("[Songs]\r\nz=Zoo|Z|Hits\r\na=||?\r\nk\r\n[Album]\r\nHits=|\r\n");
-    CaricaIndice(libreria);
-    EXPECT_THAT(Table(), ElementsAre("z=Zoo|Z|Hits", "a=||?", "k=||"));
-    EXPECT_TRUE(msgBox.shown.empty());
-    EXPECT_THAT(windows.log, ElementsAre("busy", "normal"));
-    EXPECT_EQ(windows.turns, 0);
-}
-
 TEST_F(LibreriaTest, TellsWhyThereIsNothingToLoad) {
+    using enum StatoIndice;
     const std::string missing = "Specified karaoke database directory doesn't exist";
     const std::string noIndex = "The karaoke index file does not exist: to create";
-    const std::string notReady = "The karaoke database drive is not ready: if +cancel";
-    const std::string givenUp = "If the directory is wrong or no longer exists,";
-    using enum StatoIndice;
-    using A = Answer;
+    const std::string notReady = "The karaoke database drive is not ready: if";
     struct Case {
-        std::vector<StatoIndice> found;  ///< none: what is really on disk
-        std::string openDir;
+        std::string below;  ///< the karaoke directory
+        std::deque<StatoIndice> found;
         std::deque<Answer> answers;
         std::vector<std::string> shown;
     };
-    const std::string here = config.OpenDir;
-    for (const Case& c :
-         std::vector<Case>{{{}, here, {}, {noIndex}},
-                           {{}, here + "none/inside/", {}, {missing}},
-                           {{DispositivoPerso}, here, {A::Ok}, {missing + " +cancel"}},
-                           {{UnitaNonPronta, UnitaNonPronta, UnitaNonPronta, UnitaNonPronta},
-                            here,
-                            {A::Ok, A::Ok, A::Ok, A::Cancel},
-                            {notReady, notReady, notReady, notReady, givenUp}},
-                           {{UnitaNonPronta, Assente}, here, {A::Ok}, {notReady, noIndex}}}) {
+    const std::vector<Case> cases{
+        {"", {CercaIndice(directory / "sonnel.snl")}, {}, {noIndex}},
+        {"none/", {Assente}, {}, {missing}},
+        {"", {DispositivoPerso}, {Answer::Ok}, {missing}},
+        {"",
+         {UnitaNonPronta, UnitaNonPronta},
+         {Answer::Ok, Answer::Cancel},
+         {notReady, notReady, "If the directory is wrong or no longer exists,"}},
+        {"", {UnitaNonPronta, Assente}, {Answer::Ok}, {notReady, noIndex}}};
+    for (const Case& c : cases) {
         brani.InserisciBrano({"old", "", "", ""});
-        config.OpenDir = c.openDir;
-        msgBox.shown.clear();
+        config.OpenDir = directory.Path().string() + "/" + c.below;
         msgBox.answers = c.answers;
-        msgBox.whileShown = [this] { EXPECT_EQ(windows.pointer, Pointer::Normal); };
-        std::size_t looked = 0;
-        libreria.cercaIndice = [&](const fs::path& index) {
-            return c.found.empty() ? CercaIndice(index) : c.found.at(looked++);
+        msgBox.whileShown = [this] {
+            EXPECT_EQ(windows.pointer, Pointer::Normal);
+            EXPECT_EQ(msgBox.shown.back().buttons == Buttons::OkCancel, !msgBox.answers.empty());
+        };
+        libreria.cercaIndice = [found = c.found](const fs::path&) mutable {
+            const StatoIndice state = found.front();
+            found.pop_front();
+            return state;
         };
         CaricaIndice(libreria);
-        EXPECT_EQ(looked, c.found.size());
         EXPECT_EQ(brani.NumBrani(), 0);
-        ASSERT_EQ(msgBox.shown.size(), c.shown.size());
-        for (std::size_t i = 0; i < c.shown.size(); ++i) {
-            const Message& m = msgBox.shown[i];
-            const std::size_t cancel = c.shown[i].find(" +");
-            EXPECT_THAT(m.text, StartsWith(c.shown[i].substr(0, cancel)));
-            EXPECT_EQ(m.buttons == Buttons::OkCancel, cancel != std::string::npos);
-            EXPECT_EQ(m.icon, Icon::Exclamation);
-            EXPECT_EQ(m.title, "Sonnel Karaoke Player");
+        const auto shown = Messages();
+        ASSERT_EQ(shown.size(), c.shown.size());
+        for (std::size_t i = 0; i < shown.size(); ++i) {
+            EXPECT_THAT(shown[i], StartsWith(c.shown[i]));
         }
     }
 }
@@ -83,6 +72,7 @@ TEST_F(LibreriaTest, LoadsAsManySongsAsTheTableHolds) {
     Index(index);
     CaricaIndice(libreria);
     EXPECT_EQ(brani.NumBrani(), 32'767);
+    EXPECT_THAT(windows.log, ElementsAre("busy", "normal"));
     ASSERT_EQ(msgBox.shown.size(), 1U);
     EXPECT_EQ(msgBox.shown[0].text,
               "The karaoke database holds 32770 songs: the first 32767 are shown, the other 3 are "
@@ -162,6 +152,78 @@ TEST_F(LibreriaTest, TheCommandsKeepTheSelectionByPosition) {
     RileggiDB(libreria, windows);
     EXPECT_THAT(windows.log, ElementsAre("busy", "list", "normal"));
     EXPECT_THAT(Table(), ElementsAre("a=||?"));
+}
+
+struct AggiungiBraniTest : ::testing::Test, SongLibrary {
+    /// The two files of a song in the other directory.
+    void Source(const std::string& name) const {
+        source.Write(name + ".lyk", "Cantabelle1.0\r\n*TIT\r\n*ALNew\r\n0001001x\r\n");
+        source.Write(name + ".mid", "music of " + name);
+    }
+    void Import(const std::vector<fs::path>& files) {
+        dialog.files.push_back(files);
+        AggiungiBrani(libreria, dialog, windows);
+        EXPECT_EQ(windows.pointer, Pointer::Normal);
+    }
+    TempDirectory source;
+    ScriptedDialog dialog;
+};
+
+TEST_F(AggiungiBraniTest, CopiesAndIndexesTheSongs) {
+    Source("b");
+    Source("a");
+    source.Write("c.LYK", "not a song");
+    source.Write("C.Mid", "music");
+    directory.Write("B.MID", "an orphan");
+    const auto time = fs::file_time_type::clock::now() - std::chrono::hours(24 * 1000);
+    fs::last_write_time(source / "a.mid", time);
+    Import({source / "b.lyk", source / "a.lyk", source / "c.LYK"});
+    EXPECT_THAT(Table(), ElementsAre("b=T||New", "a=T||New", "c=||?"));
+    EXPECT_THAT(Index(), HasSubstr("[Album]\r\nNew=|\r\n"));
+    EXPECT_EQ(Content(directory / "a.lyk"), Content(source / "a.lyk"));
+    EXPECT_EQ(fs::last_write_time(directory / "a.mid"), time);
+    EXPECT_EQ(Content(directory / "B.MID"), "music of b");
+    EXPECT_THAT(windows.log, ElementsAre("busy", "list", "normal"));
+    EXPECT_THAT(Messages(), ElementsAre(StartsWith("3 songs have been correctly imported.")));
+}
+
+TEST_F(AggiungiBraniTest, RefusesTheLibraryItselfAndTooManyFiles) {
+    directory.Write("song.lyk", "M");
+    const fs::path path = directory.Path();
+    fs::create_symlink(path, source / "link");
+    for (const fs::path& spelling : {path, source / "link", path / ".." / path.filename()}) {
+        Import({spelling / "song.lyk"});
+        EXPECT_THAT(Messages(), ElementsAre(StartsWith("You can't add a song from the same")))
+            << spelling;
+    }
+    // The directory takes 192 characters and each name 100, with a NUL after it.
+    std::vector<fs::path> files(80, "/" + std::string(190, 'd') + "/" + std::string(99, 'n'));
+    Import(files);
+    EXPECT_EQ(Messages().size(), 80U);  // all of them lack the music
+    files.back() += "n";
+    Import(files);
+    EXPECT_THAT(Messages(), ElementsAre(HasSubstr("too many files!")));
+    EXPECT_EQ(Content(directory / "song.lyk"), "M");
+}
+
+TEST_F(AggiungiBraniTest, GoesOnAfterASongItCannotTakeUntilACopyFails) {
+    directory.Write("there.lyk", "M");
+    for (const char* name : {"there", "a=b", "good", "big", "z"}) {
+        Source(name);
+    }
+    source.Write("alone.lyk", "M");
+    fs::create_directory(directory / "big.mid");
+    Import({source / "alone.lyk", source / "THERE.lyk", source / "a=b.lyk", source / "good.lyk",
+            source / "big.lyk", source / "z.lyk"});
+    EXPECT_EQ(msgBox.shown[0].title, "alone");
+    const auto failed = StartsWith("Can't write the file " + (directory / "big.mid").string() +
+                                   ": Is a directory.\r\n\r\n");
+    EXPECT_THAT(Messages(),
+                ElementsAre(HasSubstr("MID file missing!"), HasSubstr("is already stored"),
+                            HasSubstr("can't store"), failed, StartsWith("One song has been")));
+    EXPECT_THAT(Table(), ElementsAre("good=T||New"));
+    EXPECT_THAT(directory.Names(),
+                ElementsAre("big.mid", "good.lyk", "good.mid", "sonnel.snl", "there.lyk"));
 }
 
 }  // namespace
