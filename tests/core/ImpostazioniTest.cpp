@@ -1,14 +1,15 @@
 #include "fakes/MemoryRegistro.h"
+#include "fakes/RecordingPictureBox.h"
+#include "fakes/ScriptedMsgBox.h"
 #include "fakes/TempDirectory.h"
+#include "platform/FileRegistro.h"
 #include "settings/Impostazioni.h"
+#include "settings/Opzioni.h"
 #include "settings/TestoNumero.h"
-#include "settings/basRegistry.h"
 
 #include <limits>
 #include <string>
-#include <tuple>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -55,17 +56,6 @@ TEST_F(SettingsTest, AnEmptyStoreGivesTheDefaults) {
     EXPECT_TRUE(std::filesystem::is_directory(config.OpenDir));
 }
 
-TEST_F(SettingsTest, ReadsEverySettingInOrder) {
-    for (const char* section : {"Colori", "Font", "Finestra", "Opzioni"}) {
-        Store(section, "unrelated", "");
-    }
-    Load();
-    EXPECT_THAT(store.queried,
-                ElementsAre("Testo", "Ombreggiatura", "Selezione", "Sfondo", "AutoFont", "Nome",
-                            "Dimensione", "Grassetto", "Top", "Left", "Width", "Height",
-                            "FullScreen", "Ombra", "Compensazione", "Autoplay", "OpenDir"));
-}
-
 TEST_F(SettingsTest, StoredValuesAndTheirConversion) {
     struct Case {
         std::string text;
@@ -79,10 +69,9 @@ TEST_F(SettingsTest, StoredValuesAndTheirConversion) {
         {" +7 ", 7, 7, 7, true},         {"0", 0, 0, 24, false},
         {"-1", -1, -1, 24, true},        {std::string("8421376\0\0", 9), 8421376, -1, 24, true},
         {"1e3", 1000, 1000, 1000, true}, {"4294967296", 600, -1, 24, true},
-        {"1e999", 600, -1, 24, true},    {"nan", 600, -1, 24, true},
-        {"12 px", 600, -1, 24, true},    {"", 600, -1, 24, true},
-        {"#NULL#", 600, -1, 24, true},
+        {"nan", 600, -1, 24, true},      {"12 px", 600, -1, 24, true},
     };
+    Store("Opzioni", "OpenDir", (directory / "songs").string() + std::string("\0", 1));
     for (const Case& c : cases) {
         Store("Finestra", "Top", c.text);
         Store("Font", "Grassetto", c.text);
@@ -93,70 +82,76 @@ TEST_F(SettingsTest, StoredValuesAndTheirConversion) {
         EXPECT_EQ(config.FontBold, c.bold) << c.text;
         EXPECT_EQ(config.FontSize, c.size) << c.text;
         EXPECT_EQ(config.Autoplay, c.autoplay) << c.text;
+        EXPECT_EQ(config.OpenDir, (directory / "songs/").string());
     }
+    store.queried.clear();
+    Store("Colori", "unrelated", "");
     Store("Finestra", "Left", std::string("\x01\xFE\xFF\xFF", 4), RegistryType::Number);
     Store("Finestra", "Width", "12", RegistryType::Binary);
-    Store("Finestra", "Height", "12", RegistryType::Number);
     const Config config = Load();
-    EXPECT_EQ(std::tuple(config.WinLeft, config.WinWidth, config.WinHeight),
-              std::tuple(-511, 15360, 5800));
-}
-
-TEST_F(SettingsTest, TheKaraokeDirectory) {
-    const std::string songs = (directory / "songs").string();
-    for (const std::string& stored : {songs, songs + "/", songs + std::string("\0", 1)}) {
-        Store("Opzioni", "OpenDir", stored);
-        EXPECT_EQ(Load().OpenDir, songs + "/");
-    }
-    Store("Opzioni", "OpenDir", (directory / "missing/songs").string());
-    EXPECT_EQ(Load().OpenDir, (directory / "missing/songs/").string());
-    EXPECT_THAT(directory.Names(), ElementsAre("songs")) << "one level only";
-}
-
-TEST_F(SettingsTest, SavesAndReadsBackAndFailsInSilence) {
-    const std::vector<std::pair<std::string, std::string>> places{
-        {"", "Software\\Corvane\\Sonnel Player"}, {"Font", Key("Font")}};
-    for (const auto& [section, key] : places) {
-        SalvaImpostazione(store, section, "Nome", "Noto \u00C9");
-        EXPECT_EQ(LeggiImpostazione(store, section, "nome", ""), "Noto \u00C9");
-        EXPECT_EQ(store.Get(User, key, "Nome")->data, "Noto \u00C9") << "no NUL at the end";
-    }
-    EXPECT_EQ(LeggiImpostazione(store, "Font", "other", "default"), "default");
-    for (int* const status : {&store.createStatus, &store.openStatus, &store.setStatus}) {
-        *status = 5;
-        SalvaImpostazione(store, "New", "Nome", "x");
-        *status = 0;
-    }
-    for (int* const status : {&store.openStatus, &store.queryStatus}) {
-        *status = 5;
-        EXPECT_EQ(LeggiImpostazione(store, "Font", "Nome", "default"), "default");
-        *status = 0;
-    }
-    EXPECT_EQ(store.written.size(), 2U);
-    EXPECT_THAT(store.open, IsEmpty());
-}
-
-TEST_F(SettingsTest, NumbersOfTheMachineWideStore) {
-    constexpr RegistryRoot Machine = RegistryRoot::LocalMachine;
-    constexpr const char* Classes = "SOFTWARE\\Classes\\x";
-    ScriviChiave(store, Machine, Classes, "EditFlags", 0x10000, RegistryType::Number);
-    EXPECT_EQ(store.Get(Machine, Classes, "EditFlags")->data, std::string("\0\0\1\0", 4));
-    EXPECT_EQ(std::get<std::int32_t>(LeggiChiave(store, Machine, Classes, "EditFlags")), 0x10000);
-    ScriviChiave(store, Machine, Classes, "Flags", std::string("x"), RegistryType::Binary);
-    EXPECT_EQ(store.Get(Machine, Classes, "Flags"), nullptr);
-    EXPECT_EQ(std::get<std::string>(LeggiChiave(store, User, Classes, "")), "#NULL#");
+    EXPECT_EQ(std::pair(config.WinLeft, config.WinWidth), std::pair(-511, 15360));
+    EXPECT_THAT(store.queried,
+                ElementsAre("Testo", "Ombreggiatura", "Selezione", "Sfondo", "AutoFont", "Nome",
+                            "Dimensione", "Grassetto", "Top", "Left", "Width", "Height",
+                            "FullScreen", "Ombra", "Compensazione", "Autoplay", "OpenDir"));
 }
 
 TEST(TestoNumero, ComesBackAsTheSameNumber) {
-    const std::vector<std::pair<float, std::string>> cases{
-        {24.0F, "24"}, {13.5F, "13.5"}, {-0.1F, "-0.1"}, {1e10F, "10000000000"}};
-    for (const auto& [number, text] : cases) {
-        EXPECT_EQ(TestoNumero(number), text);
-    }
-    using Float = std::numeric_limits<float>;
-    for (const float number : {13.5F, -0.1F, 1.0F / 3, Float::max(), Float::denorm_min()}) {
+    EXPECT_EQ(TestoNumero(-13.5F), "-13.5");
+    for (const float number : {-0.1F, 1.0F / 3, std::numeric_limits<float>::max()}) {
         EXPECT_EQ(Decimale(TestoNumero(number)), number);
     }
+}
+
+TEST(OptionsOk, StoresLoadsAndAsksBeforeItMakesAnIndex) {
+    Config config;
+    const TempDirectory folder;
+    FileRegistro store(folder / "settings", "");
+    ScriptedMsgBox msgBox;
+    std::string log;
+    const auto step = [&](const char* name) {
+        return [&, name] { log += name + (" " + config.OpenDir + ", "); };
+    };
+    const PartiOpzioni parts{
+        config,
+        store,
+        msgBox,
+        [&](const std::string&) { return false; },
+        step("create"),
+        step("rebuild"),
+        step("load"),
+        step("unload"),
+        [&](const std::string& directory) { log += "in " + directory + ", "; }};
+    const Config edited{.FontSize = 13.5F, .FontBold = 0, .OpenDir = "/songs", .Autoplay = false};
+
+    msgBox.answers = {Answer::No, Answer::Yes};
+    EXPECT_FALSE(ConfermaOpzioni(parts, edited));
+    const Message& question = msgBox.shown.at(0);
+    EXPECT_EQ(question.text, "Karaoke index does not exists in /songs/\r\nCreate a new index?");
+    EXPECT_TRUE(question.icon == Icon::Exclamation && question.buttons == Buttons::YesNo &&
+                question.defaultButton == 2);
+    EXPECT_TRUE((log + config.OpenDir).empty() && folder.Names().empty());
+
+    EXPECT_TRUE(ConfermaOpzioni(parts, edited));
+    EXPECT_EQ(log, "in /songs/, create /songs/, rebuild /songs/, load /songs/, unload /songs/, ");
+    EXPECT_EQ(msgBox.shown.back().text, "Index creation completed.");
+    const std::string path = "[Software\\Corvane\\Sonnel Player\\";
+    EXPECT_EQ(
+        Content(folder / "settings"),
+        path + "Colori]\nTesto=8421376\nOmbreggiatura=8421504\nSelezione=16777215\nSfondo=0\n\n" +
+            path + "Font]\nAutoFont=-1\nNome=Arial\nDimensione=13.5\nGrassetto=0\n\n" + path +
+            "Opzioni]\nOmbra=-1\nOpenDir=/songs/\nCompensazione=-1\nAutoplay=0\n");
+}
+
+TEST(OptionsFont, SampleAndSizes) {
+    RecordingPictureBox box;
+    DisegnaCampione(box, 5001, Config());
+    EXPECT_EQ(box.cleared, 0);
+    EXPECT_EQ(box.font, (FontSpec{"Arial", 24, true}));
+    EXPECT_THAT(box.Words(true), ElementsAre("8421504 Sample @1760,230", "8421376 Sample @1730,200",
+                                             "16777215 Sam @1730,200"));
+    box.sizes = {7, 9.75, 12, 24, 80};
+    EXPECT_THAT(DimensioniFont(box, "Fixed"), ElementsAre(9.75F, 12, 24, 80));
 }
 
 }  // namespace
