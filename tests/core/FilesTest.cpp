@@ -13,29 +13,31 @@ namespace sonnel::test {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-TEST(FindFile, TakesTheNearestName) {
+TEST(FindFile, TakesTheRegularFileOfTheNearestName) {
     struct Case {
         std::vector<std::string> present;
         std::string asked;
         std::string found;  ///< "" when nothing is
     };
     const std::vector<Case> cases{
-        {{"Song.LYK", "Song.lyk"}, "Song.LYK", "Song.LYK"},
-        {{"Song.lyk"}, "Song.LYK", "Song.lyk"},
         {{"Song.Lyk"}, "Song.LYK", "Song.Lyk"},
-        {{"SONG.LYK", "Song.lyK"}, "Song.LYK", "Song.lyK"},
+        {{"sONG.LYK", "Song.lyK"}, "Song.LYK", "Song.lyK"},
         {{"song.lyk", "SONG.lyk"}, "Song.LYK", "SONG.lyk"},
         {{"PERCH\u00C9.MID"}, "perch\u00E9.mid", "PERCH\u00C9.MID"},
         {{"caf\xE9.lyk", "caf\xE8.lyk"}, "Caf\xE9.LYK", "caf\xE9.lyk"},
-        {{"a.b.mid"}, "A.B.MID", "a.b.mid"},
         {{"Song.lyk.bak", "Song2.lyk"}, "Song.LYK", ""},
+        {{"song.lyk"}, "song.lyk\0x"s, ""},
+        {{}, "missing/song.lyk", ""},
     };
     for (const Case& c : cases) {
         const TempDirectory directory;
+        fs::create_directory(directory / "Song.LYK");
+        fs::create_symlink("nowhere", directory / "SONG.LYK");
         for (const std::string& name : c.present) {
             directory.Write(name, "x");
         }
@@ -44,26 +46,9 @@ TEST(FindFile, TakesTheNearestName) {
     }
 }
 
-TEST(FindFile, FindsOnlyRegularFilesWhereItCanLook) {
-    const TempDirectory directory;
-    fs::create_directory(directory / "Song.LYK");
-    EXPECT_EQ(FindFile(directory / "Song.LYK"), std::nullopt);
-    directory.Write("song.lyk", "x");
-    EXPECT_EQ(FindFile(directory / "Song.LYK"), directory / "song.lyk");
-    fs::create_symlink("nowhere", directory / "Gone.LYK");
-    for (const fs::path& path :
-         {directory / "Gone.LYK", directory / "missing/Song.LYK",
-          directory / std::string("song.lyk\0x", 10), fs::path(std::string(5000, 'x')) / "a.LYK"}) {
-        EXPECT_EQ(FindFile(path), std::nullopt) << path;
-    }
-}
-
 TEST(Files, PlainNamesStayInTheirDirectory) {
-    for (const char* name : {"Song", "a..b", "...", "[live] *?", "AC-DC "}) {
-        EXPECT_TRUE(IsPlainName(name)) << name;
-    }
-    for (const std::string& name : {std::string(), std::string(".."), std::string("."),
-                                    std::string("../x"), std::string("a\0b", 3)}) {
+    EXPECT_TRUE(IsPlainName("...[live] *?"));
+    for (const std::string& name : {""s, ".."s, "."s, "../x"s, "a\0b"s}) {
         EXPECT_FALSE(IsPlainName(name)) << name;
     }
 }
@@ -73,8 +58,6 @@ TEST(ReadFile, ReadsEveryByteOrTellsWhyNot) {
     std::string content(200'001, 'x');
     content[65'536] = '\0';
     EXPECT_EQ(Content(directory.Write("long", content)), content);
-    EXPECT_EQ(Content(directory.Write("empty", "")), "");
-
     ASSERT_EQ(mkfifo((directory / "pipe").c_str(), 0600), 0);
     const std::vector<std::pair<fs::path, int>> cases{{directory / "missing", ENOENT},
                                                       {directory.Path(), EISDIR},
@@ -102,7 +85,6 @@ TEST(WriteFileAtomically, ReplacesAFileAndTheTargetOfALinkWithTheirPermissions) 
     EXPECT_FALSE(WriteFileAtomically(directory / "linklink", "new"));
     EXPECT_EQ(Content(directory / "real/song"), "new");
     EXPECT_EQ(fs::status(directory / "real/song").permissions(), kept);
-    EXPECT_TRUE(fs::is_symlink(directory / "link"));
     EXPECT_TRUE(fs::is_symlink(directory / "linklink"));
     EXPECT_THAT(directory.Names(), ElementsAre("link", "linklink", "real"));
 }
