@@ -11,8 +11,7 @@
 
 namespace sonnel::test {
 
-/// A settings store in memory. An operation whose status below is not 0 fails with it and changes
-/// nothing. What was asked for is kept in order, and so are the keys still open.
+/// A settings store in memory. What was asked for is kept in order, and so are the keys still open.
 class MemoryRegistro : public Registro {
   public:
     static constexpr int NotFound = 2;
@@ -23,16 +22,10 @@ class MemoryRegistro : public Registro {
 
     int OpenKey(RegistryRoot root, std::string_view path, RegistryKey& key) override {
         const Place place{root, FoldCase(path)};
-        if (openStatus != 0 || !keys_.contains(place)) {
-            return openStatus != 0 ? openStatus : NotFound;
-        }
-        return Open(place, key);
+        return keys_.contains(place) ? Open(place, key) : NotFound;
     }
     int CreateKey(RegistryRoot root, std::string_view path, RegistryKey& key) override {
         changes.push_back("create " + std::string(path));
-        if (createStatus != 0) {
-            return createStatus;
-        }
         for (std::size_t end = path.find('\\'); end != std::string_view::npos;
              end = path.find('\\', end + 1)) {
             keys_[{root, FoldCase(path.substr(0, end))}];
@@ -46,8 +39,8 @@ class MemoryRegistro : public Registro {
         queried.emplace_back(name);
         const auto& values = keys_.at(open.at(key));
         const auto found = values.find(FoldCase(name));
-        if (queryStatus != 0 || found == values.end()) {
-            return queryStatus != 0 ? queryStatus : NotFound;
+        if (found == values.end()) {
+            return NotFound;
         }
         type = found->second.type;
         data = found->second.data;
@@ -57,16 +50,13 @@ class MemoryRegistro : public Registro {
                  std::string_view data) override {
         changes.push_back("set " + open.at(key).second + "|" + std::string(name) + "=" +
                           std::string(data));
-        if (setStatus != 0) {
-            return setStatus;
-        }
         written.emplace_back(name);
         keys_.at(open.at(key))[FoldCase(name)] = {type, std::string(data)};
         return 0;
     }
     void CloseKey(RegistryKey key) override { open.erase(key); }
 
-    /// Puts a value there, whatever the statuses say.
+    /// Puts a value there without a trace.
     void Put(RegistryRoot root, std::string_view path, std::string_view name, RegistryType type,
              std::string_view data) {
         keys_[{root, FoldCase(path)}][FoldCase(name)] = {type, std::string(data)};
@@ -82,10 +72,6 @@ class MemoryRegistro : public Registro {
     }
 
     using Place = std::pair<RegistryRoot, std::string>;
-    int openStatus = 0;
-    int createStatus = 0;
-    int queryStatus = 0;
-    int setStatus = 0;
     std::vector<std::string> queried;
     std::vector<std::string> written;
     std::vector<std::string> changes;  ///< everything asked for that changes the store
