@@ -2,18 +2,18 @@
 // Random commands, at every step what is shown has to fit the position of the song, and the program
 // at rest must not take more memory as time goes by.
 
-#include "windows/Pixels.h"
+#include "windows/LyricsPicture.h"
 
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeShell.h"
 #include "fakes/MemoryRegistro.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "fakes/SequencerRig.h"
-#include "platform/Numbers.h"
 #include "platform/Text.h"
 #include "platform/qt/QtSystem.h"
 #include "player/frmKaraoke.h"
 #include "settings/Impostazioni.h"
+#include "ui/basCommon.h"
 
 #include <QApplication>
 #include <QTest>
@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -57,8 +58,17 @@ class NoRealTime : public QObject {
     }
 };
 
-QStringList Lines(std::string_view page) {
-    return QString::fromUtf8(page.data(), static_cast<qsizetype>(page.size())).split("\r\n");
+Lines Split(std::string_view page) {
+    std::string text(page);
+    SostituisciTesto(text, "\r\n", "\n");
+    // Half a line break is not shown.
+    std::erase(text, '\r');
+    std::istringstream lines(text);
+    Lines split;
+    for (std::string line; std::getline(lines, line);) {
+        split.push_back(line);
+    }
+    return split;
 }
 
 class Soak {
@@ -300,49 +310,23 @@ class Soak {
         const int late = Playing() ? 3 * Step : 2 * Latency;
         Require(last <= Due(position) && last >= Due(position - late), "the event shown");
         if (look && Loaded()) {
-            Draw(last);
-            Require(Shot(*lyrics_) == Shot(twin_), "the picture of the words");
+            Require(Shot(*lyrics_) == Wanted(last), "the picture of the words");
         }
     }
-    /// Draws what the lyrics area has to show after an event.
-    void Draw(std::int16_t last) {
+    /// What the lyrics area has to show after an event.
+    QImage Wanted(std::int16_t last) {
         std::int16_t page = last;
         while (page > 0 && Words().Eventi(page).Tipo != TipoEvento::Pagina) {
             --page;
         }
         if (redrawn_ || page != page_) {
-            width_ = RoundHalfEven<int>(lyrics_->width() * screen_.TwipsPerPixel());
+            width_ = lyrics_->width();
         }
         page_ = page;
-        const Config& config = programma_.config;
-        twin_.resize(lyrics_->size());
-        twin_.SetBackColor(config.ColoreSfondo);
-        twin_.SetFont(lyrics_->Font());
-        twin_.Clear();
-        if (page == 0) {
-            return;
-        }
-        const std::string& text = Words().Eventi(page).Testo;
-        const QStringList lines = Lines(text);
-        for (int i = 0; i < lines.size(); ++i) {
-            if (config.Ombra != 0) {
-                Print(lines, i, lines[i], config.ColoreOmbra, 30);
-            }
-            Print(lines, i, lines[i], config.ColoreTesto);
-        }
+        const std::string text = page > 0 ? Words().Eventi(page).Testo : "";
         const int sung = last > page ? std::stoi(Words().Eventi(last).Testo) : 0;
-        const QStringList parts = Lines(FirstCodePoints(text, static_cast<std::size_t>(sung)));
-        for (int i = 0; i < parts.size(); ++i) {
-            Print(lines, i, parts[i], config.ColoreSelezione);
-        }
-    }
-    /// Prints a part of line `i` where the whole of it stands.
-    void Print(const QStringList& lines, int i, QString part, Colour colour, int offset = 0) {
-        const double width = twin_.Measure(lines[i].toStdString()).width;
-        twin_.SetForeColor(colour);
-        twin_.Print(RoundHalfEven<int>((width_ - width) / 2) + offset,
-                    RoundHalfEven<int>(i * twin_.Measure("T").height) + offset,
-                    part.remove('\r').toStdString());
+        return LyricsPicture(*lyrics_, width_, programma_.config, Split(text),
+                             Split(FirstCodePoints(text, static_cast<std::size_t>(sung))));
     }
 
     std::mt19937 random_;
@@ -374,7 +358,6 @@ class Soak {
     NoRealTime noRealTime_;
     QtPictureBox* lyrics_ = nullptr;
     QSlider* slider_ = window_.findChild<QSlider*>();
-    QtPictureBox twin_{screen_.TwipsPerPixel()};
 
     std::array<Command, 12> commands_{{{"play", &Soak::Play},
                                        {"pause", &Soak::Pause},
@@ -398,7 +381,7 @@ class Soak {
     int ends_ = 0;            ///< songs that came to their end
     std::int16_t shown_ = 0;  ///< the last event shown
     std::int16_t page_ = 0;   ///< the page shown
-    int width_ = 0;           ///< of the lyrics area when it was drawn, in twips
+    int width_ = 0;           ///< of the lyrics area when it was drawn
 };
 
 }  // namespace

@@ -21,7 +21,6 @@
 
 namespace sonnel::test {
 
-inline constexpr int Scale = 15;  // twips to a pixel
 inline constexpr const char* Opzioni = "Software\\Corvane\\Sonnel Player\\Opzioni";
 inline constexpr const char* Finestra = "Software\\Corvane\\Sonnel Player\\Finestra";
 

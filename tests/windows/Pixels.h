@@ -8,6 +8,8 @@
 
 namespace sonnel::test {
 
+inline constexpr int Scale = 15;  // twips to a pixel
+
 /// What a widget shows, in pixels of the screen.
 inline QImage Shot(QWidget& widget) {
     QImage image = widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
