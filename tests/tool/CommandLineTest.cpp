@@ -61,11 +61,14 @@ TEST_F(ToolTest, ABadFileIsNamedAndTheOthersAreDone) {
     for (const char* name : {"ok.mid", "ok.kar"}) {
         folder.Write(name, Kar());
     }
-    const std::vector<std::pair<std::string, std::string>> commands{
-        {"header", ".lyk"}, {"check", ".lyk"}, {"midi", ".mid"}, {"convert --force", ".kar"}};
+    const std::vector<std::pair<std::string, std::string>> commands{{"header '", ".lyk"},
+                                                                    {"check '", ".lyk"},
+                                                                    {"midi '", ".mid"},
+                                                                    {"convert --force '", ".kar"}};
     for (const auto& [command, end] : commands) {
         for (const std::string bad : {"none", "d", "\xFF"}) {
-            const json all = Json(command + " '" + bad + end + "' ok" + end, 1);
+            const json all =
+                Json(std::string(command).append(bad).append(end).append("' ok").append(end), 1);
             ASSERT_EQ(all.size(), 2U) << command << " " << bad << out;
             EXPECT_EQ(all[0]["ok"], false) << command << " " << bad;
             EXPECT_EQ(all[1]["ok"], true) << command << " " << bad;

@@ -47,7 +47,7 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
     ASSERT_EQ(all.size(), wanted.size());
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         EXPECT_EQ(Row(all[i]["ok"], all[i]["lyk"], all[i]["mid"]), wanted[i]) << all[i];
-        EXPECT_EQ(all[i]["ok"], all[i]["error"] == "") << all[i];
+        EXPECT_EQ(all[i]["ok"], all[i]["error"].get<std::string>().empty()) << all[i];
     }
     names.insert({"a.lyk", "a.mid", "b.lyk", "no.lyk"});
     EXPECT_EQ(folder.Names(), names);

@@ -15,10 +15,10 @@ namespace sonnel::test {
 
 using Lines = std::vector<std::string>;
 
-/// The lyrics area with a page and the sung part of its first lines, `width` being that of the area,
-/// in pixels, when the page was drawn.
-inline QImage LyricsPicture(const QtPictureBox& lyrics, int width, const Config& config, const Lines& page,
-               const Lines& sung) {
+/// The lyrics area with a page and the sung part of its first lines, `width` being that of the
+/// area, in pixels, when the page was drawn.
+inline QImage LyricsPicture(const QtPictureBox& lyrics, int width, const Config& config,
+                            const Lines& page, const Lines& sung) {
     QFont font(QString::fromStdString(config.FontName));
     font.setPixelSize(RoundHalfEven<int>(lyrics.Font().size * 20 / Scale));
     font.setBold(config.FontBold != 0);
