@@ -47,7 +47,7 @@ class CountingBox : public QtPictureBox {
 /// A lyrics area in a window of its own.
 class Area : public CorniceParole {
   public:
-    Area() : twips_(QtSchermo().TwipsPerPixel()), box_(twips_, &window_) {
+    Area() : twips_(QtScreen().TwipsPerPixel()), box_(twips_, &window_) {
         window_.resize(kWidth, kHeight);
         box_.setGeometry(0, 0, kWidth, kHeight);
         window_.show();

@@ -27,7 +27,7 @@ class SilentMsgBox : public MsgBox {
     Answer Show(const Message& /*message*/) override { return Answer::Ok; }
 };
 
-class NoEvents : public EventiSistema {
+class NoEvents : public SystemEvents {
   public:
     void RunPending() override {}
     void WaitPending(std::chrono::milliseconds /*limit*/) override {}

@@ -2,16 +2,16 @@
 
 #include "bench/Offscreen.h"
 
-#include "fakes/MemoryRegistro.h"
+#include "fakes/MemoryRegistry.h"
+#include "fakes/OtherWindows.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "platform/Environment.h"
-#include "platform/audio/FluidSintetizzatore.h"
+#include "platform/audio/DefaultOutput.h"
+#include "platform/audio/FluidSynthesizer.h"
 #include "platform/audio/SoundFont.h"
-#include "platform/audio/UscitaPredefinita.h"
 #include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
-#include "player/Programma.h"
-#include "player/frmKaraoke.h"
+#include "player/window/frmKaraoke.h"
 #include "settings/Impostazioni.h"
 
 #include <QApplication>
@@ -37,9 +37,9 @@ double ProcessorTime(clockid_t whose) {
 }
 
 /// A synthesiser that knows how much processor time it has taken, on whatever thread it ran.
-class MeteredSynth : public Sintetizzatore {
+class MeteredSynth : public Synthesizer {
   public:
-    explicit MeteredSynth(Sintetizzatore& synth) : synth_(synth) {}
+    explicit MeteredSynth(Synthesizer& synth) : synth_(synth) {}
 
     std::optional<Error> Prepare(int sampleRate) override { return synth_.Prepare(sampleRate); }
     void Reset() noexcept override {
@@ -69,7 +69,7 @@ class MeteredSynth : public Sintetizzatore {
         seconds_ = seconds_ + ProcessorTime(CLOCK_THREAD_CPUTIME_ID) - before;
     }
 
-    Sintetizzatore& synth_;
+    Synthesizer& synth_;
     std::atomic<double> seconds_ = 0;
 };
 
@@ -117,29 +117,29 @@ struct Player {
     }
     [[nodiscard]] bool Playing() const { return IsPlaying(sequencer.Mode()); }
 
-    test::MemoryRegistro registro;
-    FluidSintetizzatore synth{[] {
+    test::MemoryRegistry registro;
+    FluidSynthesizer synth{[] {
         return FindSoundFont("", ProcessEnvironment, SoundFontDirectories(ProcessEnvironment));
     }};
     MeteredSynth metered{synth};
-    UscitaPredefinita output{AudioDriver{AudioDriver::Kind::Silence, ""}};
-    QtTemporizzatore timer;
-    QtOrologio clock;
+    DefaultOutput output{AudioDriver{AudioDriver::Kind::Silence, ""}};
+    QtTimer timer;
+    QtClock clock;
     MMControl sequencer{metered, output, timer, clock};
     test::ScriptedMsgBox msgBox;
-    QtEventiSistema events;
-    QtSchermo screen;
+    QtSystemEvents events;
+    QtScreen screen;
     QtShell shell;
-    Programma programma{.registro = registro,
-                        .sequencer = sequencer,
-                        .msgBox = msgBox,
-                        .eventi = events,
-                        .orologio = clock,
-                        .schermo = screen,
-                        .shell = shell,
-                        .CmdLine = SONNEL_SONGS "/Twinkle Twinkle",
-                        .openDirPredefinita = SONNEL_SONGS "/"};
-    frmKaraoke window{programma};
+    test::OtherWindows others;
+    Config config;
+    Timeline timeline;
+    InformazioniBrano info;
+    std::mt19937 random;
+    frmKaraoke window{{config, timeline, info, random, registro, sequencer, msgBox, events, clock,
+                       screen, shell, others},
+                      {.CmdLine = SONNEL_SONGS "/Twinkle Twinkle",
+                       .openDirPredefinita = SONNEL_SONGS "/",
+                       .scriviWinIni = [](auto, auto, auto) {}}};
 };
 
 /// Processor time of playing beyond what the synthesiser takes for the same sound at the same
@@ -188,7 +188,7 @@ std::vector<std::int32_t> Lateness(Player& player, std::chrono::seconds time) {
     auto* application = dynamic_cast<Watcher*>(QApplication::instance());
     application->onLyricsShown = [&] {
         const std::int32_t now = player.sequencer.Position();
-        const Timeline& timeline = player.programma.timeline;
+        const Timeline& timeline = player.timeline;
         while (seen < timeline.UltimoEvento) {
             const Evento& event = timeline.Eventi(++seen);
             if (event.Tipo == TipoEvento::Colore) {

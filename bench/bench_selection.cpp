@@ -58,10 +58,14 @@ class Selection {
     const Config config_;
     TabellaBrani table_;
     test::ScriptedMsgBox msgBox_;
-    QtEventiSistema events_;
+    QtSystemEvents events_;
     const Libreria library_{config_, table_, msgBox_, events_};
     test::ScriptedDialog dialogs_;
-    frmSelectSong window_{{library_, dialogs_, random_}};
+    struct NoCommands : ComandiSelezione {
+        void ConvertiKar() override {}
+        void SincronizzaDB() override {}
+    } commands_;
+    frmSelectSong window_{{library_, dialogs_, random_, commands_}};
 };
 
 /// Fills, sorts and shows the list, the selected song in sight.

@@ -70,7 +70,7 @@ void ReadSong(benchmark::State& state) {
     SilentMsgBox msgBox;
     for ([[maybe_unused]] auto iteration : state) {
         const bool read =
-            LeggiKaraoke(file.Base().string(), timeline, info, msgBox, {[] {}, [] {}});
+            LeggiKaraoke(TrovaFileBrano(file.Base().string()), timeline, info, msgBox);
         if (!read || timeline.NumEventi() != state.range(0)) {
             state.SkipWithError("the song was not read");
         }

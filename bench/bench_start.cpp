@@ -14,7 +14,8 @@ using namespace sonnel::test;
 
 /// Takes the time until something large is painted in the colour of the lyrics area, which is
 /// nowhere else on the screen.
-void TimeUntilShown(benchmark::State& state, const Screen& screen, Clock::time_point started) {
+void TimeUntilShown(benchmark::State& state, const VirtualScreen& screen,
+                    Clock::time_point started) {
     const auto shown = [&] {
         const auto pixels = screen.Grab();
         return std::count(pixels.begin(), pixels.end(), Player::kBackground) > 10'000;
@@ -45,7 +46,7 @@ BENCHMARK(StartToWindow)->Iterations(10)->UseManualTime()->Unit(benchmark::kMill
 void StartBareWindow(benchmark::State& state) {
     const TempDirectory home;
     for ([[maybe_unused]] auto iteration : state) {
-        const Screen screen;
+        const VirtualScreen screen;
         const auto started = Clock::now();
         const Process program({"env", "DISPLAY=" + screen.Display(), "QT_QPA_PLATFORM=xcb",
                                "HOME=" + home.Path().string(), SONNEL_BARE_WINDOW},

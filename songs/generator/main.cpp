@@ -6,8 +6,8 @@
 #include "generator/Lyk.h"
 #include "generator/ScoreReader.h"
 #include "generator/Smf.h"
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -2,85 +2,78 @@
 
 #include "convert/ConvertiKar.h"
 #include "library/AggiornaIndice.h"
-#include "library/AggiungiBrani.h"
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
 #include "library/SincronizzaDB.h"
 #include "library/frmInfoBrano.h"
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "settings/frmOpzioni.h"
+
+#include <utility>
 
 namespace sonnel {
 
-Finestre::Finestre(Programma& programma, CommonDialog& dialoghi, QWidget& principale)
-    : programma_(programma),
-      dialoghi_(dialoghi),
-      principale_(principale),
-      libreria_{programma.config, programma.brani, programma.msgBox, programma.eventi},
-      messaggio_(programma.schermo) {
-    programma.scelta.scegli = [this] { return ScegliBrano(); };
-    programma.scelta.nomeFile = [&brani = programma.brani](std::int32_t posizione) {
-        return posizione <= brani.NumBrani()
-                   ? brani.Brani(static_cast<std::int16_t>(posizione)).NomeFile
-                   : "";
-    };
-    Agganci& agganci = programma.agganci;
-    agganci.CaricaIndice = [this] { CaricaIndice(libreria_); };
-    agganci.RileggiDB = [this] { RileggiDB(libreria_, Selezione()); };
-    agganci.SincronizzaDB = [this] { AggiornaIndiceDaMenu(); };
-    agganci.mostraOpzioni = [this] { MostraOpzioni(); };
-    agganci.caricaSelezione = [this] { (void)Selezione(); };
+Finestre::Finestre(const Porte& porte, frmKaraoke::Avvio avvio)
+    : p_(porte),
+      libreria_{config_, brani_, p_.msgBox, p_.eventi},
+      messaggio_(p_.schermo),
+      principale_({config_, timeline_, informazioni_, caso_, p_.registro, p_.sequencer, p_.msgBox,
+                   p_.eventi, p_.orologio, p_.schermo, p_.shell, *this},
+                  std::move(avvio)) {}
+
+frmSelectSong& Finestre::Selezione() {
+    if (!selezione_) {
+        selezione_ = std::make_unique<frmSelectSong>(
+            frmSelectSong::Parti{libreria_, p_.dialoghi, caso_, *this}, &principale_);
+    }
+    return *selezione_;
 }
 
-std::string Finestre::ScegliBrano() {
+std::optional<FileBrano> Finestre::ScegliBrano() {
     frmSelectSong& finestra = Selezione();
     finestra.exec();
-    return finestra.Tag;
+    return finestra.Scelta();
 }
 
-void Finestre::AggiornaIndiceDaMenu() {
+void Finestre::RileggiDB() {
+    sonnel::RileggiDB(libreria_, Selezione());
+}
+
+void Finestre::SincronizzaDB() {
     sonnel::SincronizzaDB(libreria_, {Selezione(), messaggio_,
                                       [this](bool abilita) { principale_.setEnabled(abilita); }});
 }
 
+void Finestre::CaricaLibreria() {
+    CaricaIndice(libreria_);
+    (void)Selezione();
+}
+
+void Finestre::ConvertiKar() {
+    frmSelectSong& finestra = Selezione();
+    sonnel::ConvertiKar(libreria_, {p_.dialoghi, finestra, ProcessEnvironment,
+                                    [&] { ProprietaBrano(libreria_, finestra, &finestra); }});
+}
+
 void Finestre::MostraOpzioni() {
-    frmOpzioni({Opzioni(), dialoghi_, programma_.schermo}, &principale_).exec();
+    frmOpzioni({Opzioni(), p_.dialoghi, p_.schermo}, &principale_).exec();
 }
 
 PartiOpzioni Finestre::Opzioni() {
-    return {.config = programma_.config,
-            .registro = programma_.registro,
-            .msgBox = programma_.msgBox,
+    return {.config = config_,
+            .registro = p_.registro,
+            .msgBox = p_.msgBox,
             .esisteIndice = EsisteIndice,
             .creaIndice =
                 [this] {
-                    ProfileFile indice(PercorsoIndice(programma_.config.OpenDir));
+                    ProfileFile indice(PercorsoIndice(config_.OpenDir));
                     CreaIndice(indice);
                 },
             .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
             .caricaIndice = [this] { CaricaIndice(libreria_); },
             .scaricaSelezione = [this] { selezione_.reset(); },
             .dialogoParteDa =
-                [this](const std::string& openDir) { dialoghi_.StartIn(PathFromUtf8(openDir)); }};
-}
-
-frmSelectSong& Finestre::Selezione() {
-    if (!selezione_) {
-        selezione_ = std::make_unique<frmSelectSong>(
-            frmSelectSong::Parti{libreria_, dialoghi_, programma_.caso}, &principale_);
-        selezione_->SincronizzaDB = programma_.agganci.SincronizzaDB;
-        selezione_->AggiungiBrani = [this] {
-            sonnel::AggiungiBrani(libreria_, dialoghi_, *selezione_);
-        };
-        selezione_->ConvertiKar = [this] {
-            sonnel::ConvertiKar(libreria_, {dialoghi_, *selezione_, ProcessEnvironment,
-                                            selezione_->ProprietaBrano});
-        };
-        selezione_->ProprietaBrano = [this] {
-            sonnel::ProprietaBrano(libreria_, *selezione_, selezione_.get());
-        };
-    }
-    return *selezione_;
+                [this](const std::string& openDir) { p_.dialoghi.StartIn(PathFromUtf8(openDir)); }};
 }
 
 }  // namespace sonnel

@@ -1,38 +1,59 @@
 #pragma once
 
 #include "library/CaricaIndice.h"
+#include "library/ComandiSelezione.h"
 #include "library/frmSelectSong.h"
 #include "platform/CommonDialog.h"
-#include "player/Programma.h"
+#include "player/window/AltreFinestre.h"
+#include "player/window/frmKaraoke.h"
 #include "settings/Opzioni.h"
 #include "ui/frmMessage.h"
 
-#include <QWidget>
 #include <memory>
-#include <string>
+#include <optional>
+#include <random>
 
 namespace sonnel {
 
-/// The windows that the main window's commands open, and what they share: the library. The song
-/// selection window is made at its first use and then kept, hidden between uses.
-class Finestre {
+/// All windows of the program and what they share: the settings and the library. The song selection
+/// window is made at its first use and then kept, hidden between uses.
+class Finestre final : private AltreFinestre, private ComandiSelezione {
   public:
-    /// Binds the commands of the program to these windows. The main window lies below them and
-    /// takes no input while the library is rebuilt. All of it outlives them.
-    Finestre(Programma& programma, CommonDialog& dialoghi, QWidget& principale);
+    /// The doors that the windows stand on; all of them outlive the windows.
+    struct Porte {
+        Registry& registro;
+        MMControl& sequencer;
+        MsgBox& msgBox;
+        SystemEvents& eventi;
+        const Clock& orologio;
+        const Screen& schermo;
+        Shell& shell;
+        CommonDialog& dialoghi;
+    };
+    Finestre(const Porte& porte, frmKaraoke::Avvio avvio);
+
+    [[nodiscard]] frmKaraoke& Principale() { return principale_; }
 
   private:
+    std::optional<FileBrano> ScegliBrano() override;
+    void RileggiDB() override;
+    void SincronizzaDB() override;
+    void MostraOpzioni() override;
+    void CaricaLibreria() override;
+    void ConvertiKar() override;
+
     [[nodiscard]] frmSelectSong& Selezione();
-    [[nodiscard]] std::string ScegliBrano();
-    void AggiornaIndiceDaMenu();
-    void MostraOpzioni();
     [[nodiscard]] PartiOpzioni Opzioni();
 
-    Programma& programma_;
-    CommonDialog& dialoghi_;
-    QWidget& principale_;
+    Porte p_;
+    Config config_;
+    Timeline timeline_;
+    InformazioniBrano informazioni_;
+    TabellaBrani brani_;
+    std::mt19937 caso_;
     Libreria libreria_;
     frmMessage messaggio_;
+    frmKaraoke principale_;
     std::unique_ptr<frmSelectSong> selezione_;
 };
 

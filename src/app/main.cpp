@@ -1,16 +1,14 @@
 #include "app/Finestre.h"
-#include "platform/FileRegistro.h"
-#include "platform/Files.h"
-#include "platform/ProfileFile.h"
+#include "platform/FileRegistry.h"
+#include "platform/Paths.h"
 #include "platform/audio/AudioDriver.h"
-#include "platform/audio/FluidSintetizzatore.h"
+#include "platform/audio/DefaultOutput.h"
+#include "platform/audio/FluidSynthesizer.h"
 #include "platform/audio/SoundFont.h"
-#include "platform/audio/UscitaPredefinita.h"
+#include "platform/files/ProfileFile.h"
 #include "platform/qt/QtCommonDialog.h"
 #include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
-#include "player/Programma.h"
-#include "player/frmKaraoke.h"
 #include "settings/DirectoryKaraoke.h"
 #include "settings/Impostazioni.h"
 #include "ui/Titoli.h"
@@ -62,42 +60,36 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName("");
     QGuiApplication::setDesktopFileName("sonnel");
 
-    FileRegistro registro(UserSettingsFile(ProcessEnvironment),
+    FileRegistry registro(UserSettingsFile(ProcessEnvironment),
                           MachineSettingsFile(ProcessEnvironment));
     const auto setting = [&registro](const char* name) {
         return LeggiImpostazione(registro, "Opzioni", name, "");
     };
-    FluidSintetizzatore synthesiser([&setting] {
+    FluidSynthesizer synthesiser([&setting] {
         return FindSoundFont(setting("SoundFont"), ProcessEnvironment,
                              SoundFontDirectories(ProcessEnvironment));
     });
-    UscitaPredefinita output(ChooseAudioDriver(setting("AudioDriver"), ProcessEnvironment));
-    QtTemporizzatore timer;
-    const QtOrologio clock;
+    DefaultOutput output(ChooseAudioDriver(setting("AudioDriver"), ProcessEnvironment));
+    QtTimer timer;
+    const QtClock clock;
     MMControl sequencer(synthesiser, output, timer, clock);
     QtMsgBox msgBox;
-    QtEventiSistema events;
-    const QtSchermo screen;
+    QtSystemEvents events;
+    const QtScreen screen;
     QtShell shell;
     QtCommonDialog dialog;
 
     ProfileFile winIni(UserSettingsFile(ProcessEnvironment).replace_filename("win.ini"));
 
-    Programma programma{
-        .registro = registro,
-        .sequencer = sequencer,
-        .msgBox = msgBox,
-        .eventi = events,
-        .orologio = clock,
-        .schermo = screen,
-        .shell = shell,
-        .CmdLine = CommandLine(argc, argv),
-        .scriviWinIni = [&winIni](auto section, auto key,
-                                  auto value) { WriteIni(winIni, section, key, value); },
-        .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
-        .openDirPredefinita = DefaultKaraokeDirectory()};
-    frmKaraoke window(programma);
-    Finestre finestre(programma, dialog, window);
+    Finestre finestre(
+        {registro, sequencer, msgBox, events, clock, screen, shell, dialog},
+        {.CmdLine = CommandLine(argc, argv),
+         .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
+         .openDirPredefinita = DefaultKaraokeDirectory(),
+         .scriviWinIni = [&winIni](auto section, auto key, auto value) {
+             WriteIni(winIni, section, key, value);
+         }});
+    frmKaraoke& window = finestre.Principale();
     // Within the event loop, so that the window can be closed while it still comes up.
     QTimer start;
     start.setSingleShot(true);

@@ -4,11 +4,10 @@
 #include "convert/ScriviLyk.h"
 #include "library/AggiungiBrani.h"
 #include "library/Indice.h"
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 #include "song/LeggiIntestazione.h"
 #include "ui/PuntatoreOccupato.h"
-#include "ui/Titoli.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -139,8 +138,7 @@ void ConversioneKar::Esegui() {
 }
 
 Answer ConversioneKar::Mostra(std::string testo, Icon icona, Buttons pulsanti, int predefinito) {
-    return libreria_.msgBox.Show(
-        {std::move(testo), icona, std::string(TitoloMessaggi), pulsanti, predefinito});
+    return libreria_.msgBox.Show({std::move(testo), icona, pulsanti, predefinito});
 }
 
 /// Runs a step until it succeeds; false when the person gives up. `testo` says what an error means.

@@ -1,7 +1,7 @@
 #include "convert/Midifile.h"
 
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 
 #include <algorithm>
 
@@ -12,16 +12,15 @@ std::optional<Error> Midifile::SetAction(MidifileAction action) {
     if (action == MidifileAction::Close) {
         return std::nullopt;
     }
-    Result<std::string> content = ReadFile(fileName_);
-    if (!content) {
-        return Failure(content.error().number, content.error().text);
-    }
-    return OpenContent(std::move(*content));
+    return Take(ReadSmfFile(fileName_));
 }
 
 std::optional<Error> Midifile::OpenContent(std::string content) {
+    return Take(ReadSmf(std::move(content)));
+}
+
+std::optional<Error> Midifile::Take(Result<SmfFile> read) {
     file_ = {};
-    Result<SmfFile> read = ReadSmf(std::move(content));
     if (!read) {
         return Failure(read.error().number, read.error().text);
     }

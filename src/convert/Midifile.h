@@ -66,6 +66,7 @@ class Midifile {
     }
 
   private:
+    [[nodiscard]] std::optional<Error> Take(Result<SmfFile> read);
     [[nodiscard]] Error Failure(int number, const std::string& what) const;
     [[nodiscard]] const SmfTrack& Track() const { return file_.tracks[track_]; }
     [[nodiscard]] const SmfEvent& Current() const { return Track()[event_]; }

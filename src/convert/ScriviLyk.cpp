@@ -1,7 +1,7 @@
 #include "convert/ScriviLyk.h"
 
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 
 #include <cerrno>
 #include <charconv>

@@ -1,7 +1,7 @@
 #include "library/AggiornaIndice.h"
 
 #include "library/Indice.h"
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/Text.h"
 #include "song/LeggiIntestazione.h"
 #include "ui/PuntatoreOccupato.h"
@@ -78,7 +78,7 @@ std::optional<Error> Registra(ProfileFile& indice, const FileLyk& file) {
 
 /// First phase: headers into the index. Returns what was passed over.
 std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<FileLyk>& elenco,
-                                       EventiSistema& eventi) {
+                                       SystemEvents& eventi) {
     std::vector<std::string> saltati;
     const auto salta = [&](const FileLyk& file, std::string_view motivo) {
         saltati.push_back("Can't index the file " + Utf8FromPath(file.percorso) + ": " +

@@ -1,11 +1,10 @@
 #include "library/AggiungiBrani.h"
 
 #include "library/Indice.h"
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 #include "song/LeggiIntestazione.h"
 #include "ui/PuntatoreOccupato.h"
-#include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
 #include <cstddef>
@@ -66,7 +65,7 @@ class Importazione {
     bool Aggiungi(const fs::path& scelto);
     std::optional<Error> Copia(const std::string& nome, const fs::path& mid);
     void Registra(const std::string& nome);
-    void Avvisa(const std::string& testo, const std::string& titolo);
+    void Avvisa(const std::string& testo, const std::string& titolo = Message::UsualTitle);
 
     const Libreria& libreria_;
     fs::path origine_;
@@ -83,7 +82,7 @@ int Importazione::Esegui(const std::vector<fs::path>& scelti) {
         }
     }
     if (const std::optional<Error> errore = lotto.Commit(); errore && importati_ > 0) {
-        Avvisa(errore->text + "\r\n\r\n" + IndiceNonScritto, std::string(TitoloMessaggi));
+        Avvisa(errore->text + "\r\n\r\n" + IndiceNonScritto);
         return 0;
     }
     return importati_;
@@ -100,7 +99,7 @@ bool Importazione::Aggiungi(const fs::path& scelto) {
     } else if (!ImpedimentoNome(nome).empty()) {
         Avvisa(NomeBranoImpossibile, nome);
     } else if (const std::optional<Error> errore = Copia(nome, *mid)) {
-        Avvisa(errore->text + "\r\n\r\n" + Interrotto, std::string(TitoloMessaggi));
+        Avvisa(errore->text + "\r\n\r\n" + Interrotto);
         return false;
     } else {
         Registra(nome);
@@ -127,7 +126,7 @@ void Importazione::Registra(const std::string& nome) {
 
 void Importazione::Avvisa(const std::string& testo, const std::string& titolo) {
     libreria_.eventi.SetPointer(Pointer::Normal);
-    (void)libreria_.msgBox.Show({testo, Icon::Exclamation, titolo});
+    (void)libreria_.msgBox.Show({testo, Icon::Exclamation, Buttons::Ok, 1, titolo});
     libreria_.eventi.SetPointer(Pointer::Busy);
 }
 
@@ -151,7 +150,7 @@ bool StessaDirectory(const fs::path& a, const fs::path& b) {
 
 void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani& lista) {
     const auto avvisa = [&](const std::string& testo) {
-        (void)libreria.msgBox.Show({testo, Icon::Exclamation, std::string(TitoloMessaggi)});
+        (void)libreria.msgBox.Show({testo, Icon::Exclamation});
     };
     const std::vector<fs::path> scelti = dialoghi.ChooseFiles({.title = "Add a new LYK song",
                                                                .extension = "lyk",

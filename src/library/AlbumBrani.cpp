@@ -13,12 +13,11 @@ namespace {
 constexpr std::string_view ValoreRinominato = "0";
 
 void Avvisa(MsgBox& msgBox, const std::string& testo) {
-    (void)msgBox.Show({testo, Icon::Exclamation, std::string(TitoloMessaggi)});
+    (void)msgBox.Show({testo, Icon::Exclamation});
 }
 
 bool Conferma(MsgBox& msgBox, const std::string& domanda, Icon icona) {
-    return msgBox.Show({domanda, icona, std::string(TitoloMessaggi), Buttons::OkCancel, 2}) ==
-           Answer::Ok;
+    return msgBox.Show({domanda, icona, Buttons::OkCancel, 2}) == Answer::Ok;
 }
 
 /// The positions of an album's songs.

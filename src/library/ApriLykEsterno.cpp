@@ -1,26 +1,25 @@
 #include "library/ApriLykEsterno.h"
 
-#include "platform/Files.h"
-#include "ui/Titoli.h"
+#include "platform/Paths.h"
 
 namespace sonnel {
 
-std::optional<std::string> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox) {
+std::optional<FileBrano> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox) {
     const auto scelti = dialoghi.ChooseFiles(
         {.title = "Open a LYK file", .extension = "lyk", .name = "*.lyk", .directory = {}});
     if (scelti.empty()) {
         return std::nullopt;
     }
-    const std::string base = WithoutExtension(Utf8FromPath(scelti.front()));
-    if (!FindFile(PathFromUtf8(base + ".mid"))) {
+    FileBrano brano = TrovaFileBrano(WithoutExtension(Utf8FromPath(scelti.front())));
+    if (!brano.mid) {
         msgBox.Show(
             {"Can't load the selected song: MID file missing!\r\n"
              "To properly load a Karaoke file you need to put the LYK and MID file in the "
              "same directory.",
-             Icon::Exclamation, std::string(TitoloMessaggi)});
+             Icon::Exclamation});
         return std::nullopt;
     }
-    return std::string(PrefissoFile) + base;
+    return brano;
 }
 
 }  // namespace sonnel

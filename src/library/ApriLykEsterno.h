@@ -2,18 +2,14 @@
 
 #include "platform/CommonDialog.h"
 #include "platform/MsgBox.h"
+#include "song/FileBrano.h"
 
 #include <optional>
-#include <string>
-#include <string_view>
 
 namespace sonnel {
 
-/// What stands before the path of a song outside the library, in the answer of the song selection.
-inline constexpr std::string_view PrefissoFile = "F=";
-
-/// Lets the person choose a LYK file from anywhere. Returns "F=" and its path without ".lyk";
-/// nothing when the person has cancelled, or when no MID file is beside it, which a message tells.
-[[nodiscard]] std::optional<std::string> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox);
+/// Lets the user choose a LYK file from anywhere. Returns its song's files; nothing when the user
+/// cancels, or when no MID file is beside it, which a message reports.
+[[nodiscard]] std::optional<FileBrano> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox);
 
 }  // namespace sonnel

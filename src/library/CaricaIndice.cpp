@@ -1,7 +1,7 @@
 #include "library/CaricaIndice.h"
 
 #include "library/Indice.h"
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "ui/PuntatoreOccupato.h"
 #include "ui/Titoli.h"
 
@@ -35,8 +35,7 @@ constexpr std::string_view SenzaIndice =
 
 Answer Avvisa(const Libreria& libreria, std::string_view testo, Buttons bottoni) {
     const Pointer mostrato = libreria.eventi.SetPointer(Pointer::Normal);
-    const Answer risposta = libreria.msgBox.Show(
-        {std::string(testo), Icon::Exclamation, std::string(TitoloMessaggi), bottoni});
+    const Answer risposta = libreria.msgBox.Show({std::string(testo), Icon::Exclamation, bottoni});
     libreria.eventi.SetPointer(mostrato);
     return risposta;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "library/Brani.h"
-#include "platform/EventiSistema.h"
 #include "platform/MsgBox.h"
-#include "platform/ProfileFile.h"
+#include "platform/SystemEvents.h"
+#include "platform/files/ProfileFile.h"
 #include "settings/Config.h"
 
 #include <filesystem>
@@ -32,7 +32,7 @@ struct Libreria {
     const Config& config;
     TabellaBrani& brani;
     MsgBox& msgBox;
-    EventiSistema& eventi;
+    SystemEvents& eventi;
     std::function<StatoIndice(const std::filesystem::path&)> cercaIndice = CercaIndice;
 };
 

@@ -1,8 +1,7 @@
 #include "library/EliminaBrano.h"
 
 #include "library/Indice.h"
-#include "platform/Files.h"
-#include "ui/Titoli.h"
+#include "platform/files/Files.h"
 
 #include <string>
 #include <system_error>
@@ -72,7 +71,7 @@ bool EliminaBrano(const Libreria& libreria, std::int16_t posizione) {
     const Answer risposta =
         libreria.msgBox.Show({"Delete the song \"" + brano.Titolo +
                                   "\"?\r\nWarning: both LYK and MID files will be removed!",
-                              Icon::None, std::string(TitoloMessaggi), Buttons::OkCancel, 2});
+                              Icon::None, Buttons::OkCancel, 2});
     if (risposta != Answer::Ok) {
         return false;
     }

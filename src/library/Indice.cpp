@@ -1,8 +1,8 @@
 #include "library/Indice.h"
 
 #include "library/Brani.h"
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 
 #include <algorithm>
 #include <cstddef>

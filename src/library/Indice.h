@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ProfileFile.h"
+#include "platform/files/ProfileFile.h"
 #include "song/LeggiIntestazione.h"
 
 #include <filesystem>

@@ -1,9 +1,9 @@
 #include "library/RiscriviIntestazione.h"
 
-#include "platform/DirectoryLock.h"
-#include "platform/Files.h"
-#include "platform/LineReader.h"
 #include "platform/Text.h"
+#include "platform/files/DirectoryLock.h"
+#include "platform/files/Files.h"
+#include "platform/files/LineReader.h"
 
 #include <algorithm>
 #include <array>

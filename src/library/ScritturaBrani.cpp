@@ -1,8 +1,7 @@
 #include "library/ScritturaBrani.h"
 
 #include "library/RiscriviIntestazione.h"
-#include "platform/Files.h"
-#include "ui/Titoli.h"
+#include "platform/Paths.h"
 
 #include <string>
 
@@ -31,7 +30,7 @@ void ScritturaBrani::Concludi() {
         testo += "\r\n\r\nIn all " + std::to_string(errori_) +
                  " LYK files could not be changed: they are as they were.";
     }
-    (void)libreria_.msgBox.Show({testo, Icon::Exclamation, std::string(TitoloMessaggi)});
+    (void)libreria_.msgBox.Show({testo, Icon::Exclamation});
 }
 
 }  // namespace sonnel

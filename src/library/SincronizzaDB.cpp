@@ -1,7 +1,6 @@
 #include "library/SincronizzaDB.h"
 
 #include "library/AggiornaIndice.h"
-#include "ui/Titoli.h"
 
 #include <cstdint>
 #include <string>
@@ -28,9 +27,7 @@ void RinnovaLista(ListaBrani& lista, const Operazione& operazione) {
 }  // namespace
 
 void SincronizzaDB(const Libreria& libreria, const FinestreDB& finestre) {
-    const std::string titolo(TitoloMessaggi);
-    if (libreria.msgBox.Show({Domanda, Icon::Question, titolo, Buttons::OkCancel, 2}) !=
-        Answer::Ok) {
+    if (libreria.msgBox.Show({Domanda, Icon::Question, Buttons::OkCancel, 2}) != Answer::Ok) {
         return;
     }
     libreria.eventi.SetPointer(Pointer::Busy);
@@ -40,7 +37,7 @@ void SincronizzaDB(const Libreria& libreria, const FinestreDB& finestre) {
     finestre.abilitaFinestra(true);
     finestre.messaggio.ChiudiMessaggio();
     libreria.eventi.SetPointer(Pointer::Normal);
-    (void)libreria.msgBox.Show({"Index update completed.", Icon::Information, titolo});
+    (void)libreria.msgBox.Show({"Index update completed.", Icon::Information});
     AvvisaEsclusi(libreria);
 }
 

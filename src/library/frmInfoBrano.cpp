@@ -262,7 +262,7 @@ void frmInfoBrano::cmdEliminaAlbum_Click() {
 void frmInfoBrano::cmdOk_Click() {
     const std::string motivo = ImpedimentoProprieta(Campi());
     if (!motivo.empty()) {
-        (void)libreria_.msgBox.Show({motivo, Icon::Exclamation, std::string(TitoloMessaggi)});
+        (void)libreria_.msgBox.Show({motivo, Icon::Exclamation});
         return;
     }
     Tag = "OK";

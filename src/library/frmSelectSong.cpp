@@ -1,18 +1,23 @@
 #include "library/frmSelectSong.h"
 
+#include "library/AggiungiBrani.h"
 #include "library/ApriLykEsterno.h"
 #include "library/EliminaBrano.h"
 #include "library/SincronizzaDB.h"
+#include "library/frmInfoBrano.h"
 #include "library/frmSelectSongLista.h"
+#include "platform/Paths.h"
 #include "ui/PuntatoreOccupato.h"
 
 #include <QResizeEvent>
 #include <QShowEvent>
+#include <utility>
 
 namespace sonnel {
 namespace {
 
-constexpr std::size_t PrimoOrdine = 8;  // index of the toolbar button of the first order, from 0
+/// What stands before the path of a song outside the library, in the answer.
+constexpr const char* PrefissoFile = "F=";
 
 }  // namespace
 
@@ -41,7 +46,7 @@ void frmSelectSong::AggiornaLista() {
 
 Ordine frmSelectSong::OrdineCorrente() const {
     for (const Ordine ordine : {Ordine::Autore, Ordine::Album}) {
-        if (bottoni_[PrimoOrdine + static_cast<std::size_t>(ordine)]->isChecked()) {
+        if (ordini_.at(static_cast<std::size_t>(ordine))->isChecked()) {
             return ordine;
         }
     }
@@ -54,7 +59,7 @@ void frmSelectSong::mnuViewSort_Click(Ordine ordine) {
     righe_->Sostituisci(ElencaPerLingua(p_.libreria.brani, ordine));
     SelezionaBrano(selezionato);
     setWindowTitle(QString("Song selection - %1 songs").arg(righe_->rowCount()));
-    bottoni_[PrimoOrdine + static_cast<std::size_t>(ordine)]->setChecked(true);
+    ordini_.at(static_cast<std::size_t>(ordine))->setChecked(true);
     AbilitaBottoni();
 }
 
@@ -80,47 +85,50 @@ void frmSelectSong::lstBrani_Click() {
 void frmSelectSong::AbilitaBottoni() {
     const bool brano = BranoSelezionato() > 0;
     cmdOk->setEnabled(brano);
-    for (QAction* comando :
-         {mnuFileOpen, mnuFileProperties, mnuDataDelete, bottoni_[1], bottoni_[2]}) {
-        comando->setEnabled(brano);
-    }
-    for (QAction* comando : {mnuFileRandom, bottoni_[3]}) {
-        comando->setEnabled(righe_->rowCount() > 0);
+    for (const Legame& legame : legami_) {
+        legame.azione->setEnabled(legame.serve == Serve::Selezione ? brano
+                                                                   : righe_->rowCount() > 0);
     }
 }
 
 // Commands that end the window
 
-void frmSelectSong::Chiudi(const std::string& risposta) {
+void frmSelectSong::Chiudi(const std::string& risposta, std::optional<FileBrano> scelta) {
     Tag = risposta;
+    scelta_ = std::move(scelta);
     hide();
-    // It comes back where the person has left it, not in the middle of its parent.
+    // It comes back where the user has left it, not in the middle of its parent.
     setAttribute(Qt::WA_Moved);
 }
 
+void frmSelectSong::ChiudiCon(std::int16_t posizione) {
+    const std::string& nome = p_.libreria.brani.Brani(posizione).NomeFile;
+    // A name that leads out of the directory is no song's: its files are reported as missing.
+    Chiudi(std::to_string(posizione),
+           TrovaFileBrano(p_.libreria.config.OpenDir + (IsPlainName(nome) ? nome : "")));
+}
+
 void frmSelectSong::mnuFileOpen_Click() {
-    // An Exit before has emptied the answer, but the line is selected still.
     if (const std::int16_t posizione = BranoSelezionato(); posizione > 0) {
-        Chiudi(std::to_string(posizione));
+        ChiudiCon(posizione);
     }
 }
 
 void frmSelectSong::mnuFileOpenLyk_Click() {
-    if (const auto risposta = ApriLykEsterno(p_.dialoghi, p_.libreria.msgBox)) {
-        Chiudi(*risposta);
+    if (const auto brano = ApriLykEsterno(p_.dialoghi, p_.libreria.msgBox)) {
+        Chiudi(PrefissoFile + brano->base, brano);
     }
 }
 
 void frmSelectSong::mnuFileRandom_Click() {
     const auto righe = static_cast<std::size_t>(righe_->rowCount());
     if (righe > 0) {
-        const auto riga = static_cast<int>(RigaCasuale(righe, p_.caso));
-        Chiudi(std::to_string(righe_->Posizione(riga)));
+        ChiudiCon(righe_->Posizione(static_cast<int>(RigaCasuale(righe, p_.caso))));
     }
 }
 
 void frmSelectSong::mnuFileExit_Click() {
-    Chiudi("");
+    Chiudi("", std::nullopt);
 }
 
 void frmSelectSong::reject() {
@@ -139,43 +147,38 @@ void frmSelectSong::mnuDataDelete_Click() {
     }
 }
 
+/// Runs an operation while the window takes no input.
+template <class Operazione>
+void frmSelectSong::SenzaInput(const Operazione& operazione) {
+    setEnabled(false);
+    operazione();
+    setEnabled(true);
+    lstBrani->setFocus();
+}
+
 void frmSelectSong::mnuDataReload_Click() {
     SenzaInput([this] { RileggiDB(p_.libreria, *this); });
 }
 
 void frmSelectSong::mnuDataRebuild_Click() {
-    SenzaInput(SincronizzaDB);
+    SenzaInput([this] { p_.comandi.SincronizzaDB(); });
 }
 
 void frmSelectSong::mnuDataAdd_Click() {
-    Esegui(AggiungiBrani);
+    AggiungiBrani(p_.libreria, p_.dialoghi, *this);
+    lstBrani->setFocus();
 }
 
 void frmSelectSong::mnuFileProperties_Click() {
     if (BranoSelezionato() > 0) {
-        Esegui(ProprietaBrano);
+        ProprietaBrano(p_.libreria, *this, this);
+        lstBrani->setFocus();
     }
 }
 
 void frmSelectSong::mnuDataConvert_Click() {
-    Esegui(ConvertiKar);
-}
-
-/// Runs a command while the window takes no input.
-void frmSelectSong::SenzaInput(const std::function<void()>& comando) {
-    setEnabled(false);
-    if (comando) {
-        comando();
-    }
-    setEnabled(true);
+    p_.comandi.ConvertiKar();
     lstBrani->setFocus();
-}
-
-void frmSelectSong::Esegui(const std::function<void()>& comando) {
-    if (comando) {
-        comando();
-        lstBrani->setFocus();
-    }
 }
 
 void frmSelectSong::showEvent(QShowEvent* event) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "library/CaricaIndice.h"
+#include "library/ComandiSelezione.h"
 #include "library/ElencoBrani.h"
 #include "library/ListaBrani.h"
 #include "platform/CommonDialog.h"
+#include "song/FileBrano.h"
 #include "ui/CRebar.h"
 
 #include <QAction>
@@ -13,9 +15,12 @@
 #include <QPushButton>
 #include <QToolBar>
 #include <array>
-#include <functional>
+#include <cstdint>
+#include <optional>
 #include <random>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace sonnel {
 
@@ -30,18 +35,15 @@ class frmSelectSong final : public QDialog, public ListaBrani {
         const Libreria& libreria;
         CommonDialog& dialoghi;
         std::mt19937& caso;
+        ComandiSelezione& comandi;
     };
     explicit frmSelectSong(const Parti& parti, QWidget* parent = nullptr);
 
     /// The answer, to be read when the window is hidden: "" for nothing, the position of a song in
     /// the table, or "F=" and the path of a song outside the library, without extension.
     std::string Tag;
-
-    /// Commands that others carry out; one that is not bound does nothing.
-    std::function<void()> AggiungiBrani;
-    std::function<void()> ProprietaBrano;
-    std::function<void()> ConvertiKar;
-    std::function<void()> SincronizzaDB;
+    /// The files of the song that the answer means.
+    [[nodiscard]] const std::optional<FileBrano>& Scelta() const { return scelta_; }
 
     void AggiornaLista() override;
     void SelezionaBrano(std::int16_t posizione) override;
@@ -60,7 +62,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     void mnuDataConvert_Click();
     void mnuDataReload_Click();
     void mnuDataRebuild_Click();
-    /// Runs the command of the toolbar button at a 1-based index.
+    /// Runs the command of the toolbar button at a 1-based index; a separator has none.
     void tlbBar_ButtonClick(int index);
     void lstBrani_Click();
     /// Escape and the frame end the window as Exit does, but not while it takes no input.
@@ -71,18 +73,22 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    static constexpr int NumBottoni = 14;
+    /// What a command needs before it can be used.
+    enum class Serve { Nulla, Selezione, Riga };
+    struct Comando;
+    [[nodiscard]] static std::span<const Comando> TabellaComandi();
+    [[nodiscard]] static const Comando* ComandoDelBottone(int indice);
 
     void CreaMenu();
-    void CreaMenuFile();
-    void CreaMenuDatabase();
     QWidget* CreaBarra();
+    void Esegui(const Comando& comando);
     void CreaLista();
     void Disponi(QWidget* striscia);
     [[nodiscard]] Ordine OrdineCorrente() const;
-    void Chiudi(const std::string& risposta);
-    void SenzaInput(const std::function<void()>& comando);
-    void Esegui(const std::function<void()>& comando);
+    void Chiudi(const std::string& risposta, std::optional<FileBrano> scelta);
+    void ChiudiCon(std::int16_t posizione);
+    template <class Operazione>
+    void SenzaInput(const Operazione& operazione);
 
     Parti p_;
     QMenuBar* menu_;
@@ -92,12 +98,14 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     QPushButton* cmdAnnulla;
     QToolBar* tlbBar = nullptr;
     CRebar Rebar;
-    std::array<QAction*, NumBottoni> bottoni_{};
-
-    QAction* mnuFileOpen = nullptr;
-    QAction* mnuFileRandom = nullptr;
-    QAction* mnuFileProperties = nullptr;
-    QAction* mnuDataDelete = nullptr;
+    /// A menu item or a button and what it needs.
+    struct Legame {
+        QAction* azione;
+        Serve serve;
+    };
+    std::vector<Legame> legami_;
+    std::array<QAction*, 3> ordini_{};  ///< the buttons of the orders: one of them is pressed
+    std::optional<FileBrano> scelta_;
 };
 
 }  // namespace sonnel

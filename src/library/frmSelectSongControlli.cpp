@@ -7,7 +7,9 @@
 #include <QActionGroup>
 #include <QDialogButtonBox>
 #include <QVBoxLayout>
-#include <optional>
+#include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace sonnel {
 namespace {
@@ -15,77 +17,121 @@ namespace {
 constexpr int LarghezzaIniziale = 105;  // mean characters of the list's font
 constexpr int AltezzaIniziale = 36;     // its lines
 
-struct Bottone {
-    const char* suggerimento;
-    const char* immagine;              ///< null for a separator
-    void (frmSelectSong::*comando)();  ///< the handler of its menu item
-    std::optional<Ordine> ordine{};  ///< or the order it sorts by: of these buttons one is pressed
-};
-
-constexpr Bottone Separatore{nullptr, nullptr, nullptr};
-constexpr std::array<Bottone, 14> Bottoni{{
-    {"Add a new song", "add", &frmSelectSong::mnuDataAdd_Click},
-    {"Edit song properties", "properties", &frmSelectSong::mnuFileProperties_Click},
-    {"Delete song", "delete", &frmSelectSong::mnuDataDelete_Click},
-    {"Open a random song", "random", &frmSelectSong::mnuFileRandom_Click},
-    Separatore,
-    {"Open a LYK file", "open-file", &frmSelectSong::mnuFileOpenLyk_Click},
-    {"Convert/import KAR files", "convert", &frmSelectSong::mnuDataConvert_Click},
-    Separatore,
-    {"Sort by Title", "sort-title", nullptr, Ordine::Titolo},
-    {"Sort by Author", "sort-author", nullptr, Ordine::Autore},
-    {"Sort by Album", "sort-album", nullptr, Ordine::Album},
-    Separatore,
-    {"Reload index", "reload", &frmSelectSong::mnuDataReload_Click},
-    {"Update index", "rebuild", &frmSelectSong::mnuDataRebuild_Click},
-}};
+/// The toolbar's buttons in their order, by the names of their menu items; "" for a separator.
+constexpr std::array<std::string_view, 14> Barra{"mnuDataAdd",
+                                                 "mnuFileProperties",
+                                                 "mnuDataDelete",
+                                                 "mnuFileRandom",
+                                                 "",
+                                                 "mnuFileOpenLyk",
+                                                 "mnuDataConvert",
+                                                 "",
+                                                 "mnuViewSort0",
+                                                 "mnuViewSort1",
+                                                 "mnuViewSort2",
+                                                 "",
+                                                 "mnuDataReload",
+                                                 "mnuDataRebuild"};
 
 }  // namespace
 
-void frmSelectSong::CreaMenu() {
-    CreaMenuFile();
-    QMenu* mnuView = menu_->addMenu("&View");
-    const auto ordina = [this, mnuView](const char* testo, Qt::Key tasto, Ordine ordine) {
-        mnuView->addAction(testo, this, [this, ordine] { mnuViewSort_Click(ordine); })
-            ->setShortcut(tasto);
+/// A command: its menu item, its handler or the order it sorts by, what it needs, and its button
+/// in the toolbar if it has one.
+struct frmSelectSong::Comando {
+    const char* menu;             ///< the menu that this item begins; null for the items below it
+    const char* nome;             ///< object name of the menu item
+    const char* testo = nullptr;  ///< null for a separator
+    QKeyCombination tasti{};
+    void (frmSelectSong::*gestore)() = nullptr;
+    Serve serve = Serve::Nulla;
+    const char* suggerimento = nullptr;
+    const char* immagine = nullptr;
+    std::optional<Ordine> ordine{};
+};
+
+/// All commands in the order of the menus.
+std::span<const frmSelectSong::Comando> frmSelectSong::TabellaComandi() {
+    using F = frmSelectSong;
+    static constexpr std::array Tabella{
+        Comando{"&File", "mnuFileOpen", "&Open", Qt::Key_F2, &F::mnuFileOpen_Click,
+                Serve::Selezione},
+        Comando{nullptr, "mnuFileOpenLyk", "Open an external &LYK...", Qt::SHIFT | Qt::Key_F2,
+                &F::mnuFileOpenLyk_Click, Serve::Nulla, "Open a LYK file", "open-file"},
+        Comando{nullptr,
+                "mnuFileRandom",
+                "Open &random song",
+                {},
+                &F::mnuFileRandom_Click,
+                Serve::Riga,
+                "Open a random song",
+                "random"},
+        Comando{nullptr, "mnuFileSep1"},
+        Comando{nullptr, "mnuFileProperties", "&Properties", Qt::Key_F4,
+                &F::mnuFileProperties_Click, Serve::Selezione, "Edit song properties",
+                "properties"},
+        Comando{nullptr, "mnuFileSep2"},
+        Comando{nullptr, "mnuFileExit", "&Exit", Qt::CTRL | Qt::Key_Q, &F::mnuFileExit_Click},
+
+        Comando{"&View", "mnuViewSort0", "Sort by &Title", Qt::Key_F5, nullptr, Serve::Nulla,
+                "Sort by Title", "sort-title", Ordine::Titolo},
+        Comando{nullptr, "mnuViewSort1", "Sort by &Author", Qt::Key_F6, nullptr, Serve::Nulla,
+                "Sort by Author", "sort-author", Ordine::Autore},
+        Comando{nullptr, "mnuViewSort2", "Sort by Album", Qt::Key_F7, nullptr, Serve::Nulla,
+                "Sort by Album", "sort-album", Ordine::Album},
+
+        Comando{"&Database", "mnuDataAdd", "&Add", Qt::CTRL | Qt::Key_Insert, &F::mnuDataAdd_Click,
+                Serve::Nulla, "Add a new song", "add"},
+        Comando{nullptr, "mnuDataDelete", "&Delete", Qt::Key_Delete, &F::mnuDataDelete_Click,
+                Serve::Selezione, "Delete song", "delete"},
+        Comando{nullptr, "mnuDataSep1"},
+        Comando{nullptr, "mnuDataConvert", "&Convert from KAR...", Qt::Key_F3,
+                &F::mnuDataConvert_Click, Serve::Nulla, "Convert/import KAR files", "convert"},
+        Comando{nullptr, "mnuDataSep2"},
+        Comando{nullptr, "mnuDataReload", "Reload index", Qt::Key_F8, &F::mnuDataReload_Click,
+                Serve::Nulla, "Reload index", "reload"},
+        Comando{nullptr, "mnuDataRebuild", "Rebuild index", Qt::Key_F9, &F::mnuDataRebuild_Click,
+                Serve::Nulla, "Update index", "rebuild"},
     };
-    ordina("Sort by &Title", Qt::Key_F5, Ordine::Titolo);
-    ordina("Sort by &Author", Qt::Key_F6, Ordine::Autore);
-    ordina("Sort by Album", Qt::Key_F7, Ordine::Album);
-    CreaMenuDatabase();
+    return Tabella;
 }
 
-void frmSelectSong::CreaMenuFile() {
-    QMenu* mnuFile = menu_->addMenu("&File");
-    mnuFileOpen = mnuFile->addAction("&Open", this, &frmSelectSong::mnuFileOpen_Click);
-    mnuFileOpen->setShortcut(Qt::Key_F2);
-    mnuFile->addAction("Open an external &LYK...", this, &frmSelectSong::mnuFileOpenLyk_Click)
-        ->setShortcut(Qt::SHIFT | Qt::Key_F2);
-    mnuFileRandom =
-        mnuFile->addAction("Open &random song", this, &frmSelectSong::mnuFileRandom_Click);
-    mnuFile->addSeparator();
-    mnuFileProperties =
-        mnuFile->addAction("&Properties", this, &frmSelectSong::mnuFileProperties_Click);
-    mnuFileProperties->setShortcut(Qt::Key_F4);
-    mnuFile->addSeparator();
-    mnuFile->addAction("&Exit", this, &frmSelectSong::mnuFileExit_Click)
-        ->setShortcut(Qt::CTRL | Qt::Key_Q);
+const frmSelectSong::Comando* frmSelectSong::ComandoDelBottone(int indice) {
+    const auto posto = static_cast<std::size_t>(indice) - 1;
+    if (posto >= Barra.size() || Barra[posto].empty()) {
+        return nullptr;
+    }
+    const auto tabella = TabellaComandi();
+    return &*std::find_if(tabella.begin(), tabella.end(),
+                          [posto](const Comando& c) { return c.nome == Barra[posto]; });
 }
 
-void frmSelectSong::CreaMenuDatabase() {
-    QMenu* mnuData = menu_->addMenu("&Database");
-    mnuData->addAction("&Add", this, &frmSelectSong::mnuDataAdd_Click)
-        ->setShortcut(Qt::CTRL | Qt::Key_Insert);
-    mnuDataDelete = mnuData->addAction("&Delete", this, &frmSelectSong::mnuDataDelete_Click);
-    mnuDataDelete->setShortcut(Qt::Key_Delete);
-    mnuData->addSeparator();
-    mnuData->addAction("&Convert from KAR...", this, &frmSelectSong::mnuDataConvert_Click)
-        ->setShortcut(Qt::Key_F3);
-    mnuData->addSeparator();
-    mnuData->addAction("Reload index", this, &frmSelectSong::mnuDataReload_Click)
-        ->setShortcut(Qt::Key_F8);
-    mnuData->addAction("Rebuild index", this, &frmSelectSong::mnuDataRebuild_Click)
-        ->setShortcut(Qt::Key_F9);
+void frmSelectSong::Esegui(const Comando& comando) {
+    if (comando.ordine) {
+        mnuViewSort_Click(*comando.ordine);
+    } else {
+        (this->*comando.gestore)();
+    }
+}
+
+void frmSelectSong::CreaMenu() {
+    QMenu* menu = nullptr;
+    for (const Comando& comando : TabellaComandi()) {
+        if (comando.menu != nullptr) {
+            menu = menu_->addMenu(comando.menu);
+        }
+        if (comando.testo == nullptr) {
+            menu->addSeparator()->setObjectName(comando.nome);
+            continue;
+        }
+        QAction* voce = menu->addAction(comando.testo, this, [this, &comando] { Esegui(comando); });
+        voce->setObjectName(comando.nome);
+        if (comando.tasti.key() != Qt::Key_unknown) {
+            voce->setShortcut(comando.tasti);
+        }
+        if (comando.serve != Serve::Nulla) {
+            legami_.push_back({voce, comando.serve});
+        }
+    }
 }
 
 QWidget* frmSelectSong::CreaBarra() {
@@ -93,18 +139,26 @@ QWidget* frmSelectSong::CreaBarra() {
     DressToolStrip(*striscia);
     tlbBar = AddToolBar(*striscia);
     auto* ordini = new QActionGroup(this);
-    for (std::size_t i = 0; i < Bottoni.size(); ++i) {
-        const int indice = static_cast<int>(i) + 1;
-        bottoni_[i] = AddToolButton(*tlbBar, Bottoni[i].suggerimento, Bottoni[i].immagine,
-                                    [this, indice] { tlbBar_ButtonClick(indice); });
+    for (int indice = 1; indice <= static_cast<int>(Barra.size()); ++indice) {
+        const Comando* comando = ComandoDelBottone(indice);
+        if (comando == nullptr) {
+            tlbBar->addSeparator();
+            continue;
+        }
+        QAction* bottone = AddToolButton(*tlbBar, comando->suggerimento, comando->immagine,
+                                         [this, indice] { tlbBar_ButtonClick(indice); });
         // Its image says it all: no text beside it.
-        bottoni_[i]->setPriority(QAction::LowPriority);
-        if (Bottoni[i].ordine) {
-            bottoni_[i]->setCheckable(true);
-            ordini->addAction(bottoni_[i]);
+        bottone->setPriority(QAction::LowPriority);
+        if (comando->serve != Serve::Nulla) {
+            legami_.push_back({bottone, comando->serve});
+        }
+        if (comando->ordine) {
+            bottone->setCheckable(true);
+            ordini->addAction(bottone);
+            ordini_.at(static_cast<std::size_t>(*comando->ordine)) = bottone;
         }
     }
-    ordini->actions().first()->setChecked(true);
+    ordini_.front()->setChecked(true);
 
     CRebar::TBMakeFlat(*tlbBar, true);
     tlbBar->ensurePolished();
@@ -152,7 +206,7 @@ void frmSelectSong::Disponi(QWidget* striscia) {
     setTabOrder(lstBrani, cmdOk);
     setTabOrder(cmdOk, cmdAnnulla);
     QWidget* prima = cmdAnnulla;
-    for (QAction* bottone : bottoni_) {
+    for (QAction* bottone : tlbBar->actions()) {
         setTabOrder(prima, tlbBar->widgetForAction(bottone));
         prima = tlbBar->widgetForAction(bottone);
     }
@@ -161,14 +215,8 @@ void frmSelectSong::Disponi(QWidget* striscia) {
 }
 
 void frmSelectSong::tlbBar_ButtonClick(int index) {
-    if (index < 1 || index > NumBottoni) {
-        return;
-    }
-    const Bottone& bottone = Bottoni.at(static_cast<std::size_t>(index) - 1);
-    if (bottone.ordine) {
-        mnuViewSort_Click(*bottone.ordine);
-    } else if (bottone.comando != nullptr) {
-        (this->*bottone.comando)();
+    if (const Comando* comando = ComandoDelBottone(index)) {
+        Esegui(*comando);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "platform/Environment.h"
 
-#include "platform/Files.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -8,13 +8,15 @@ enum class Icon { None, Critical, Question, Exclamation, Information };
 enum class Buttons { Ok, OkCancel, YesNo, RetryCancel };
 enum class Answer { Ok, Cancel, Yes, No, Retry };
 
-/// One message for the person; lines of the text are separated by CR LF.
+/// One message to the user; lines of the text are separated by CR LF.
 struct Message {
+    static constexpr const char* UsualTitle = "Sonnel Karaoke Player";
+
     std::string text;
     Icon icon = Icon::None;
-    std::string title;
     Buttons buttons = Buttons::Ok;
     int defaultButton = 1;  ///< which button Return presses, counted from 1
+    std::string title = UsualTitle;
 };
 
 /// The door to the message boxes.

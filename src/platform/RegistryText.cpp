@@ -1,7 +1,7 @@
 #include "platform/RegistryText.h"
 
-#include "platform/LineReader.h"
 #include "platform/Text.h"
+#include "platform/files/LineReader.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Registro.h"
+#include "platform/Registry.h"
 
 #include <cstddef>
 #include <optional>
@@ -11,7 +11,7 @@
 namespace sonnel {
 
 /// The text of a settings file: its lines, with those that make keys and values understood. How it
-/// looks is told at FileRegistro.
+/// looks is told at FileRegistry.
 class RegistryText {
   public:
     struct Value {

@@ -94,7 +94,6 @@ std::string TestoSecondi(float secondi) {
 GiudizioCalibratura Giudica(float secondi) {
     GiudizioCalibratura esito;
     const float intero = std::floor(secondi);
-    const std::string titolo(TitoloMessaggi);
     for (const Fascia& fascia : Fasce) {
         if (intero < 0 || intero > fascia.fino) {
             continue;
@@ -102,9 +101,9 @@ GiudizioCalibratura Giudica(float secondi) {
         std::string testo = "Test duration: " + TestoSecondi(secondi) + " seconds.\r\n";
         testo.append(fascia.giudizio).append("\r\n\r\n").append(fascia.seguito);
         esito.beep = fascia.beep;
-        esito.messaggi.push_back({testo, fascia.icona, titolo});
+        esito.messaggi.push_back({testo, fascia.icona});
         if (&fascia == &Fasce.back()) {
-            esito.messaggi.push_back({std::string(ProgrammaInutile), Icon::Critical, titolo});
+            esito.messaggi.push_back({std::string(ProgrammaInutile), Icon::Critical});
         }
         break;
     }
@@ -131,7 +130,7 @@ bool Calibratura::Chiedi() {
                 "the best possible performance on this system.\r\n\r\n"
                 "Please close any application that may slow down your PC (e.g. DOS shells, "
                 "schedule programs and any printing), and click on OK.",
-                Icon::Exclamation, std::string(TitoloMessaggi), Buttons::OkCancel}) == Answer::Ok;
+                Icon::Exclamation, Buttons::OkCancel}) == Answer::Ok;
 }
 
 /// Seconds that drawing the test pages takes; negative across midnight.

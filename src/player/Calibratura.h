@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/EventiSistema.h"
+#include "platform/Clock.h"
 #include "platform/MsgBox.h"
-#include "platform/Orologio.h"
 #include "platform/PictureBox.h"
-#include "platform/Registro.h"
+#include "platform/Registry.h"
+#include "platform/SystemEvents.h"
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
 #include "settings/Config.h"
@@ -40,10 +40,10 @@ class Calibratura {
         PictureBox& parole;
         DisegnoParole& disegno;
         ImpaginazioneParole& impaginazione;
-        Registro& registro;
+        Registry& registro;
         MsgBox& msgBox;
-        EventiSistema& eventi;
-        const Orologio& orologio;
+        SystemEvents& eventi;
+        const Clock& orologio;
         std::function<void()> risincronizza;  ///< shows what belongs to the song's position
     };
 

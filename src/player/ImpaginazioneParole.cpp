@@ -17,7 +17,7 @@ const Message AvvisoRigheLunghe{
     "using a very small font."
     "\r\n\r\n"
     "To have a regular karaoke, please edit the LYK and avoid having too long text lines.",
-    Icon::Information, "Sonnel Karaoke"};
+    Icon::Information, Buttons::Ok, 1, "Sonnel Karaoke"};
 
 }  // namespace
 

@@ -1,8 +1,7 @@
 #include "player/Riproduzione.h"
 
-#include "library/ApriLykEsterno.h"
-#include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "platform/Paths.h"
 #include "player/FormattaTempo.h"
 #include "song/LeggiKaraoke.h"
 #include "ui/PuntatoreOccupato.h"
@@ -21,12 +20,14 @@ std::int32_t Secondi(std::int32_t millisecondi) {
 }  // namespace
 
 Riproduzione::Riproduzione(const Parti& parti)
-    : p_(parti),
-      impaginazione_(p_.config, p_.timeline, p_.parole, p_.cornice, p_.msgBox),
-      disegno_(p_.config, p_.parole, p_.cornice, impaginazione_),
-      sincronia_(p_.config, p_.timeline, disegno_) {
+    : p_(parti), sincronia_(p_.config, p_.timeline, p_.disegno) {
     p_.sequencer.onStatusUpdate = [this] { MMControl1_StatusUpdate(); };
     p_.sequencer.onDone = [this](MciNotify codice) { MMControl1_Done(codice); };
+}
+
+Riproduzione::~Riproduzione() {
+    p_.sequencer.onStatusUpdate = nullptr;
+    p_.sequencer.onDone = nullptr;
 }
 
 std::string Riproduzione::EtichettaVersione() {
@@ -38,10 +39,9 @@ bool Riproduzione::InRiproduzione() const {
     return IsPlaying(p_.sequencer.Mode());
 }
 
-void Riproduzione::FileLoad() {
-    const std::string basePath = PercorsoScelto(p_.scelta.scegli());
-    if (!basePath.empty()) {
-        if (!CaricaBrano(basePath)) {
+void Riproduzione::FileLoad(const std::optional<FileBrano>& scelta) {
+    if (scelta) {
+        if (!CaricaBrano(*scelta)) {
             return;
         }
         PreparaBrano();
@@ -53,31 +53,21 @@ void Riproduzione::FileLoad() {
     }
 }
 
-std::string Riproduzione::PercorsoScelto(const std::string& scelta) const {
-    const auto posizione = ReadInteger<std::int32_t>(scelta);
-    if (posizione > 0) {
-        const std::string nome = p_.scelta.nomeFile(posizione);
-        // A name that leads out of the directory is no song's: its files are told to be missing.
-        return p_.config.OpenDir + (IsPlainName(nome) ? nome : "");
-    }
-    return scelta.starts_with(PrefissoFile) ? scelta.substr(PrefissoFile.size()) : "";
-}
-
-bool Riproduzione::CaricaBrano(const std::string& basePath) {
+bool Riproduzione::CaricaBrano(const FileBrano& brano) {
     const MMControl::Quiet silenzio(p_.sequencer);
-    if (!FileDelBrano(basePath)) {
+    if (!FilePresenti(brano)) {
         return false;
     }
     const PuntatoreOccupato occupato(p_.eventi, Pointer::Normal);
     p_.sequencer.Command(MciCommand::Close);
     p_.vista.Titolo(EtichettaVersione());
-    if (!LeggiParole(basePath)) {
+    if (!LeggiParole(brano)) {
         return false;
     }
-    if (const auto errore = ApriSequencer(basePath)) {
-        p_.msgBox.Show({"Can't open " + basePath + ".mid (err." + std::to_string(errore->number) +
+    if (const auto errore = ApriSequencer(brano)) {
+        p_.msgBox.Show({"Can't open " + brano.base + ".mid (err." + std::to_string(errore->number) +
                             " - " + errore->text + ")",
-                        Icon::Critical, std::string(TitoloMessaggi)});
+                        Icon::Critical});
         AbilitaFunzioni();
         return false;
     }
@@ -86,31 +76,29 @@ bool Riproduzione::CaricaBrano(const std::string& basePath) {
     return true;
 }
 
-bool Riproduzione::FileDelBrano(const std::string& basePath) {
-    const char* mancante = nullptr;
-    if (!FindFile(PathFromUtf8(basePath + ".LYK"))) {
-        mancante = "Can't load the selected song: LYK file is missing!";
-    } else if (!FindFile(PathFromUtf8(basePath + ".MID"))) {
-        mancante = "Can't load the selected song: MID file missing!";
-    } else {
+bool Riproduzione::FilePresenti(const FileBrano& brano) {
+    if (brano.lyk && brano.mid) {
         return true;
     }
-    p_.msgBox.Show({mancante + std::string("\r\n"
-                                           "To properly load a Karaoke file you need to put the "
-                                           "LYK and MID file in the same directory."),
-                    Icon::Exclamation, std::string(TitoloMessaggi)});
+    const std::string mancante = !brano.lyk ? "Can't load the selected song: LYK file is missing!"
+                                            : "Can't load the selected song: MID file missing!";
+    p_.msgBox.Show({mancante +
+                        "\r\nTo properly load a Karaoke file you need to put the LYK and MID file "
+                        "in the same directory.",
+                    Icon::Exclamation});
     p_.eventi.SetPointer(Pointer::Normal);
     return false;
 }
 
-bool Riproduzione::LeggiParole(const std::string& basePath) {
-    const ComandiLettura comandi{[this] { p_.vista.Disabilita(VistaKaraoke::Comando::VisInfo); },
-                                 [this] { AbilitaFunzioni(); }};
-    return LeggiKaraoke(basePath, p_.timeline, p_.informazioni, p_.msgBox, comandi);
+bool Riproduzione::LeggiParole(const FileBrano& brano) {
+    p_.vista.Disabilita(&StatoComandi::VisInfo);
+    const bool letto = LeggiKaraoke(brano, p_.timeline, p_.informazioni, p_.msgBox);
+    AbilitaFunzioni();
+    return letto;
 }
 
-std::optional<Error> Riproduzione::ApriSequencer(const std::string& basePath) {
-    p_.sequencer.SetFileName(basePath + ".MID");
+std::optional<Error> Riproduzione::ApriSequencer(const FileBrano& brano) {
+    p_.sequencer.SetFileName(Utf8FromPath(*brano.mid));
     if (auto errore = p_.sequencer.Command(MciCommand::Open)) {
         return errore;
     }
@@ -123,20 +111,20 @@ void Riproduzione::PreparaBrano() {
     const std::int32_t durata = Secondi(p_.sequencer.Length());
     p_.vista.Durata(durata, FormattaTempo(durata));
     p_.vista.Cursore(0);
-    disegno_.Pulisci();
-    impaginazione_.FontAutomatico();
+    p_.disegno.Pulisci();
+    p_.impaginazione.FontAutomatico();
     RisincronizzaParole();
 }
 
 void Riproduzione::Riadatta() {
     if (!p_.sequencer.FileName().empty()) {
-        (void)impaginazione_.AdattaFont();
+        (void)p_.impaginazione.AdattaFont();
         RisincronizzaParole();
     }
 }
 
 void Riproduzione::ApplicaConfig() {
-    impaginazione_.ApplicaConfig();
+    p_.impaginazione.ApplicaConfig();
     AbilitaFunzioni();
 }
 
@@ -170,7 +158,7 @@ void Riproduzione::SoundStop() {
     p_.vista.Cursore(0);
     p_.vista.Posizione(FormattaTempo(0));
     RisincronizzaParole();
-    p_.vista.Disabilita(VistaKaraoke::Comando::SoundStop);
+    p_.vista.Disabilita(&StatoComandi::SoundStop);
 }
 
 void Riproduzione::ParoleClick() {

@@ -1,29 +1,21 @@
 #pragma once
 
-#include "platform/EventiSistema.h"
 #include "platform/MsgBox.h"
+#include "platform/SystemEvents.h"
 #include "platform/midi/MMControl.h"
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
 #include "player/SincroniaParole.h"
 #include "player/VistaKaraoke.h"
 #include "settings/Config.h"
+#include "song/FileBrano.h"
 #include "song/InformazioniBrano.h"
 #include "song/Timeline.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 
 namespace sonnel {
-
-/// What the Open command needs of the song selection.
-struct SceltaBrano {
-    /// Lets the user choose; "" for nothing, a position of the song table, or "F=" and a path.
-    std::function<std::string()> scegli;
-    /// File name of the song at a position of the table, without directory and extension.
-    std::function<std::string(std::int32_t posizione)> nomeFile;
-};
 
 /// Loads songs, drives the sequencer and makes the lyrics and the position controls follow it.
 class Riproduzione {
@@ -34,17 +26,20 @@ class Riproduzione {
         Timeline& timeline;
         InformazioniBrano& informazioni;
         MMControl& sequencer;
-        PictureBox& parole;
-        CorniceParole& cornice;
+        ImpaginazioneParole& impaginazione;
+        DisegnoParole& disegno;
         VistaKaraoke& vista;
         MsgBox& msgBox;
-        EventiSistema& eventi;
-        const SceltaBrano& scelta;
+        SystemEvents& eventi;
     };
 
     explicit Riproduzione(const Parti& parti);
+    ~Riproduzione();
+    Riproduzione(const Riproduzione&) = delete;
+    Riproduzione& operator=(const Riproduzione&) = delete;
 
-    void FileLoad();
+    /// The Open command, after the user has chosen a song or, with none, has cancelled.
+    void FileLoad(const std::optional<FileBrano>& scelta);
     void SoundPlay();
     void SoundPause();
     void SoundStop();
@@ -57,9 +52,8 @@ class Riproduzione {
     /// Every 500 ms while playing.
     void AggiornaCursore();
 
-    /// Loads the song of this base path (without extension) into timeline and sequencer; false when
-    /// a message box has told why not.
-    bool CaricaBrano(const std::string& basePath);
+    /// Loads a song into timeline and sequencer; false when a message box has told why not.
+    bool CaricaBrano(const FileBrano& brano);
     /// Sets up position controls, font and lyrics for the song just loaded.
     void PreparaBrano();
     /// Fits font and lyrics of the loaded song to the area's new width, without a warning.
@@ -68,26 +62,19 @@ class Riproduzione {
     void ApplicaConfig();
     void RisincronizzaParole();
     void AbilitaFunzioni();
-    void Ridisponi() { disegno_.Ridisponi(); }
-    /// The lyrics display, for the calibration.
-    [[nodiscard]] DisegnoParole& Disegno() { return disegno_; }
-    [[nodiscard]] ImpaginazioneParole& Impaginazione() { return impaginazione_; }
 
     /// Window title of the program, its version included.
     [[nodiscard]] static std::string EtichettaVersione();
 
   private:
     [[nodiscard]] bool InRiproduzione() const;
-    [[nodiscard]] std::string PercorsoScelto(const std::string& scelta) const;
-    [[nodiscard]] bool FileDelBrano(const std::string& basePath);
-    [[nodiscard]] bool LeggiParole(const std::string& basePath);
-    [[nodiscard]] std::optional<Error> ApriSequencer(const std::string& basePath);
+    [[nodiscard]] bool FilePresenti(const FileBrano& brano);
+    [[nodiscard]] bool LeggiParole(const FileBrano& brano);
+    [[nodiscard]] std::optional<Error> ApriSequencer(const FileBrano& brano);
     void MMControl1_StatusUpdate();
     void MMControl1_Done(MciNotify codice);
 
     Parti p_;
-    ImpaginazioneParole impaginazione_;
-    DisegnoParole disegno_;
     SincroniaParole sincronia_;
 };
 

@@ -22,8 +22,7 @@ class VistaKaraoke {
     virtual void PrimaImmagineLogo() = 0;
     virtual void Comandi(const StatoComandi& stato) = 0;
     /// Puts a single command out of use until the next Comandi.
-    enum class Comando { VisInfo, SoundStop };
-    virtual void Disabilita(Comando comando) = 0;
+    virtual void Disabilita(bool StatoComandi::*comando) = 0;
 };
 
 }  // namespace sonnel

@@ -1,6 +1,6 @@
 #include "settings/Impostazioni.h"
 
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "settings/TestoNumero.h"
 #include "settings/basRegistry.h"
 #include "ui/basCommon.h"
@@ -25,7 +25,7 @@ std::string PercorsoSezione(std::string_view sezione) {
 /// The settings of one section. Defaults go through the same conversion as what is stored.
 class Sezione {
   public:
-    Sezione(Registro& registro, std::string_view nome) : registro_(registro), nome_(nome) {}
+    Sezione(Registry& registro, std::string_view nome) : registro_(registro), nome_(nome) {}
 
     std::string Testo(std::string_view chiave, std::string_view predefinito) {
         return LeggiImpostazione(registro_, nome_, chiave, predefinito);
@@ -49,7 +49,7 @@ class Sezione {
     }
 
   private:
-    Registro& registro_;
+    Registry& registro_;
     std::string_view nome_;
 };
 
@@ -64,7 +64,7 @@ void CreaDirectory(const std::string& percorso) {
 
 }  // namespace
 
-std::string LeggiImpostazione(Registro& registro, std::string_view sezione, std::string_view chiave,
+std::string LeggiImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave,
                               std::string_view predefinito) {
     const ValoreRegistro valore = LeggiChiave(registro, Radice, PercorsoSezione(sezione), chiave);
     if (const auto* const numero = std::get_if<std::int32_t>(&valore)) {
@@ -78,13 +78,13 @@ std::string LeggiImpostazione(Registro& registro, std::string_view sezione, std:
     return testo;
 }
 
-void SalvaImpostazione(Registro& registro, std::string_view sezione, std::string_view chiave,
+void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave,
                        std::string_view valore) {
     ScriviChiave(registro, Radice, PercorsoSezione(sezione), chiave, std::string(valore),
                  RegistryType::String);
 }
 
-Config CaricaConfig(Registro& registro, int larghezzaSchermo, std::string_view openDirPredefinita) {
+Config CaricaConfig(Registry& registro, int larghezzaSchermo, std::string_view openDirPredefinita) {
     Config config;
     Sezione colori(registro, "Colori");
     config.ColoreTesto = colori.Numero("Testo", config.ColoreTesto);

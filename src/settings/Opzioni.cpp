@@ -1,11 +1,10 @@
 #include "settings/Opzioni.h"
 
-#include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "platform/Paths.h"
 #include "platform/Text.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
-#include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
 #include <string_view>
@@ -20,11 +19,10 @@ constexpr int DimensioneMassima = 64;
 bool ChiediNuovoIndice(MsgBox& msgBox, const std::string& openDir) {
     constexpr int No = 2;
     return msgBox.Show({"Karaoke index does not exists in " + openDir + "\r\nCreate a new index?",
-                        Icon::Exclamation, std::string(TitoloMessaggi), Buttons::YesNo, No}) ==
-           Answer::Yes;
+                        Icon::Exclamation, Buttons::YesNo, No}) == Answer::Yes;
 }
 
-void SalvaOpzioni(Registro& registro, const Config& config) {
+void SalvaOpzioni(Registry& registro, const Config& config) {
     const auto salva = [&registro](const char* sezione, const char* chiave,
                                    const std::string& valore) {
         SalvaImpostazione(registro, sezione, chiave, valore);
@@ -65,8 +63,7 @@ bool ConfermaOpzioni(const PartiOpzioni& parti, Config copia) {
         parti.creaIndice();
         parti.aggiornaIndice();
         // Where nothing could be written, loading tells next that there is no index.
-        parti.msgBox.Show(
-            {"Index creation completed.", Icon::Information, std::string(TitoloMessaggi)});
+        parti.msgBox.Show({"Index creation completed.", Icon::Information});
     }
     parti.caricaIndice();
     parti.scaricaSelezione();

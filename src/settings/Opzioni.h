@@ -2,7 +2,7 @@
 
 #include "platform/MsgBox.h"
 #include "platform/PictureBox.h"
-#include "platform/Registro.h"
+#include "platform/Registry.h"
 #include "settings/Config.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace sonnel {
 /// What confirmed options change in the rest of the player.
 struct PartiOpzioni {
     Config& config;
-    Registro& registro;
+    Registry& registro;
     MsgBox& msgBox;
     /// Whether there is an index in a karaoke directory. The other functions take the directory
     /// from `config`.

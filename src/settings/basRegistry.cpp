@@ -39,7 +39,7 @@ std::optional<std::int32_t> ComeNumero(const ValoreRegistro& valore) {
 }
 
 /// Stores a value under an open key; what does not convert to the type is not stored.
-void ScriviValore(Registro& registro, RegistryKey chiave, std::string_view nome, RegistryType tipo,
+void ScriviValore(Registry& registro, RegistryKey chiave, std::string_view nome, RegistryType tipo,
                   const ValoreRegistro& valore) {
     if (tipo == RegistryType::String) {
         registro.SetValue(chiave, nome, tipo, ComeTesto(valore));
@@ -49,7 +49,7 @@ void ScriviValore(Registro& registro, RegistryKey chiave, std::string_view nome,
 }
 
 /// A value of an open key; nothing when it cannot be read or is neither a text nor a 32-bit number.
-std::optional<ValoreRegistro> LeggiValore(Registro& registro, RegistryKey chiave,
+std::optional<ValoreRegistro> LeggiValore(Registry& registro, RegistryKey chiave,
                                           std::string_view nome) {
     RegistryType tipo{};
     std::string dati;
@@ -67,7 +67,7 @@ std::optional<ValoreRegistro> LeggiValore(Registro& registro, RegistryKey chiave
 
 }  // namespace
 
-bool CreaChiave(Registro& registro, RegistryRoot radice, std::string_view percorso) {
+bool CreaChiave(Registry& registro, RegistryRoot radice, std::string_view percorso) {
     RegistryKey chiave = 0;
     if (registro.CreateKey(radice, percorso, chiave) != 0) {
         return false;
@@ -76,7 +76,7 @@ bool CreaChiave(Registro& registro, RegistryRoot radice, std::string_view percor
     return true;
 }
 
-void ScriviChiave(Registro& registro, RegistryRoot radice, std::string_view percorso,
+void ScriviChiave(Registry& registro, RegistryRoot radice, std::string_view percorso,
                   std::string_view nome, const ValoreRegistro& valore, RegistryType tipo) {
     RegistryKey chiave = 0;
     if (registro.OpenKey(radice, percorso, chiave) != 0 &&
@@ -88,7 +88,7 @@ void ScriviChiave(Registro& registro, RegistryRoot radice, std::string_view perc
     registro.CloseKey(chiave);
 }
 
-ValoreRegistro LeggiChiave(Registro& registro, RegistryRoot radice, std::string_view percorso,
+ValoreRegistro LeggiChiave(Registry& registro, RegistryRoot radice, std::string_view percorso,
                            std::string_view nome) {
     std::optional<ValoreRegistro> valore;
     RegistryKey chiave = 0;

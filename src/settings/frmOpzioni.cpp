@@ -1,7 +1,7 @@
 #include "settings/frmOpzioni.h"
 
-#include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "platform/Paths.h"
 #include "settings/TestoNumero.h"
 #include "ui/basCommon.h"
 
@@ -196,7 +196,7 @@ void frmOpzioni::Form_Load() {
     Parole.installEventFilter(this);
 
     adjustSize();
-    const Schermo& schermo = parti_.schermo;
+    const Screen& schermo = parti_.schermo;
     const double twips = schermo.TwipsPerPixel();
     const Posizione posto =
         CentraForm(static_cast<float>(schermo.Width()), static_cast<float>(schermo.Height()),

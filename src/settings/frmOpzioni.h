@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/CommonDialog.h"
-#include "platform/Schermo.h"
+#include "platform/Screen.h"
 #include "platform/qt/QtPictureBox.h"
 #include "settings/Opzioni.h"
 
@@ -20,7 +20,7 @@ class frmOpzioni : public QDialog {
     struct Parti {
         PartiOpzioni opzioni;
         CommonDialog& CMDialog1;
-        const Schermo& schermo;
+        const Screen& schermo;
     };
     explicit frmOpzioni(const Parti& parti, QWidget* parent = nullptr);
 

@@ -1,9 +1,9 @@
 #include "song/LeggiIntestazione.h"
 
-#include "platform/Files.h"
-#include "platform/LineReader.h"
 #include "platform/SystemError.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/files/LineReader.h"
 
 #include <cerrno>
 #include <cstddef>

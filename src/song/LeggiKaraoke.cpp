@@ -1,9 +1,9 @@
 #include "song/LeggiKaraoke.h"
 
-#include "platform/Files.h"
-#include "platform/LineReader.h"
 #include "platform/Numbers.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/files/LineReader.h"
 #include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
@@ -15,10 +15,10 @@ namespace sonnel {
 namespace {
 
 constexpr std::string_view SeparatoreRighe = "$E";
-constexpr std::string_view Estensione = ".LYK";
 
-void Avvisa(MsgBox& msgBox, std::string testo, Icon icona, std::string_view titolo) {
-    msgBox.Show({.text = std::move(testo), .icon = icona, .title = std::string(titolo)});
+/// A file that cannot be read is reported under the application's own title.
+void AvvisaErrore(MsgBox& msgBox, std::string testo) {
+    msgBox.Show({.text = std::move(testo), .title = std::string(TitoloProgramma)});
 }
 
 /// One reading of a song's lines.
@@ -122,11 +122,11 @@ void Lettura::ImpaginaTesto(std::string& testo) {
     testo.resize(PostoFineRiga(testo, MassimoRighe));
     TogliInFondo(testo, FineRiga);
     if (!std::exchange(avvisato_, true)) {
-        Avvisa(msgBox_,
-               "This Karaoke contains some pages with more than 4 text lines!\r\n\r\n"
-               "The song words may result incomplete: please edit the LYK file to correct this "
-               "problem.",
-               Icon::Exclamation, TitoloMessaggi);
+        msgBox_.Show(
+            {"This Karaoke contains some pages with more than 4 text lines!\r\n\r\n"
+             "The song words may result incomplete: please edit the LYK file to correct "
+             "this problem.",
+             Icon::Exclamation});
     }
 }
 
@@ -142,45 +142,6 @@ void Lettura::Concludi() {
     }
 }
 
-/// The file to read: a song's file in any letter case, else whatever stands in its place.
-std::optional<std::filesystem::path> CercaFile(const std::string& percorso) {
-    std::filesystem::path atteso = PathFromUtf8(percorso);
-    if (auto trovato = FindFile(atteso)) {
-        return trovato;
-    }
-    std::error_code errore;
-    for (const char* estensione : {".LYK", ".lyk"}) {
-        atteso.replace_extension(estensione);
-        if (std::filesystem::exists(atteso, errore)) {
-            return atteso;
-        }
-    }
-    return std::nullopt;
-}
-
-bool LeggiFile(const std::string& percorso, Timeline& timeline, InformazioniBrano& informazioni,
-               MsgBox& msgBox) {
-    const auto trovato = CercaFile(percorso);
-    if (!trovato) {
-        Avvisa(msgBox, "Can't find or open the Karaoke file (" + percorso + ") for this song!!!",
-               Icon::Critical, TitoloMessaggi);
-        return false;
-    }
-    Result<FileReader> file = FileReader::Open(*trovato);
-    if (!file) {
-        Avvisa(msgBox, "Error opening " + percorso + "!", Icon::None, TitoloProgramma);
-        return false;
-    }
-    std::string contenuto;
-    const bool intero = !file->ReadAll(contenuto);
-    const EsitoLettura esito =
-        LeggiRighe(DecodeFileText(contenuto), intero, timeline, informazioni, msgBox);
-    if (esito == EsitoLettura::Incompleta) {
-        Avvisa(msgBox, "Error reading " + percorso + "!", Icon::None, TitoloProgramma);
-    }
-    return esito == EsitoLettura::Completa;
-}
-
 }  // namespace
 
 EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
@@ -193,8 +154,7 @@ EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
     }
     LineReader righe(testo);
     if (!righe.Next().value_or("").starts_with(MagicoLyk)) {
-        Avvisa(msgBox, "That's not a " + std::string(MagicoLyk) + " file!", Icon::Critical,
-               TitoloMessaggi);
+        msgBox.Show({"That's not a " + std::string(MagicoLyk) + " file!", Icon::Critical});
         return EsitoLettura::NonCantabelle;
     }
     Lettura lettura(timeline, informazioni, msgBox);
@@ -210,15 +170,29 @@ EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
     return EsitoLettura::Completa;
 }
 
-bool LeggiKaraoke(const std::string& basePath, Timeline& timeline, InformazioniBrano& informazioni,
-                  MsgBox& msgBox, const ComandiLettura& comandi) {
+bool LeggiKaraoke(const FileBrano& brano, Timeline& timeline, InformazioniBrano& informazioni,
+                  MsgBox& msgBox) {
     timeline.Azzera();
     informazioni = {};
-    comandi.disabilitaInfo();
-    const bool letto =
-        LeggiFile(basePath + std::string(Estensione), timeline, informazioni, msgBox);
-    comandi.abilitaFunzioni();
-    return letto;
+    const std::string nome = brano.base + ".LYK";
+    if (!brano.lyk) {
+        msgBox.Show({"Can't find or open the Karaoke file (" + nome + ") for this song!!!",
+                     Icon::Critical});
+        return false;
+    }
+    Result<FileReader> file = FileReader::Open(*brano.lyk);
+    if (!file) {
+        AvvisaErrore(msgBox, "Error opening " + nome + "!");
+        return false;
+    }
+    std::string contenuto;
+    const bool intero = !file->ReadAll(contenuto);
+    const EsitoLettura esito =
+        LeggiRighe(DecodeFileText(contenuto), intero, timeline, informazioni, msgBox);
+    if (esito == EsitoLettura::Incompleta) {
+        AvvisaErrore(msgBox, "Error reading " + nome + "!");
+    }
+    return esito == EsitoLettura::Completa;
 }
 
 }  // namespace sonnel

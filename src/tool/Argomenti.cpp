@@ -1,7 +1,7 @@
 #include "tool/Argomenti.h"
 
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 
 #include <exception>
 #include <new>
@@ -41,11 +41,7 @@ std::filesystem::path FileNominato(const std::string& file) {
 }
 
 Result<SmfFile> LeggiMidi(const std::filesystem::path& file) {
-    Result<std::string> byte = ReadFile(file);
-    if (!byte) {
-        return ReadError(file, byte.error().number);
-    }
-    Result<SmfFile> letto = ReadSmf(std::move(*byte));
+    Result<SmfFile> letto = ReadSmfFile(file);
     if (!letto) {
         return Error{letto.error().number,
                      WithReason("Can't read the file " + Utf8FromPath(file), letto.error().text)};

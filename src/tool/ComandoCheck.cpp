@@ -1,6 +1,7 @@
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 #include "platform/midi/Sequence.h"
+#include "song/FileBrano.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "tool/Controllo.h"
@@ -13,24 +14,23 @@ namespace {
 
 /// How long the music beside a song's words lasts, in ms; nothing, and a finding, when it is not to
 /// be had. Damage that the player gets over is told in `messaggi` only.
-std::optional<std::int32_t> Durata(const std::string& base, std::vector<Rilievo>& rilievi,
+std::optional<std::int32_t> Durata(const FileBrano& brano, std::vector<Rilievo>& rilievi,
                                    std::vector<std::string>& messaggi) {
-    const auto musica = FindFile(PathFromUtf8(base + ".MID"));
-    if (!musica) {
+    if (!brano.mid) {
         rilievi.push_back({0,
                            "there is no MID file beside it: the player does not play the song; put "
                            "its music there under the name " +
-                               Utf8FromPath(PathFromUtf8(base + ".mid").filename())});
+                               Utf8FromPath(PathFromUtf8(brano.base + ".mid").filename())});
         return std::nullopt;
     }
-    const Result<SmfFile> letto = LeggiMidi(*musica);
+    const Result<SmfFile> letto = LeggiMidi(*brano.mid);
     if (!letto) {
         std::string cosa = WithReason("the player does not play the song", letto.error().text);
         cosa.pop_back();  // findings end without a point
         rilievi.push_back({0, std::move(cosa)});
         return std::nullopt;
     }
-    AvvisaSeDanneggiato(Utf8FromPath(*musica), *letto, messaggi);
+    AvvisaSeDanneggiato(Utf8FromPath(*brano.mid), *letto, messaggi);
     return LengthMs(*letto);
 }
 
@@ -62,7 +62,8 @@ Resoconto ComandoCheck(const std::string& file) {
         resoconto.messaggi.push_back(*rifiuto);
     } else if (const Result<std::string> byte = ReadFile(FileNominato(file))) {
         letto = true;
-        const auto durata = Durata(SenzaEstensione(file, {".lyk"}), rilievi, resoconto.messaggi);
+        const auto durata =
+            Durata(TrovaFileBrano(SenzaEstensione(file, {".lyk"})), rilievi, resoconto.messaggi);
         for (Rilievo& rilievo : ControllaTesto(DecodeFileText(*byte), durata)) {
             rilievi.push_back(std::move(rilievo));
         }

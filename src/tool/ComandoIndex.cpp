@@ -1,9 +1,9 @@
 #include "library/AggiornaIndice.h"
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
-#include "platform/EventiSistema.h"
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/SystemError.h"
+#include "platform/SystemEvents.h"
 #include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "tool/LetturaBrano.h"
@@ -20,7 +20,7 @@ namespace sonnel {
 namespace {
 
 /// There are no window events; each time they could run, one more file is done.
-class Contatore : public EventiSistema {
+class Contatore : public SystemEvents {
   public:
     explicit Contatore(Uscite& uscite) : uscite_(uscite) {}
     void RunPending() override {

@@ -1,4 +1,4 @@
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/midi/Sequence.h"
 #include "platform/midi/SmfReader.h"
 #include "tool/Argomenti.h"

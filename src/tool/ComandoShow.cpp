@@ -84,8 +84,8 @@ Resoconto ComandoShow(const std::string& file) {
     if (const auto rifiuto = RifiutoNome(file)) {
         resoconto.messaggi = {*rifiuto};
     } else {
-        letto = LeggiParole(file, SenzaEstensione(file, {".lyk"}), timeline, informazioni, msgBox,
-                            resoconto.messaggi);
+        letto = LeggiParole(file, TrovaFileBrano(SenzaEstensione(file, {".lyk"})), timeline,
+                            informazioni, msgBox, resoconto.messaggi);
     }
     resoconto.json = {{"file", file},
                       {"ok", letto},

@@ -1,4 +1,4 @@
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 #include "platform/midi/Sequence.h"
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
@@ -136,14 +136,13 @@ std::optional<std::int32_t> Carica(const std::string& brano, Timeline& timeline,
         messaggi.push_back(std::move(*rifiuto));
         return std::nullopt;
     }
-    const std::string base = SenzaEstensione(brano, {".lyk", ".mid"});
+    const FileBrano file = TrovaFileBrano(SenzaEstensione(brano, {".lyk", ".mid"}));
     InformazioniBrano informazioni;
     MessaggiRaccolti msgBox;
-    if (!LeggiParole(brano, base, timeline, informazioni, msgBox, messaggi)) {
+    if (!LeggiParole(brano, file, timeline, informazioni, msgBox, messaggi)) {
         return std::nullopt;
     }
-    const std::filesystem::path mid =
-        FindFile(PathFromUtf8(base + ".MID")).value_or(PathFromUtf8(base + ".mid"));
+    const std::filesystem::path mid = file.mid.value_or(PathFromUtf8(file.base + ".mid"));
     const Result<SmfFile> musica = LeggiMidi(mid);
     if (!musica) {
         messaggi.push_back(musica.error().text);

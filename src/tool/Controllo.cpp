@@ -1,7 +1,7 @@
 #include "tool/Controllo.h"
 
-#include "platform/LineReader.h"
 #include "platform/Text.h"
+#include "platform/files/LineReader.h"
 #include "player/SincroniaParole.h"
 #include "song/LeggiKaraoke.h"
 #include "tool/LetturaBrano.h"

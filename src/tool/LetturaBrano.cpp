@@ -1,5 +1,6 @@
 #include "tool/LetturaBrano.h"
 
+#include "platform/Paths.h"
 #include "song/LeggiKaraoke.h"
 #include "tool/Argomenti.h"
 
@@ -18,11 +19,12 @@ std::vector<std::string> MessaggiRaccolti::Frasi(std::string_view file) const {
     return frasi;
 }
 
-bool LeggiParole(std::string_view file, const std::string& base, Timeline& timeline,
+bool LeggiParole(std::string_view file, const FileBrano& brano, Timeline& timeline,
                  InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
                  std::vector<std::string>& messaggi) {
-    const bool letto = LeggiKaraoke(base, timeline, informazioni, msgBox, {[] {}, [] {}});
-    auto chiuso = letto ? std::nullopt : Illeggibile(FileNominato(base + ".lyk"));
+    const bool letto = LeggiKaraoke(brano, timeline, informazioni, msgBox);
+    auto chiuso =
+        letto ? std::nullopt : Illeggibile(brano.lyk.value_or(PathFromUtf8(brano.base + ".lyk")));
     messaggi = chiuso ? std::vector{std::move(*chiuso)} : msgBox.Frasi(file);
     return letto;
 }

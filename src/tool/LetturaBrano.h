@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MsgBox.h"
+#include "song/FileBrano.h"
 #include "song/InformazioniBrano.h"
 #include "song/Timeline.h"
 
@@ -23,10 +24,9 @@ class MessaggiRaccolti : public MsgBox {
     std::vector<Message> messaggi;
 };
 
-/// Reads the words of a song as the player does, from base + ".lyk". Returns whether all of them
-/// were read; what people should know goes into `messaggi`: why the file cannot be opened, else
-/// what the player says.
-[[nodiscard]] bool LeggiParole(std::string_view file, const std::string& base, Timeline& timeline,
+/// Reads the words of a song as the player does. Returns whether all of them were read; what people
+/// should know goes into `messaggi`: why the file cannot be opened, else what the player says.
+[[nodiscard]] bool LeggiParole(std::string_view file, const FileBrano& brano, Timeline& timeline,
                                InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
                                std::vector<std::string>& messaggi);
 

@@ -1,7 +1,7 @@
 #include "tool/PianoConversione.h"
 
-#include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/files/Files.h"
 #include "tool/Argomenti.h"
 
 #include <optional>

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "platform/EventiSistema.h"
+#include "platform/SystemEvents.h"
 
 namespace sonnel {
 
 /// The busy pointer while it lives; then the pointer that was shown before, or the one asked for.
 class PuntatoreOccupato {
   public:
-    explicit PuntatoreOccupato(EventiSistema& eventi)
+    explicit PuntatoreOccupato(SystemEvents& eventi)
         : eventi_(&eventi), dopo_(eventi.SetPointer(Pointer::Busy)) {}
-    PuntatoreOccupato(EventiSistema& eventi, Pointer dopo) : eventi_(&eventi), dopo_(dopo) {
+    PuntatoreOccupato(SystemEvents& eventi, Pointer dopo) : eventi_(&eventi), dopo_(dopo) {
         eventi.SetPointer(Pointer::Busy);
     }
     PuntatoreOccupato(const PuntatoreOccupato&) = delete;
@@ -25,7 +25,7 @@ class PuntatoreOccupato {
     }
 
   private:
-    EventiSistema* eventi_;
+    SystemEvents* eventi_;
     Pointer dopo_;
 };
 

@@ -4,8 +4,6 @@
 
 namespace sonnel {
 
-/// Title of the message boxes.
-inline constexpr std::string_view TitoloMessaggi = "Sonnel Karaoke Player";
 /// Title of the application.
 inline constexpr std::string_view TitoloProgramma = "Sonnel Player 98";
 

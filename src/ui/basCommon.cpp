@@ -13,7 +13,7 @@ Posizione CentraForm(float larghezzaSchermo, float altezzaSchermo, float larghez
     return {(larghezzaSchermo - larghezzaFinestra) / 2, (altezzaSchermo - altezzaFinestra) / 2};
 }
 
-void Attendi(std::int16_t secondi, const Orologio& orologio, EventiSistema& eventi) {
+void Attendi(std::int16_t secondi, const Clock& orologio, SystemEvents& eventi) {
     using std::chrono::milliseconds;
     using Secondi = std::chrono::duration<double>;
     // The time of day only says where the whole second begins: it falls back at midnight and when

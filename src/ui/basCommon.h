@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/EventiSistema.h"
-#include "platform/Orologio.h"
+#include "platform/Clock.h"
+#include "platform/SystemEvents.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -23,7 +23,7 @@ struct Posizione {
 
 /// Waits `secondi` seconds (half a second more or less, for the start is taken to the whole second)
 /// while pending window events run. A wait across midnight ends too.
-void Attendi(std::int16_t secondi, const Orologio& orologio, EventiSistema& eventi);
+void Attendi(std::int16_t secondi, const Clock& orologio, SystemEvents& eventi);
 
 /// Replaces every occurrence of `cerca`, left to right, never searching the inserted text again.
 /// Returns the number of replacements (at most 32,767 are told); an empty `cerca` changes nothing.

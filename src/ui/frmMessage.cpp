@@ -1,9 +1,9 @@
 #include "ui/frmMessage.h"
 
+#include "platform/MsgBox.h"
 #include "platform/Numbers.h"
 #include "platform/qt/PaintNow.h"
 #include "platform/qt/WindowInUse.h"
-#include "ui/Titoli.h"
 #include "ui/basCommon.h"
 
 #include <QVBoxLayout>
@@ -19,10 +19,10 @@ constexpr int MargineTesto = 16;  // pixels
 
 }  // namespace
 
-frmMessage::frmMessage(const Schermo& schermo)
+frmMessage::frmMessage(const Screen& schermo)
     : schermo_(schermo), pnlMessage(new QLabel(this)), cmdCancel(new QPushButton("Cancel", this)) {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-    setWindowTitle(QString::fromUtf8(TitoloMessaggi.data(), TitoloMessaggi.size()));
+    setWindowTitle(Message::UsualTitle);
     QFont font = pnlMessage->font();
     font.setFamily("MS Sans Serif");
     pnlMessage->setFont(font);

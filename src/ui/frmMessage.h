@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Schermo.h"
+#include "platform/Screen.h"
 #include "ui/basMessage.h"
 
 #include <QDialog>
@@ -13,7 +13,7 @@ namespace sonnel {
 /// returns, and lies over the window that is in use then.
 class frmMessage final : public QDialog, public FinestraMessaggio {
   public:
-    explicit frmMessage(const Schermo& schermo);
+    explicit frmMessage(const Screen& schermo);
 
     void MostraMessaggio(const std::string& testo, bool mostraAnnulla) override;
     void ChiudiMessaggio() override;
@@ -27,7 +27,7 @@ class frmMessage final : public QDialog, public FinestraMessaggio {
     void Carica();
     void Centra(int altezza);
 
-    const Schermo& schermo_;
+    const Screen& schermo_;
     QLabel* pnlMessage;
     QPushButton* cmdCancel;
     bool annullato_ = false;

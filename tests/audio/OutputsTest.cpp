@@ -1,7 +1,7 @@
 #include "fakes/TempDirectory.h"
 #include "fakes/TracedProcess.h"
-#include "platform/audio/UscitaPredefinita.h"
-#include "platform/audio/UscitaWav.h"
+#include "platform/audio/DefaultOutput.h"
+#include "platform/audio/WavOutput.h"
 
 #include <atomic>
 #include <chrono>
@@ -65,7 +65,7 @@ TEST(WithoutDevice, SongsGoOnAtTheClockAndTheFileHoldsExactlyWhatWasAskedFor) {
     const auto wav = folder / "song.wav";
     for (const AudioDriver& driver : {AudioDriver{AudioDriver::Kind::Silence, ""},
                                       AudioDriver{AudioDriver::Kind::File, wav.string()}}) {
-        UscitaPredefinita output(driver);
+        DefaultOutput output(driver);
         Ramp source;
         for (int song = 0; song < 2; ++song) {  // the second goes on in the same file
             const std::int64_t before = source.asked;
@@ -124,7 +124,7 @@ TEST(WavFile, TellsThatItCannotBeWritten) {
 }
 
 /// A device worked by hand.
-class ManualDevice : public UscitaDispositivo {
+class ManualDevice : public DeviceOutput {
   public:
     int SampleRate() override { return 48000; }
     std::optional<Error> Start(SoundSource& source) override {
@@ -154,8 +154,8 @@ class ManualDevice : public UscitaDispositivo {
 
 class Device : public testing::Test {
   protected:
-    UscitaPredefinita Output(const std::string& system = "") {
-        return UscitaPredefinita(
+    DefaultOutput Output(const std::string& system = "") {
+        return DefaultOutput(
             {AudioDriver::Kind::Device, system},
             [this](const std::string&) { return std::move(made_); },
             [this](const std::string& sentence) { said_.push_back(sentence); });
@@ -167,7 +167,7 @@ class Device : public testing::Test {
 };
 
 TEST_F(Device, ThatIsLostIsReplacedAndTheCountGoesOn) {
-    UscitaPredefinita output = Output();
+    DefaultOutput output = Output();
     ASSERT_FALSE(output.Start(source_));
     device_.Ask(1000);
     device_.heard = 800;
@@ -194,7 +194,7 @@ TEST_F(Device, ThatIsLostIsReplacedAndTheCountGoesOn) {
 
 TEST_F(Device, ThatWasNeverThereIsToldOfOnce) {
     device_.present = false;
-    UscitaPredefinita output = Output();
+    DefaultOutput output = Output();
     for (int song = 0; song < 2; ++song) {
         ASSERT_FALSE(output.Start(source_));
         ASSERT_TRUE(source_.WaitFor(source_.asked + 500));
@@ -205,7 +205,7 @@ TEST_F(Device, ThatWasNeverThereIsToldOfOnce) {
 }
 
 TEST_F(Device, OfAnUnknownSoundSystemIsNamed) {
-    UscitaPredefinita output = Output("jakc");
+    DefaultOutput output = Output("jakc");
     ASSERT_FALSE(output.Start(source_));
     EXPECT_THAT(said_, testing::ElementsAre(
                            HasSubstr("\"jakc\" is not available; \"manual\" is used instead")));

@@ -3,8 +3,8 @@
 #include "fakes/ManualTimer.h"
 #include "fakes/SmallSoundFont.h"
 #include "fakes/TempDirectory.h"
-#include "platform/audio/FluidSintetizzatore.h"
-#include "platform/audio/UscitaPredefinita.h"
+#include "platform/audio/DefaultOutput.h"
+#include "platform/audio/FluidSynthesizer.h"
 #include "platform/midi/MMControl.h"
 
 #include <array>
@@ -22,8 +22,8 @@ namespace {
 TEST(SequencerThreads, CommandsInAHurryMeetTheSoundThread) {
     const TempDirectory folder;
     const std::string song = folder.Write("song.mid", DemoSong(DemoScores().front()).midi).string();
-    FluidSintetizzatore synth(SmallSoundFont);
-    UscitaPredefinita output(AudioDriver{AudioDriver::Kind::Silence, ""});
+    FluidSynthesizer synth(SmallSoundFont);
+    DefaultOutput output(AudioDriver{AudioDriver::Kind::Silence, ""});
     ManualTimer timer;
     ManualClock clock;
     MMControl control(synth, output, timer, clock);

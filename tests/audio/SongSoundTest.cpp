@@ -1,7 +1,7 @@
 #include "fakes/DemoSong.h"
 #include "fakes/SequencerRig.h"
 #include "fakes/SmallSoundFont.h"
-#include "platform/audio/FluidSintetizzatore.h"
+#include "platform/audio/FluidSynthesizer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,7 @@ namespace sonnel::test {
 namespace {
 
 TEST(SongSound, NoNoteHangsInAPauseAndTheLastOneRingsOnWhenTheSongIsRewound) {
-    FluidSintetizzatore synth(SmallSoundFont);
+    FluidSynthesizer synth(SmallSoundFont);
     SequencerRig rig(synth);
     MMControl& control = rig.control;
     const auto peakOfTheLast = [&rig](int ms) {

@@ -7,9 +7,9 @@
 #include "fakes/SmallSoundFont.h"
 #include "fakes/SmfBuilder.h"
 #include "fakes/TempDirectory.h"
-#include "platform/audio/FluidSintetizzatore.h"
-#include "platform/audio/UscitaCubeb.h"
-#include "platform/audio/UscitaPredefinita.h"
+#include "platform/audio/CubebOutput.h"
+#include "platform/audio/DefaultOutput.h"
+#include "platform/audio/FluidSynthesizer.h"
 #include "platform/midi/MMControl.h"
 
 #include <algorithm>
@@ -30,7 +30,7 @@
 namespace sonnel::test {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using Steady = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
@@ -38,7 +38,7 @@ constexpr double kToleranceMs = 25;
 constexpr int kRecordingRate = 48000;
 constexpr int kClicks = 40;
 
-double Ms(Clock::duration time) {
+double Ms(Steady::duration time) {
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
@@ -61,18 +61,18 @@ std::string ClickSong() {
     return song.Control(15000, 7, 0, drums).Bytes();
 }
 
-class SteadyClock : public Orologio {
+class SteadyClock : public Clock {
   public:
     [[nodiscard]] double TimeOfDay() const override { return 0; }
     [[nodiscard]] std::chrono::nanoseconds Steady() const override {
-        return Clock::now().time_since_epoch();
+        return Steady::now().time_since_epoch();
     }
 };
 
 /// The click song, playing into an output.
 class Player {
   public:
-    explicit Player(UscitaAudio& output) : control_(synth_, output, timer_, clock_) {
+    explicit Player(AudioOutput& output) : control_(synth_, output, timer_, clock_) {
         control_.SetFileName(folder_.Write("clicks.mid", ClickSong()).string());
         if (const auto error = control_.Command(MciCommand::Open)) {
             throw std::runtime_error(error->text);
@@ -81,8 +81,8 @@ class Player {
     }
     /// The position in milliseconds. To be asked often: runs the timer of the user interface.
     int Position() {
-        if (Clock::now() >= next_) {
-            next_ = Clock::now() + milliseconds(10);
+        if (Steady::now() >= next_) {
+            next_ = Steady::now() + milliseconds(10);
             timer_.Fire();
         }
         return control_.Position();
@@ -90,10 +90,10 @@ class Player {
 
   private:
     TempDirectory folder_;
-    FluidSintetizzatore synth_{SmallSoundFont};
+    FluidSynthesizer synth_{SmallSoundFont};
     ManualTimer timer_;
     SteadyClock clock_;
-    Clock::time_point next_;
+    Steady::time_point next_;
     MMControl control_;
 };
 
@@ -115,15 +115,15 @@ class Recording {
         }
         const auto end = samples.begin() + bytes / static_cast<ssize_t>(sizeof(float));
         samples_.insert(samples_.end(), samples.begin(), end);
-        arrivals_.push_back({Clock::now(), samples_.size() / 2});
+        arrivals_.push_back({Steady::now(), samples_.size() / 2});
         return true;
     }
 
     /// The moments at which sound began after a silence.
-    std::vector<Clock::time_point> Onsets() const {
+    std::vector<Steady::time_point> Onsets() const {
         constexpr float loud = 0.05F;
         constexpr std::size_t quietFrames = kRecordingRate * 80 / 1000;
-        std::vector<Clock::time_point> onsets;
+        std::vector<Steady::time_point> onsets;
         std::size_t silentFrom = 0;
         for (std::size_t frame = 0; 2 * frame < samples_.size(); ++frame) {
             if (std::abs(samples_[2 * frame]) >= loud) {
@@ -138,14 +138,14 @@ class Recording {
 
   private:
     struct Arrival {
-        Clock::time_point time;
+        Steady::time_point time;
         std::size_t frames = 0;  // received so far
     };
 
     /// A reading can only come late, never early: of the readings within a second after the frame
     /// the one that puts the frame earliest tells when it sounded.
-    Clock::time_point TimeOf(std::size_t frame) const {
-        Clock::time_point earliest = Clock::time_point::max();
+    Steady::time_point TimeOf(std::size_t frame) const {
+        Steady::time_point earliest = Steady::time_point::max();
         for (const Arrival& arrival : arrivals_) {
             if (arrival.frames > frame && arrival.frames <= frame + kRecordingRate) {
                 const auto after = static_cast<std::int64_t>(arrival.frames - frame);
@@ -161,23 +161,23 @@ class Recording {
 };
 
 struct Reading {
-    Clock::time_point time;
+    Steady::time_point time;
     int position;  // milliseconds
 };
 
 /// Plays the song and reads the position about every millisecond, while the recording goes on.
 std::vector<Reading> Play(Recording& recording) {
-    UscitaCubeb output;
+    CubebOutput output;
     Player player(output);
     std::cout << "output: " << output.System() << ", " << output.SampleRate() << " Hz, latency "
               << output.LatencyFrames() * 1000.0 / output.SampleRate() << " ms\n";
     std::vector<Reading> readings;
-    const Clock::time_point limit = Clock::now() + seconds(30);
+    const Steady::time_point limit = Steady::now() + seconds(30);
     // The stream runs on until its last click is recorded: the sink works in other steps when a
     // stream ends, which moves what it has in hand.
-    for (int position = 0; position < ClickMs(kClicks - 1) + 1500 && Clock::now() < limit;) {
+    for (int position = 0; position < ClickMs(kClicks - 1) + 1500 && Steady::now() < limit;) {
         position = player.Position();
-        readings.push_back({Clock::now(), position});
+        readings.push_back({Steady::now(), position});
         recording.Read();
         std::this_thread::sleep_for(milliseconds(1));
     }
@@ -188,8 +188,8 @@ std::vector<Reading> Play(Recording& recording) {
 /// exactly the clicks were heard.
 std::optional<double> Worst(const std::string& pipe) {
     Recording recording(pipe);
-    for (const auto limit = Clock::now() + seconds(10); !recording.Read();) {
-        if (Clock::now() > limit) {
+    for (const auto limit = Steady::now() + seconds(10); !recording.Read();) {
+        if (Steady::now() > limit) {
             throw std::runtime_error("nothing comes from the monitor");
         }
         std::this_thread::sleep_for(milliseconds(20));
@@ -205,7 +205,7 @@ std::optional<double> Worst(const std::string& pipe) {
         const auto onset = heard[static_cast<std::size_t>(i)];
         const auto after = std::lower_bound(
             readings.begin(), readings.end() - 1, onset,
-            [](const Reading& reading, Clock::time_point time) { return reading.time < time; });
+            [](const Reading& reading, Steady::time_point time) { return reading.time < time; });
         const double position = after->position - Ms(after->time - onset);
         worst = std::max(worst, std::abs(position - ClickMs(i)));
     }
@@ -230,20 +230,20 @@ bool TestSync(const std::string& pipe) {
 bool TestLoss() {
     // A null sink that nobody listens to yet works in steps of two seconds.
     constexpr double longestHaltMs = 2500;
-    UscitaPredefinita output({});
+    DefaultOutput output({});
     Player player(output);
     std::cout << "playing" << std::endl;  // the script waits for this line
-    const Clock::time_point start = Clock::now();
-    Clock::time_point moved = start;
+    const Steady::time_point start = Steady::now();
+    Steady::time_point moved = start;
     int last = 0;
     double longest = 0;
     bool wentBack = false;
-    while (Clock::now() - start < seconds(10)) {
+    while (Steady::now() - start < seconds(10)) {
         const int position = player.Position();
         wentBack = wentBack || position < last;
-        longest = std::max(longest, Ms(Clock::now() - moved));
+        longest = std::max(longest, Ms(Steady::now() - moved));
         if (position != last) {
-            moved = Clock::now();
+            moved = Steady::now();
         }
         last = position;
         std::this_thread::sleep_for(milliseconds(10));

@@ -1,14 +1,14 @@
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeShell.h"
 #include "fakes/ManualClock.h"
-#include "fakes/MemoryRegistro.h"
+#include "fakes/MemoryRegistry.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "player/AbilitaFunzioni.h"
-#include "player/AssociaLyk.h"
-#include "player/ControlloVolume.h"
 #include "player/FormattaTempo.h"
-#include "player/PostoFinestra.h"
-#include "player/RigaComando.h"
+#include "player/window/AssociaLyk.h"
+#include "player/window/ControlloVolume.h"
+#include "player/window/PostoFinestra.h"
+#include "player/window/RigaComando.h"
 #include "ui/basCommon.h"
 
 #include <map>
@@ -78,9 +78,9 @@ TEST(CommandStatesTest, FollowTheSequencer) {
 TEST(WindowPlaceTest, AWindowOpensWhereItCanBeSeen) {
     constexpr int Far = 2147483647;
     constexpr int Minimum = 8300;
-    const std::vector<Rettangolo> screens{{0, 0, 15000, 12000}, {15000, 0, 15000, 12000}};
+    const std::vector<Rectangle> screens{{0, 0, 15000, 12000}, {15000, 0, 15000, 12000}};
     // The place it was closed at, and the place it gets.
-    const std::vector<std::pair<Rettangolo, Rettangolo>> cases{
+    const std::vector<std::pair<Rectangle, Rectangle>> cases{
         {{-6000, -100, 9000, 7500}, {-6000, -100, 9000, 7500}},
         {{30100, 600, 9000, 7500}, {0, 0, 9000, 7500}},
         {{-8900, 600, 9000, 7500}, {0, 0, 9000, 7500}},
@@ -89,7 +89,7 @@ TEST(WindowPlaceTest, AWindowOpensWhereItCanBeSeen) {
         {{Far, -Far - 1, Far, Far}, {0, 0, 15000, 12000}},
         {{-Far - 1, -Far - 1, -Far - 1, -Far - 1}, {0, 0, Minimum, 1440}}};
     for (const auto& [closed, opened] : cases) {
-        const Rettangolo place = PostoVisibile(closed, Minimum, screens);
+        const Rectangle place = PostoVisibile(closed, Minimum, screens);
         EXPECT_EQ(place, opened) << closed.left << ' ' << closed.top << ": " << place.left << ' '
                                  << place.top << ' ' << place.width << ' ' << place.height;
     }
@@ -115,7 +115,7 @@ constexpr RegistryRoot Machine = RegistryRoot::LocalMachine;
 constexpr const char* Extension = "SOFTWARE\\Classes\\.lyk";
 
 TEST(AssociaLyk, AnEmptyClassIsAnInvitationToWriteTheWholeAssociationOnce) {
-    MemoryRegistro store;
+    MemoryRegistry store;
     FakeShell shell;
     const auto associate = [&] {
         AssociaLyk(store, shell, "/opt/My Songs/sonnel", [&](auto section, auto key, auto value) {

@@ -1,5 +1,5 @@
 #include "fakes/TempDirectory.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 
 #include <cerrno>
 #include <string>

@@ -1,8 +1,8 @@
-#include "fakes/MemoryRegistro.h"
+#include "fakes/MemoryRegistry.h"
 #include "fakes/RecordingPictureBox.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "fakes/TempDirectory.h"
-#include "platform/FileRegistro.h"
+#include "platform/FileRegistry.h"
 #include "settings/Impostazioni.h"
 #include "settings/Opzioni.h"
 #include "settings/TestoNumero.h"
@@ -38,7 +38,7 @@ class SettingsTest : public ::testing::Test {
     }
 
     TempDirectory directory;
-    MemoryRegistro store;
+    MemoryRegistry store;
 };
 
 TEST_F(SettingsTest, AnEmptyStoreGivesTheDefaults) {
@@ -106,7 +106,7 @@ TEST(TestoNumero, ComesBackAsTheSameNumber) {
 TEST(OptionsOk, StoresLoadsAndAsksBeforeItMakesAnIndex) {
     Config config;
     const TempDirectory folder;
-    FileRegistro store(folder / "settings", "");
+    FileRegistry store(folder / "settings", "");
     ScriptedMsgBox msgBox;
     std::string log;
     const auto step = [&](const char* name) {

@@ -61,7 +61,7 @@ class MMControlTest : public testing::Test, protected SequencerRig {
 
 TEST_F(MMControlTest, OpenReportsOnceOrTellsWhyItFailedAndLeavesNothingOpen) {
     folder.Write("Song.MID", song);
-    control.SetFileName((folder / "SONG.mid").string());
+    control.SetFileName((folder / "Song.MID").string());
     ASSERT_FALSE(control.Command(MciCommand::Open));
     EXPECT_EQ(State(), std::pair(MciMode::Stopped, 0));
     EXPECT_EQ(control.Length(), 2000);

@@ -1,6 +1,6 @@
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeMainWindow.h"
-#include "fakes/MemoryRegistro.h"
+#include "fakes/MemoryRegistry.h"
 #include "fakes/RecordingPictureBox.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "player/Calibratura.h"
@@ -255,7 +255,7 @@ class CalibrationTest : public LyricsTest {
 
     ManualClock clock;
     Machine events{clock, box};
-    MemoryRegistro registry;
+    MemoryRegistry registry;
 };
 
 TEST_F(CalibrationTest, JudgesTheMachineByTheTimeOfTenPages) {

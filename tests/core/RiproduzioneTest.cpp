@@ -51,10 +51,7 @@ class PlaybackTest : public testing::Test, protected SequencerRig {
         folder.Write(name + ".mid", midi);
     }
     std::string Base(const std::string& name = "song") const { return (folder / name).string(); }
-    void Load(const std::string& name = "song") {
-        choice = "F=" + Base(name);
-        player.FileLoad();
-    }
+    void Load(const std::string& name = "song") { player.FileLoad(TrovaFileBrano(Base(name))); }
     bool Playing() const { return control.Mode() == MciMode::Playing; }
     /// What the slider and the text beside it say.
     std::tuple<std::int32_t, std::string> Slider() const {
@@ -79,19 +76,16 @@ class PlaybackTest : public testing::Test, protected SequencerRig {
     FakeMainWindow window;
     ScriptedMsgBox msgBox;
     ClockedEvents events{clock};
-    std::string choice;
-    SceltaBrano chooser{[this] { return choice; },
-                        [](std::int32_t p) { return p == 2 ? "song" : "../x"; }};
-    Riproduzione player{
-        {config, timeline, info, control, box, window, window, msgBox, events, chooser}};
+    ImpaginazioneParole layout{config, timeline, box, window, msgBox};
+    DisegnoParole drawing{config, box, window, layout};
+    Riproduzione player{{config, timeline, info, control, layout, drawing, window, msgBox, events}};
 };
 
 TEST_F(PlaybackTest, OpeningShowsTheSongFromItsStart) {
-    choice = "2";
-    player.FileLoad();
+    Load();
     EXPECT_THAT(window.captions, ElementsAre(MatchesRegex("Sonnel Player 98 [0-9]+\\.[0-9]+ beta"),
                                              EndsWith(" beta - Prova")));
-    EXPECT_EQ(control.FileName(), Base() + ".MID");
+    EXPECT_EQ(control.FileName(), Base() + ".mid");
     EXPECT_EQ(std::tuple(window.sliderMax, window.lengthText), std::tuple(3, "0' 03\""));
     EXPECT_EQ(Slider(), std::tuple(0, "0' 00\""));
     EXPECT_THAT(box.Words(), ElementsAre("1 Hello", "1 you"));
@@ -106,19 +100,15 @@ TEST_F(PlaybackTest, OpeningShowsTheSongFromItsStart) {
 
 TEST_F(PlaybackTest, NoChoiceKeepsTheSongAndAutoplayPlaysItFromItsPlace) {
     config.Autoplay = true;
-    player.FileLoad();
+    player.FileLoad(std::nullopt);
     EXPECT_FALSE(Playing()) << "there is no song";
     config.Autoplay = false;
     Load();
     player.CursoreSpostato(1);
     config.Autoplay = true;
-    choice = "";
-    player.FileLoad();
+    player.FileLoad(std::nullopt);
     EXPECT_EQ(State(), std::pair(MciMode::Playing, 1000));
     EXPECT_THAT(box.Words(), ElementsAre("1 Hello", "1 you", "3 Hello", "3 you"));
-    choice = "1";
-    player.FileLoad();
-    EXPECT_THAT(msgBox.shown.at(0).text, HasSubstr("LYK file is missing")) << "outside the library";
 }
 
 TEST_F(PlaybackTest, AMissingFileLeavesThePlayingSongAlone) {
@@ -130,7 +120,7 @@ TEST_F(PlaybackTest, AMissingFileLeavesThePlayingSongAlone) {
     std::int32_t position = 0;
     for (const auto& [name, what] :
          {std::pair("nolyk", "LYK file is missing!"), {"nomid", "MID file missing!"}}) {
-        EXPECT_FALSE(player.CaricaBrano(Base(name))) << name;
+        EXPECT_FALSE(player.CaricaBrano(TrovaFileBrano(Base(name)))) << name;
         ExpectBox(std::string("Can't load the selected song: ") + what +
                       "\r\nTo properly load a Karaoke file you need to put the LYK and MID file "
                       "in the same directory.",

@@ -1,6 +1,6 @@
-#include "platform/LineReader.h"
 #include "platform/Numbers.h"
 #include "platform/Text.h"
+#include "platform/files/LineReader.h"
 
 #include <cmath>
 #include <cstdint>

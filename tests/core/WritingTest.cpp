@@ -10,8 +10,8 @@
 #include "library/Indice.h"
 #include "library/ProprietaBrano.h"
 #include "library/RiscriviIntestazione.h"
-#include "platform/FileRegistro.h"
-#include "player/AssociaLyk.h"
+#include "platform/FileRegistry.h"
+#include "player/window/AssociaLyk.h"
 #include "settings/Impostazioni.h"
 #include "settings/basRegistry.h"
 
@@ -54,7 +54,7 @@ struct Desk : SongLibrary {
 
     ScriptedDialog dialog;
     FakeShell shell;
-    FileRegistro store{directory / "user/settings.conf", directory / "machine/settings.conf"};
+    FileRegistry store{directory / "user/settings.conf", directory / "machine/settings.conf"};
     ProfileFile winIni{directory / "win.ini"};
 };
 

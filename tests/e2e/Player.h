@@ -1,7 +1,7 @@
 #pragma once
 
 #include "e2e/Process.h"
-#include "e2e/Screen.h"
+#include "e2e/VirtualScreen.h"
 
 #include "fakes/TempDirectory.h"
 
@@ -67,7 +67,7 @@ class Player {
         const auto pixels = screen.Grab();
         const auto place = static_cast<std::size_t>(
             std::find(pixels.begin(), pixels.end(), kSungColour) - pixels.begin());
-        screen.Click(place % Screen::Width, place / Screen::Width);
+        screen.Click(place % VirtualScreen::Width, place / VirtualScreen::Width);
     }
     /// The exit status after the menu's Exit, which it must take within `limit`.
     std::optional<int> Exit(std::chrono::milliseconds limit) {
@@ -105,7 +105,7 @@ class Player {
         Watch([](const Sample&) { return false; }, time);
     }
 
-    Screen screen;
+    VirtualScreen screen;
     std::vector<Sample> seen;
     Clock::time_point started;  ///< just before the program was
 

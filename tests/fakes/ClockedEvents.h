@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/ManualClock.h"
-#include "platform/EventiSistema.h"
+#include "platform/SystemEvents.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,7 +11,7 @@
 namespace sonnel::test {
 
 /// An event loop in which waiting moves a manual clock; an event comes after `nextEvent` at latest.
-class ClockedEvents : public EventiSistema {
+class ClockedEvents : public SystemEvents {
   public:
     explicit ClockedEvents(ManualClock& clock) : clock_(clock) {}
     void RunPending() override {

@@ -3,7 +3,7 @@
 #include "generator/Arranger.h"
 #include "generator/ScoreReader.h"
 #include "generator/Smf.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 
 #include <algorithm>
 #include <filesystem>

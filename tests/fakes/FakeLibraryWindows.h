@@ -1,8 +1,8 @@
 #pragma once
 
 #include "library/SincronizzaDB.h"
-#include "platform/EventiSistema.h"
 #include "platform/MsgBox.h"
+#include "platform/SystemEvents.h"
 #include "ui/basMessage.h"
 
 #include <cstdint>
@@ -15,7 +15,7 @@ namespace sonnel::test {
 
 /// The windows that the library's commands work with, and the pointer: what happens to them is
 /// kept in one list, in its order.
-class FakeLibraryWindows : public ListaBrani, public FinestraMessaggio, public EventiSistema {
+class FakeLibraryWindows : public ListaBrani, public FinestraMessaggio, public SystemEvents {
   public:
     void AggiornaLista() override { log.emplace_back("list"); }
     void SelezionaBrano(std::int16_t position) override {

@@ -32,9 +32,7 @@ class FakeMainWindow : public CorniceParole, public VistaKaraoke {
         commands = state;
         log.emplace_back("commands");
     }
-    void Disabilita(Comando command) override {
-        (command == Comando::VisInfo ? commands.VisInfo : commands.SoundStop) = false;
-    }
+    void Disabilita(bool StatoComandi::*command) override { commands.*command = false; }
 
     int barHeight = 600;
     int innerHeight = 5000;

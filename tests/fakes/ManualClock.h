@@ -1,13 +1,13 @@
 #pragma once
 
-#include "platform/Orologio.h"
+#include "platform/Clock.h"
 
 #include <chrono>
 
 namespace sonnel::test {
 
 /// A clock advanced by hand; the time of day falls back to 0 at midnight.
-class ManualClock : public Orologio {
+class ManualClock : public Clock {
   public:
     double TimeOfDay() const override {
         const double seconds = startOfDay + std::chrono::duration<double>(now).count();

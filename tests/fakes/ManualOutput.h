@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UscitaAudio.h"
+#include "platform/AudioOutput.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -14,7 +14,7 @@ namespace sonnel::test {
 
 /// A sound output that asks for frames when the test says so. What was asked for is heard after
 /// `latency` frames, unless the test says what is reported.
-class ManualOutput : public UscitaAudio {
+class ManualOutput : public AudioOutput {
   public:
     explicit ManualOutput(int sampleRate = 44100) : rate(sampleRate) {}
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Temporizzatore.h"
+#include "platform/Timer.h"
 
 #include <functional>
 #include <utility>
@@ -8,7 +8,7 @@
 namespace sonnel::test {
 
 /// A timer fired by hand.
-class ManualTimer : public Temporizzatore {
+class ManualTimer : public Timer {
   public:
     void Start(int intervalMs, std::function<void()> tick) override {
         interval = intervalMs;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Sintetizzatore.h"
+#include "platform/Synthesizer.h"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +16,7 @@ namespace sonnel::test {
 
 /// Keeps every message with the frame it came at, and what a General MIDI synthesiser would make of
 /// them. While a note sounds it renders a constant 1.
-class RecordingSynth : public Sintetizzatore {
+class RecordingSynth : public Synthesizer {
   public:
     using Message = std::vector<std::uint8_t>;
     using Parameter = std::array<int, 3>;  ///< 0 for RPN or 1 for NRPN, its MSB, its LSB

@@ -6,7 +6,7 @@
 #include "fakes/RecordingSynth.h"
 #include "fakes/TempDirectory.h"
 #include "platform/Numbers.h"
-#include "platform/Sintetizzatore.h"
+#include "platform/Synthesizer.h"
 #include "platform/midi/MMControl.h"
 
 #include <chrono>
@@ -21,7 +21,7 @@ namespace sonnel::test {
 /// moved by hand.
 struct SequencerRig {
     SequencerRig() : SequencerRig(synth) {}
-    explicit SequencerRig(Sintetizzatore& chosen) : control(chosen, output, timer, clock) {
+    explicit SequencerRig(Synthesizer& chosen) : control(chosen, output, timer, clock) {
         control.onDone = [this](MciNotify how) { done.push_back(how); };
     }
 

@@ -3,8 +3,8 @@
 
 #include "convert/EstraiParole.h"
 #include "fakes/ScriptedMsgBox.h"
-#include "platform/LineReader.h"
 #include "platform/Text.h"
+#include "platform/files/LineReader.h"
 #include "song/LeggiKaraoke.h"
 
 #include <cstddef>

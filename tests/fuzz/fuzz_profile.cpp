@@ -1,9 +1,9 @@
 // Any bytes as a profile file: whatever they are, what is written and read again is the same, and
 // operations in a batch leave what the same operations leave one by one on the file.
 
-#include "platform/LineReader.h"
-#include "platform/ProfileText.h"
 #include "platform/Text.h"
+#include "platform/files/LineReader.h"
+#include "platform/files/ProfileText.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -6,12 +6,13 @@
 
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeShell.h"
-#include "fakes/MemoryRegistro.h"
+#include "fakes/MemoryRegistry.h"
+#include "fakes/OtherWindows.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "fakes/SequencerRig.h"
 #include "platform/Text.h"
 #include "platform/qt/QtSystem.h"
-#include "player/frmKaraoke.h"
+#include "player/window/frmKaraoke.h"
 #include "settings/Impostazioni.h"
 #include "ui/basCommon.h"
 
@@ -40,7 +41,7 @@ constexpr int Wide = 800;
 constexpr std::array Songs{"Amazing Grace", "Auld Lang Syne", "Frere Jacques", "Row Your Boat",
                            "Twinkle Twinkle"};
 
-class SilentSynth : public Sintetizzatore {
+class SilentSynth : public Synthesizer {
   public:
     std::optional<Error> Prepare(int /*sampleRate*/) override { return std::nullopt; }
     void Reset() noexcept override {}
@@ -125,7 +126,7 @@ class Soak {
     }
     [[nodiscard]] bool Playing() const { return IsPlaying(control_.Mode()); }
     [[nodiscard]] bool Loaded() const { return !control_.FileName().empty(); }
-    [[nodiscard]] const Timeline& Words() const { return programma_.timeline; }
+    [[nodiscard]] const Timeline& Words() const { return timeline_; }
     static std::int64_t LiveHeap() {
         const auto heap = mallinfo2();
         return static_cast<std::int64_t>(heap.uordblks + heap.hblkhd);
@@ -188,7 +189,7 @@ class Soak {
         return true;
     }
     bool Load(const std::string& path, const std::string& message) {
-        choice_ = "F=" + path;
+        others_.choice = TrovaFileBrano(path);
         const bool usable = Trigger("mnuFileLoad", message.empty());
         expected_ = usable ? message : "";
         return usable;
@@ -211,7 +212,7 @@ class Soak {
         last_ = "rest";
         (void)Pause();
         window_.resize(Wide, 600);
-        programma_.config.Autoplay = false;
+        config_.Autoplay = false;
         Advance();
         Require(LoadSong(0), "no song can be opened");
         given_ = true;
@@ -325,7 +326,7 @@ class Soak {
         page_ = page;
         const std::string text = page > 0 ? Words().Eventi(page).Testo : "";
         const int sung = last > page ? std::stoi(Words().Eventi(last).Testo) : 0;
-        return LyricsPicture(*lyrics_, width_, programma_.config, Split(text),
+        return LyricsPicture(*lyrics_, width_, config_, Split(text),
                              Split(FirstCodePoints(text, static_cast<std::size_t>(sung))));
     }
 
@@ -333,27 +334,18 @@ class Soak {
     SilentSynth synth_;
     SequencerRig rig_{synth_};
     MMControl& control_ = rig_.control;
-    MemoryRegistro registry_;
+    MemoryRegistry registry_;
     ScriptedMsgBox msgBox_;
     ClockedEvents events_{rig_.clock};
-    QtSchermo screen_;
+    QtScreen screen_;
     FakeShell shell_;
-    std::string choice_;
-    Programma programma_{.registro = registry_,
-                         .sequencer = control_,
-                         .msgBox = msgBox_,
-                         .eventi = events_,
-                         .orologio = rig_.clock,
-                         .schermo = screen_,
-                         .shell = shell_,
-                         .CmdLine = "",
-                         .openDirPredefinita = "",
-                         .scelta = {[this] { return choice_; }, {}},
-                         .agganci = {.mostraOpzioni = [this] {
-                             programma_.config.Autoplay = Random(2) == 0;
-                             programma_.config.Ombra = static_cast<std::int16_t>(Random(2));
-                         }}};
-    frmKaraoke window_{programma_};
+    OtherWindows others_;
+    Config config_;
+    Timeline timeline_;
+    InformazioniBrano info_;
+    frmKaraoke window_{{config_, timeline_, info_, random_, registry_, control_, msgBox_, events_,
+                        rig_.clock, screen_, shell_, others_},
+                       {.CmdLine = "", .scriviWinIni = [](auto, auto, auto) {}}};
     QWidget other_;
     NoRealTime noRealTime_;
     QtPictureBox* lyrics_ = nullptr;

@@ -4,11 +4,12 @@
 
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeShell.h"
-#include "fakes/MemoryRegistro.h"
+#include "fakes/MemoryRegistry.h"
+#include "fakes/OtherWindows.h"
 #include "fakes/RecordingSynth.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "fakes/SequencerRig.h"
-#include "player/frmKaraoke.h"
+#include "player/window/frmKaraoke.h"
 
 #include <QTest>
 #include <memory>
@@ -24,11 +25,11 @@ namespace sonnel::test {
 inline constexpr const char* Opzioni = "Software\\Corvane\\Sonnel Player\\Opzioni";
 inline constexpr const char* Finestra = "Software\\Corvane\\Sonnel Player\\Finestra";
 
-class FixedScreen : public Schermo {
+class FixedScreen : public Screen {
   public:
     int Width() const override { return 800 * Scale; }
     int Height() const override { return 800 * Scale; }
-    std::vector<Rettangolo> Schermi() const override { return {{0, 0, Width(), Height()}}; }
+    std::vector<Rectangle> Screens() const override { return {{0, 0, Width(), Height()}}; }
     double TwipsPerPixel() const override { return Scale; }
 };
 
@@ -45,8 +46,13 @@ class KaraokeWindow : public testing::Test {
         }
     }
     void Open(const std::string& commandLine) {
-        program.CmdLine = commandLine;
-        window = std::make_unique<frmKaraoke>(program);
+        window = std::make_unique<frmKaraoke>(
+            frmKaraoke::Parti{config, timeline, info, random, registry, control, msgBox, events,
+                              rig.clock, screen, shell, others},
+            frmKaraoke::Avvio{.CmdLine = commandLine,
+                              .eseguibile = "/opt/sonnel/sonnel",
+                              .openDirPredefinita = rig.folder.Path().string(),
+                              .scriviWinIni = [](auto, auto, auto) {}});
         window->Form_Load();
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -64,28 +70,17 @@ class KaraokeWindow : public testing::Test {
     RecordingSynth synth;
     SequencerRig rig{synth};
     MMControl& control = rig.control;
-    MemoryRegistro registry;
+    MemoryRegistry registry;
     ScriptedMsgBox msgBox;
     ClockedEvents events{rig.clock};
     FixedScreen screen;
     FakeShell shell;
-    std::vector<std::string> called;  ///< what was asked of library and options, in order
-    Programma program{.registro = registry,
-                      .sequencer = control,
-                      .msgBox = msgBox,
-                      .eventi = events,
-                      .orologio = rig.clock,
-                      .schermo = screen,
-                      .shell = shell,
-                      .CmdLine = "",
-                      .eseguibile = "/opt/sonnel/sonnel",
-                      .openDirPredefinita = rig.folder.Path().string(),
-                      .scelta = {[this] { return called.emplace_back("choose"), ""; }, {}},
-                      .agganci = {[this] { called.emplace_back("load index"); },
-                                  [this] { called.emplace_back("reload"); },
-                                  [this] { called.emplace_back("update"); },
-                                  [this] { called.emplace_back("make selection"); },
-                                  [this] { called.emplace_back("options"); }}};
+    OtherWindows others;
+    std::vector<std::string>& called = others.called;
+    Config config;
+    Timeline timeline;
+    InformazioniBrano info;
+    std::mt19937 random;
     std::unique_ptr<frmKaraoke> window;
 };
 

@@ -34,12 +34,12 @@ TEST_F(TraceTest, AWholeSongIsShownAsForetoldPixelByPixel) {
         Lines page;
         Lines sung;
         std::size_t next = 0;
-        QImage wanted = LyricsPicture(Lyrics(), Lyrics().width(), program.config, page, sung);
+        QImage wanted = LyricsPicture(Lyrics(), Lyrics().width(), config, page, sung);
         for (int ms = 0; Playing(); ms += 20) {
             for (; next < steps.size() && steps[next]["ms"] == ms; ++next) {
                 sung.clear();
                 (steps[next]["kind"] == 1 ? page : sung) = steps[next]["lines"].get<Lines>();
-                wanted = LyricsPicture(Lyrics(), Lyrics().width(), program.config, page, sung);
+                wanted = LyricsPicture(Lyrics(), Lyrics().width(), config, page, sung);
             }
             ASSERT_TRUE(Shot(Lyrics()) == wanted) << song << " at " << ms << " ms";
             rig.output.Ask(rig.output.rate / 50);

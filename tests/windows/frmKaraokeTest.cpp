@@ -85,7 +85,7 @@ TEST_F(frmKaraokeTest, AFirstStartCalibratesInViewAndThenLoadsTheLibrary) {
     msgBox.answers = {Answer::Cancel};
     Open("");
     EXPECT_THAT(called, testing::ElementsAre("register, splash, busy", "wait, splash, busy",
-                                             "calibrate, window", "load index", "make selection"));
+                                             "calibrate, window", "load library"));
     EXPECT_NEAR(rig.clock.TimeOfDay(), 3, 0.51) << "the splash stays";
     EXPECT_EQ(events.pointer, Pointer::Normal);
 }
@@ -269,7 +269,7 @@ TEST_F(frmKaraokeTest, TheWordsStandInTheMiddleBelowTheToolbar) {
     EXPECT_EQ(Lyrics().width(), area->width());
     EXPECT_NEAR(Lyrics().y(), strip + (area->height() - strip - 4 * line) / 2, 0.6);
     constexpr Colour Chosen = 0x2040FF;
-    program.agganci.mostraOpzioni = [this] { program.config.ColoreSfondo = Chosen; };
+    others.options = [this] { config.ColoreSfondo = Chosen; };
     window->mnuVisOpzioni_Click();
     EXPECT_EQ(Shot(*window).pixelColor(10, 490), ToQColor(Chosen)) << "around the words too";
     window->resize(100, 200);

@@ -11,7 +11,7 @@ namespace sonnel::test {
 namespace {
 
 TEST(frmMessage, IsThereUntilTheWorkIsDone) {
-    const QtSchermo screen;
+    const QtScreen screen;
     frmMessage window(screen);
     auto* cancel = window.findChild<QPushButton*>();
     for (int time = 0; time < 2; ++time) {

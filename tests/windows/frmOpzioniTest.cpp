@@ -1,6 +1,6 @@
 #include "windows/Pixels.h"
 
-#include "fakes/MemoryRegistro.h"
+#include "fakes/MemoryRegistry.h"
 #include "fakes/ScriptedDialog.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "platform/qt/QtSystem.h"
@@ -43,10 +43,10 @@ class frmOpzioniTest : public ::testing::Test {
 
     const QStringList fonts = QFontDatabase::families();
     Config config{.FontName = fonts.at(0).toStdString(), .AutoFont = 0, .OpenDir = "/songs/"};
-    MemoryRegistro store;
+    MemoryRegistry store;
     ScriptedMsgBox msgBox;
     ScriptedDialog dialog;
-    QtSchermo screen;
+    QtScreen screen;
     bool usableInRebuild = true;
     std::unique_ptr<frmOpzioni> window;
 };

@@ -6,6 +6,7 @@
 
 #include <QTest>
 #include <functional>
+#include <map>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -21,6 +22,12 @@ using testing::ElementsAre;
 /// is loaded after the window is made.
 class frmSelectSongTest : public testing::Test {
   protected:
+    struct Commands : ComandiSelezione {
+        void ConvertiKar() override { ++conversions; }
+        void SincronizzaDB() override { rebuild(); }
+        int conversions = 0;
+        std::function<void()> rebuild;
+    };
     void SetUp() override {
         folder.Write("sonnel.snl",
                      "[Songs]\r\ntune=Mare|Rossi|Estate\r\nstella=mare|Verdi|?\r\n"
@@ -63,10 +70,11 @@ class frmSelectSongTest : public testing::Test {
         }
         return names;
     }
-    /// The window is closed, with this answer; it is shown again.
-    void ExpectClosed(const std::string& tag) {
+    /// The window is closed, with this answer and the song it means; it is shown again.
+    void ExpectClosed(const std::string& tag, const std::string& base) {
         EXPECT_FALSE(window.isVisible());
         EXPECT_EQ(window.Tag, tag);
+        EXPECT_EQ(window.Scelta() ? window.Scelta()->base : "", base);
         Show();
     }
 
@@ -79,7 +87,8 @@ class frmSelectSongTest : public testing::Test {
     Libreria library{config, table, msgBox, events};
     ScriptedDialog dialog;
     std::mt19937 random{1};  // NOLINT(bugprone-random-generator-seed): the same every time
-    frmSelectSong window{{library, dialog, random}};
+    Commands commands;
+    frmSelectSong window{{library, dialog, random, commands}};
 };
 
 const std::set<QString> NeedASong = {"&Open", "&Properties", "Delete song", "&Delete",
@@ -97,7 +106,8 @@ TEST_F(frmSelectSongTest, AnEmptyLibraryOffersNoSong) {
     List().setFocus();
     Key(Qt::Key_Down);
     EXPECT_EQ(window.BranoSelezionato(), 3) << "the keys begin with the first line";
-    EXPECT_EQ(frmSelectSong({library, dialog, random}).BranoSelezionato(), 3) << "the first line";
+    EXPECT_EQ(frmSelectSong({library, dialog, random, commands}).BranoSelezionato(), 3)
+        << "the first line";
 }
 
 TEST_F(frmSelectSongTest, OrdersKeepTheSelectedSong) {
@@ -143,9 +153,10 @@ TEST_F(frmSelectSongTest, EveryWayOutLeavesItsAnswer) {
          "2"},
         {[&] { window.close(); }, ""},
         {[&] { QTest::keyClicks(&List(), "ma"), Key(Qt::Key_Return); }, "1"}};
+    const std::map<std::string, std::string> files{{"1", "tune"}, {"2", "stella"}};
     for (const auto& [wayOut, answer] : ways) {
         wayOut();
-        ExpectClosed(answer);
+        ExpectClosed(answer, answer.empty() ? "" : config.OpenDir + files.at(answer));
     }
 }
 
@@ -171,7 +182,7 @@ TEST_F(frmSelectSongTest, ASongFromElsewhereNeedsItsMusic) {
     EXPECT_EQ(dialog.asked[0].title + dialog.asked[0].name, "Open a LYK file*.lyk");
     EXPECT_TRUE(window.isVisible());
     Button(6)->trigger();
-    ExpectClosed("F=" + (folder / "b\xC3\xA8").string());
+    ExpectClosed("F=" + (folder / "b\xC3\xA8").string(), (folder / "b\xC3\xA8").string());
 }
 
 TEST_F(frmSelectSongTest, DeletingASongLeavesTheNextOneSelected) {
@@ -205,7 +216,7 @@ TEST_F(frmSelectSongTest, ReloadAndRebuildTakeNoInput) {
     EXPECT_EQ(window.BranoSelezionato(), 2);
 
     int rebuilds = 0;
-    window.SincronizzaDB = [&] {
+    commands.rebuild = [&] {
         ++rebuilds;
         for (const Qt::Key key : {Qt::Key_F9, Qt::Key_F2, Qt::Key_Escape}) {
             QTest::keyClick(window.windowHandle(), key);
@@ -218,18 +229,14 @@ TEST_F(frmSelectSongTest, ReloadAndRebuildTakeNoInput) {
 }
 
 TEST_F(frmSelectSongTest, CommandsOfOthersAreCarriedOut) {
-    std::string done;
     Fill(1);
-    window.AggiungiBrani = [&] { done += 'a'; };
-    window.ProprietaBrano = [&] { done += 'p'; };
-    window.ConvertiKar = [&] { done += 'c'; };
+    dialog.files = {{}, {}};
     Key(Qt::Key_Insert, Qt::ControlModifier);
-    Key(Qt::Key_F4);
+    Button(1)->trigger();
+    EXPECT_EQ(dialog.asked.at(1).title, "Add a new LYK song");
     Key(Qt::Key_F3);
-    for (const int index : {1, 2, 7}) {
-        Button(index)->trigger();
-    }
-    EXPECT_EQ(done, "apcapc");
+    Button(7)->trigger();
+    EXPECT_EQ(commands.conversions, 2);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "platform/audio/SoundFont.h"
 
-#include "platform/Files.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <array>

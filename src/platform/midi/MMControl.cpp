@@ -1,6 +1,6 @@
 #include "platform/midi/MMControl.h"
 
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/midi/OpenSong.h"
 #include "platform/midi/SmfReader.h"
 
@@ -9,15 +9,6 @@
 
 namespace sonnel {
 namespace {
-
-Result<SmfFile> ReadSong(const std::string& fileName) {
-    const std::filesystem::path path = PathFromUtf8(fileName);
-    Result<std::string> bytes = ReadFile(FindFile(path).value_or(path));
-    if (!bytes) {
-        return bytes.error();
-    }
-    return ReadSmf(std::move(*bytes));
-}
 
 /// Sets a flag while it lives.
 class Flag {
@@ -34,13 +25,9 @@ class Flag {
 }  // namespace
 
 struct MMControl::Impl {
-    Impl(MMControl& owner, Sintetizzatore& sintetizzatore, UscitaAudio& uscita,
-         Temporizzatore& temporizzatore, const Orologio& orologio)
-        : control(owner),
-          synth(sintetizzatore),
-          output(uscita),
-          timer(temporizzatore),
-          clock(orologio) {}
+    Impl(MMControl& owner, Synthesizer& synthesizer, AudioOutput& audioOutput, Timer& ticks,
+         const Clock& time)
+        : control(owner), synth(synthesizer), output(audioOutput), timer(ticks), clock(time) {}
 
     std::optional<Error> Open();
     std::optional<Error> OpenFile(const std::string& name);
@@ -61,10 +48,10 @@ struct MMControl::Impl {
     void UpdateTimer();
 
     MMControl& control;
-    Sintetizzatore& synth;
-    UscitaAudio& output;
-    Temporizzatore& timer;
-    const Orologio& clock;
+    Synthesizer& synth;
+    AudioOutput& output;
+    Timer& timer;
+    const Clock& clock;
 
     std::string fileName;
     std::unique_ptr<OpenSong> song;
@@ -96,7 +83,7 @@ std::optional<Error> MMControl::Impl::Open() {
 }
 
 std::optional<Error> MMControl::Impl::OpenFile(const std::string& name) {
-    const auto file = ReadSong(name);
+    const auto file = ReadSmfFile(PathFromUtf8(name));
     if (!file) {
         return file.error();
     }
@@ -220,9 +207,9 @@ void MMControl::Impl::UpdateTimer() {
     }
 }
 
-MMControl::MMControl(Sintetizzatore& sintetizzatore, UscitaAudio& uscita,
-                     Temporizzatore& temporizzatore, const Orologio& orologio)
-    : impl_(std::make_unique<Impl>(*this, sintetizzatore, uscita, temporizzatore, orologio)) {}
+MMControl::MMControl(Synthesizer& synthesizer, AudioOutput& output, Timer& timer,
+                     const Clock& clock)
+    : impl_(std::make_unique<Impl>(*this, synthesizer, output, timer, clock)) {}
 
 MMControl::~MMControl() {
     impl_->Close();

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/Orologio.h"
+#include "platform/AudioOutput.h"
+#include "platform/Clock.h"
 #include "platform/Result.h"
-#include "platform/Sintetizzatore.h"
-#include "platform/Temporizzatore.h"
-#include "platform/UscitaAudio.h"
+#include "platform/Synthesizer.h"
+#include "platform/Timer.h"
 
 #include <cstdint>
 #include <functional>
@@ -35,13 +35,12 @@ enum class MciCommand { Open, Close, Play, Pause, Seek, Prev };
 /// times in milliseconds.
 class MMControl {
   public:
-    MMControl(Sintetizzatore& sintetizzatore, UscitaAudio& uscita, Temporizzatore& temporizzatore,
-              const Orologio& orologio);
+    MMControl(Synthesizer& synthesizer, AudioOutput& output, Timer& timer, const Clock& clock);
     ~MMControl();
     MMControl(const MMControl&) = delete;
     MMControl& operator=(const MMControl&) = delete;
 
-    /// The file the next Open opens (its name in any letter case); "" when no file is open. Closing
+    /// The file the next Open opens; "" when no file is open. Closing
     /// a file and a failed Open empty it.
     void SetFileName(std::string fileName);
     [[nodiscard]] const std::string& FileName() const;

@@ -8,20 +8,20 @@
 
 namespace sonnel {
 
-OpenSong::OpenSong(Sequence sequence, Sintetizzatore& sintetizzatore, UscitaAudio& uscita,
-                   const Orologio& orologio)
+OpenSong::OpenSong(Sequence sequence, Synthesizer& synthesizer, AudioOutput& output,
+                   const Clock& clock)
     : sequence_(std::move(sequence)),
-      uscita_(uscita),
-      orologio_(orologio),
-      engine_(sequence_, sintetizzatore),
+      output_(output),
+      clock_(clock),
+      engine_(sequence_, synthesizer),
       heard_(sequence_.rate) {}
 
 OpenSong::~OpenSong() {
-    uscita_.Stop();
+    output_.Stop();
 }
 
 std::optional<Error> OpenSong::Start() {
-    return uscita_.Start(engine_);
+    return output_.Start(engine_);
 }
 
 void OpenSong::Play() {
@@ -71,7 +71,7 @@ void OpenSong::Tidy() {
 /// What the engine did last, as far as it is heard.
 EngineSegment OpenSong::Heard() {
     const std::int64_t rendered = engine_.FramesRendered();
-    const std::int64_t heard = heard_.Update(uscita_.FramesHeard(), rendered, orologio_.Steady());
+    const std::int64_t heard = heard_.Update(output_.FramesHeard(), rendered, clock_.Steady());
     Tidy();
     while (segments_.size() > 1 && segments_[1].streamFrame <= heard) {
         segments_.pop_front();

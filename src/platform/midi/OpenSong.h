@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Orologio.h"
+#include "platform/AudioOutput.h"
+#include "platform/Clock.h"
 #include "platform/Result.h"
-#include "platform/UscitaAudio.h"
 #include "platform/midi/HeardFrames.h"
 #include "platform/midi/Sequence.h"
 #include "platform/midi/SequencerEngine.h"
@@ -20,8 +20,7 @@ namespace sonnel {
 class OpenSong {
   public:
     /// The synthesiser must be freshly reset.
-    OpenSong(Sequence sequence, Sintetizzatore& sintetizzatore, UscitaAudio& uscita,
-             const Orologio& orologio);
+    OpenSong(Sequence sequence, Synthesizer& synthesizer, AudioOutput& output, const Clock& clock);
     ~OpenSong();
     OpenSong(const OpenSong&) = delete;
     OpenSong& operator=(const OpenSong&) = delete;
@@ -57,8 +56,8 @@ class OpenSong {
     };
 
     const Sequence sequence_;
-    UscitaAudio& uscita_;
-    const Orologio& orologio_;
+    AudioOutput& output_;
+    const Clock& clock_;
     SequencerEngine engine_;
     HeardFrames heard_;
     std::uint64_t serial_ = 0;

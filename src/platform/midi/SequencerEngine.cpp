@@ -19,9 +19,9 @@ constexpr std::uint8_t kAllNotesOff = 123;
 
 }  // namespace
 
-SequencerEngine::SequencerEngine(const Sequence& sequence, Sintetizzatore& sintetizzatore)
+SequencerEngine::SequencerEngine(const Sequence& sequence, Synthesizer& synthesizer)
     : sequence_(sequence),
-      synth_(sintetizzatore),
+      synth_(synthesizer),
       fadeFrames_(std::max(1, sequence.rate / kFadesPerSecond)),
       level_(fadeFrames_) {}
 

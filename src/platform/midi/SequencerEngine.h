@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Sintetizzatore.h"
-#include "platform/UscitaAudio.h"
+#include "platform/AudioOutput.h"
+#include "platform/Synthesizer.h"
 #include "platform/midi/Sequence.h"
 #include "platform/midi/SpscRing.h"
 
@@ -39,7 +39,7 @@ struct EngineSegment {
 class SequencerEngine final : public SoundSource {
   public:
     /// Both must outlive the engine; the synthesiser is freshly reset.
-    SequencerEngine(const Sequence& sequence, Sintetizzatore& sintetizzatore);
+    SequencerEngine(const Sequence& sequence, Synthesizer& synthesizer);
 
     void Fill(std::span<float> out) noexcept override;
 
@@ -73,7 +73,7 @@ class SequencerEngine final : public SoundSource {
     void Publish() noexcept;
 
     const Sequence& sequence_;
-    Sintetizzatore& synth_;
+    Synthesizer& synth_;
     const std::int64_t fadeFrames_;
 
     std::int64_t streamFrame_ = 0;

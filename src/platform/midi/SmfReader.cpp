@@ -1,5 +1,7 @@
 #include "platform/midi/SmfReader.h"
 
+#include "platform/files/Files.h"
+
 #include <algorithm>
 #include <limits>
 #include <optional>
@@ -272,6 +274,14 @@ Result<SmfFile> ReadSmf(std::string bytes) {
     const std::size_t announced = BigEndian(file.bytes, start + 10, 2);
     file.damaged = file.damaged || file.tracks.size() != announced;
     return file;
+}
+
+Result<SmfFile> ReadSmfFile(const std::filesystem::path& path) {
+    Result<std::string> bytes = ReadFile(path);
+    if (!bytes) {
+        return bytes.error();
+    }
+    return ReadSmf(std::move(*bytes));
 }
 
 }  // namespace sonnel

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -69,5 +70,9 @@ struct SmfFile {
 /// Reads a file of format 0 or 1. Tracks that are cut off or broken are read as far as they make
 /// sense. Refused are what is no MIDI file, other formats and a file without a track.
 [[nodiscard]] Result<SmfFile> ReadSmf(std::string bytes);
+
+/// The same for a file on disk. One that cannot be read is refused with the system's number and
+/// reason.
+[[nodiscard]] Result<SmfFile> ReadSmfFile(const std::filesystem::path& path);
 
 }  // namespace sonnel

@@ -9,7 +9,7 @@ namespace sonnel {
 void PaintNow(QWidget& window) {
     constexpr int Turns = 20;
     constexpr std::chrono::milliseconds Turn(10);
-    QtEventiSistema events;
+    QtSystemEvents events;
     for (int i = 0; i < Turns && !window.windowHandle()->isExposed(); ++i) {
         events.WaitPending(Turn);
     }

@@ -1,6 +1,6 @@
 #include "platform/qt/QtCommonDialog.h"
 
-#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/qt/QtColour.h"
 #include "platform/qt/WindowInUse.h"
 

@@ -54,15 +54,15 @@ std::vector<ButtonAnswer> ToQt(Buttons buttons) {
 
 }  // namespace
 
-double QtOrologio::TimeOfDay() const {
+double QtClock::TimeOfDay() const {
     return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
 }
 
-std::chrono::nanoseconds QtOrologio::Steady() const {
+std::chrono::nanoseconds QtClock::Steady() const {
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 
-QtTemporizzatore::QtTemporizzatore() {
+QtTimer::QtTimer() {
     timer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer_, &QTimer::timeout, [this] {
         // The tick may start this timer anew.
@@ -72,21 +72,21 @@ QtTemporizzatore::QtTemporizzatore() {
     });
 }
 
-void QtTemporizzatore::Start(int intervalMs, std::function<void()> tick) {
+void QtTimer::Start(int intervalMs, std::function<void()> tick) {
     tick_ = std::move(tick);
     timer_.start(intervalMs);
 }
 
-void QtTemporizzatore::Stop() {
+void QtTimer::Stop() {
     timer_.stop();
     tick_ = nullptr;
 }
 
-void QtEventiSistema::RunPending() {
+void QtSystemEvents::RunPending() {
     QCoreApplication::processEvents();
 }
 
-void QtEventiSistema::WaitPending(std::chrono::milliseconds limit) {
+void QtSystemEvents::WaitPending(std::chrono::milliseconds limit) {
     QEventLoop loop;
     QTimer timer;
     timer.setSingleShot(true);
@@ -95,7 +95,7 @@ void QtEventiSistema::WaitPending(std::chrono::milliseconds limit) {
     loop.exec();
 }
 
-Pointer QtEventiSistema::SetPointer(Pointer pointer) {
+Pointer QtSystemEvents::SetPointer(Pointer pointer) {
     const Pointer before = pointer_;
     pointer_ = pointer;
     if (pointer != before) {
@@ -108,21 +108,21 @@ Pointer QtEventiSistema::SetPointer(Pointer pointer) {
     return before;
 }
 
-void QtEventiSistema::Beep() {
+void QtSystemEvents::Beep() {
     QApplication::beep();
 }
 
-int QtSchermo::Width() const {
+int QtScreen::Width() const {
     return RoundHalfEven<int>(QGuiApplication::primaryScreen()->size().width() * TwipsPerPixel());
 }
 
-int QtSchermo::Height() const {
+int QtScreen::Height() const {
     return RoundHalfEven<int>(QGuiApplication::primaryScreen()->size().height() * TwipsPerPixel());
 }
 
-std::vector<Rettangolo> QtSchermo::Schermi() const {
+std::vector<Rectangle> QtScreen::Screens() const {
     const auto twips = [this](int pixels) { return RoundHalfEven<int>(pixels * TwipsPerPixel()); };
-    std::vector<Rettangolo> screens;
+    std::vector<Rectangle> screens;
     for (const QScreen* screen : QGuiApplication::screens()) {
         const QRect place = screen->geometry();
         screens.push_back(
@@ -131,7 +131,7 @@ std::vector<Rettangolo> QtSchermo::Schermi() const {
     return screens;
 }
 
-double QtSchermo::TwipsPerPixel() const {
+double QtScreen::TwipsPerPixel() const {
     return TwipsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInch();
 }
 

@@ -1,25 +1,25 @@
 #pragma once
 
-#include "platform/EventiSistema.h"
+#include "platform/Clock.h"
 #include "platform/MsgBox.h"
-#include "platform/Orologio.h"
-#include "platform/Schermo.h"
-#include "platform/Temporizzatore.h"
+#include "platform/Screen.h"
+#include "platform/SystemEvents.h"
+#include "platform/Timer.h"
 
 #include <QTimer>
 
 namespace sonnel {
 
-class QtOrologio : public Orologio {
+class QtClock : public Clock {
   public:
     [[nodiscard]] double TimeOfDay() const override;
     [[nodiscard]] std::chrono::nanoseconds Steady() const override;
 };
 
 /// A precise timer of the event loop.
-class QtTemporizzatore : public Temporizzatore {
+class QtTimer : public Timer {
   public:
-    QtTemporizzatore();
+    QtTimer();
     void Start(int intervalMs, std::function<void()> tick) override;
     void Stop() override;
 
@@ -28,7 +28,7 @@ class QtTemporizzatore : public Temporizzatore {
     std::function<void()> tick_;
 };
 
-class QtEventiSistema : public EventiSistema {
+class QtSystemEvents : public SystemEvents {
   public:
     void RunPending() override;
     void WaitPending(std::chrono::milliseconds limit) override;
@@ -40,11 +40,11 @@ class QtEventiSistema : public EventiSistema {
 };
 
 /// The primary screen.
-class QtSchermo : public Schermo {
+class QtScreen : public Screen {
   public:
     [[nodiscard]] int Width() const override;
     [[nodiscard]] int Height() const override;
-    [[nodiscard]] std::vector<Rettangolo> Schermi() const override;
+    [[nodiscard]] std::vector<Rectangle> Screens() const override;
     [[nodiscard]] double TwipsPerPixel() const override;
 };
 

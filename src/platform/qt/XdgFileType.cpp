@@ -1,6 +1,6 @@
 #include "platform/qt/XdgFileType.h"
 
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 
 #include <QFile>
 #include <QProcess>

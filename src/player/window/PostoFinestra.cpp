@@ -1,0 +1,51 @@
+#include "player/window/PostoFinestra.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace sonnel {
+namespace {
+
+constexpr int AltezzaMinima = 1440;
+constexpr int AltezzaTitolo = 450;    // what can be taken with the mouse to move the window
+constexpr int LarghezzaPresa = 1440;  // so much of it must be on the screen
+
+/// How much of one stretch lies within another. A stored place may be any number.
+std::int64_t Comune(std::int64_t inizio, std::int64_t lunghezza, std::int64_t altro,
+                    std::int64_t lunghezzaAltro) {
+    return std::min(inizio + lunghezza, altro + lunghezzaAltro) - std::max(inizio, altro);
+}
+
+bool SiPrende(const Rectangle& finestra, const Rectangle& schermo) {
+    return Comune(finestra.left, finestra.width, schermo.left, schermo.width) >= LarghezzaPresa &&
+           Comune(finestra.top, AltezzaTitolo, schermo.top, schermo.height) >= AltezzaTitolo / 2;
+}
+
+/// The minimum wins over a screen that is smaller.
+int EntroLimiti(int valore, int minimo, int massimo) {
+    return std::max(minimo, std::min(valore, massimo));
+}
+
+}  // namespace
+
+Rectangle PostoVisibile(const Rectangle& voluto, int larghezzaMinima,
+                        const std::vector<Rectangle>& schermi) {
+    Rectangle posto = voluto;
+    posto.width = std::max(posto.width, larghezzaMinima);
+    posto.height = std::max(posto.height, AltezzaMinima);
+    if (schermi.empty()) {
+        return posto;
+    }
+    auto schermo = std::find_if(schermi.begin(), schermi.end(),
+                                [&](const Rectangle& s) { return SiPrende(posto, s); });
+    if (schermo == schermi.end()) {
+        schermo = schermi.begin();
+        posto.left = schermo->left;
+        posto.top = schermo->top;
+    }
+    posto.width = EntroLimiti(posto.width, larghezzaMinima, schermo->width);
+    posto.height = EntroLimiti(posto.height, AltezzaMinima, schermo->height);
+    return posto;
+}
+
+}  // namespace sonnel

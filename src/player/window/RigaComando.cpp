@@ -1,0 +1,41 @@
+#include "player/window/RigaComando.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace sonnel {
+namespace {
+
+constexpr std::string_view Estensioni = ".mid.lyk";
+constexpr std::size_t LunghezzaEstensione = 4;
+
+}  // namespace
+
+std::string SenzaVirgolette(std::string riga) {
+    if (!riga.starts_with('"')) {
+        return riga;
+    }
+    riga.erase(0, 1);
+    if (!riga.empty()) {
+        riga.pop_back();
+    }
+    return riga;
+}
+
+std::string BranoDaRiga(std::string riga) {
+    if (riga.starts_with('\'')) {
+        riga.erase(0, 1);
+    }
+    if (riga.ends_with('\'')) {
+        riga.pop_back();
+    }
+    const std::size_t lunghezza = std::min(LunghezzaEstensione, riga.size());
+    const std::string coda = riga.substr(riga.size() - lunghezza);
+    // A line too short to lose four characters is kept: it may be a song's name.
+    if (lunghezza == LunghezzaEstensione && Estensioni.find(coda) != std::string_view::npos) {
+        riga.resize(riga.size() - LunghezzaEstensione);
+    }
+    return riga;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,159 @@
+#include "player/window/frmKaraoke.h"
+
+#include "platform/Numbers.h"
+#include "player/Calibratura.h"
+#include "player/window/ControlloVolume.h"
+
+#include <cmath>
+#include <utility>
+
+namespace sonnel {
+namespace {
+
+constexpr int IntervalloLogo = 500;  // ms, before the first frame
+constexpr int IntervalloCursore = 500;
+
+}  // namespace
+
+frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
+    : p_(parti),
+      avvio_(std::move(avvio)),
+      twipsPerPixel_(p_.schermo.TwipsPerPixel()),
+      area_(new QWidget(this)),
+      striscia_(new QWidget(area_)),
+      Parole(twipsPerPixel_, area_),
+      impaginazione_(p_.config, p_.timeline, Parole, *this, p_.msgBox),
+      disegno_(p_.config, Parole, *this, impaginazione_),
+      riproduzione_(PartiRiproduzione()) {
+    setWindowIcon(QIcon(":/sonnel.svg"));
+    setCentralWidget(area_);
+    area_->setAutoFillBackground(true);
+    area_->installEventFilter(this);
+    Parole.setAccessibleName("Lyrics");
+    Parole.onClick = [this] { Parole_Click(); };
+    // With the focus here no button holds it, which would pass it on when it is put out of use.
+    Parole.setFocusPolicy(Qt::ClickFocus);
+    Parole.setFocus();
+    CreaMenu();
+    CreaBarra();
+    tmrLogo.setObjectName("tmrLogo");
+    tmrLogo.setInterval(IntervalloLogo);
+    tmrSlider.setInterval(IntervalloCursore);
+    connect(&tmrLogo, &QTimer::timeout, this, &frmKaraoke::tmrLogo_Timer);
+    connect(&tmrSlider, &QTimer::timeout, this, &frmKaraoke::tmrSlider_Timer);
+    setMinimumWidth(static_cast<int>(std::ceil(LarghezzaMinima / twipsPerPixel_)));
+}
+
+Riproduzione::Parti frmKaraoke::PartiRiproduzione() {
+    return {p_.config, p_.timeline, p_.informazioni, p_.sequencer, impaginazione_,
+            disegno_,  *this,       p_.msgBox,       p_.eventi};
+}
+
+int frmKaraoke::Twips(double pixel) const {
+    return RoundHalfEven<int>(pixel * twipsPerPixel_);
+}
+
+int frmKaraoke::Pixel(double twips) const {
+    return RoundHalfEven<int>(twips / twipsPerPixel_);
+}
+
+// Commands
+
+void frmKaraoke::mnuFileLoad_Click() {
+    riproduzione_.FileLoad(p_.finestre.ScegliBrano());
+}
+
+void frmKaraoke::mnuFileRileggiDB_Click() {
+    p_.finestre.RileggiDB();
+}
+
+void frmKaraoke::mnufileAggiornaDB_Click() {
+    p_.finestre.SincronizzaDB();
+}
+
+void frmKaraoke::mnuFileExit_Click() {
+    close();
+}
+
+void frmKaraoke::mnuVisMixer_Click() {
+    MostraControlloVolume(p_.shell, p_.msgBox);
+}
+
+void frmKaraoke::mnuVisCalibratura_Click() {
+    Calibratura({p_.config, Parole, disegno_, impaginazione_, p_.registro, p_.msgBox, p_.eventi,
+                 p_.orologio, [this] { riproduzione_.RisincronizzaParole(); }})
+        .EseguiCalibratura();
+    riproduzione_.Riadatta();
+}
+
+void frmKaraoke::mnuVisInfo_Click() {
+    if (!info_) {
+        info_ = std::make_unique<frmInfo>(this);
+    }
+    const InformazioniBrano& brano = p_.informazioni;
+    info_->Mostra({brano.Titolo, brano.Autore, brano.KaraokeBy, brano.Versione, brano.Data});
+    info_->exec();
+}
+
+void frmKaraoke::mnuVisOpzioni_Click() {
+    p_.finestre.MostraOpzioni();
+    riproduzione_.ApplicaConfig();
+    riproduzione_.RisincronizzaParole();
+}
+
+void frmKaraoke::mnuHelpWebHome_Click() {
+    ApriPagina("https://www.sonnel-player.example/");
+}
+
+void frmKaraoke::mnuHelpWebLinks_Click() {
+    ApriPagina("https://www.sonnel-player.example/links.html");
+}
+
+void frmKaraoke::ApriPagina(std::string_view indirizzo) {
+    if (!p_.shell.OpenAddress(indirizzo)) {
+        p_.msgBox.Show({"Can't start the default browser!\r\n(no web browser installed?)",
+                        Icon::Critical, Buttons::Ok, 1, "Sonnel"});
+    }
+}
+
+void frmKaraoke::mnuHelpAbout_Click() {
+    // The start-up splash, while it is still loaded, stays what it is and closes itself.
+    if (!splash_) {
+        CaricaSplash(frmSplash::Modo::Informazioni);
+    }
+    splash_->exec();
+}
+
+void frmKaraoke::mnuSound_Click() {
+    riproduzione_.AbilitaFunzioni();
+}
+
+void frmKaraoke::mnuSoundPlay_Click() {
+    riproduzione_.SoundPlay();
+}
+
+void frmKaraoke::mnuSoundPause_Click() {
+    riproduzione_.SoundPause();
+}
+
+void frmKaraoke::mnuSoundStop_Click() {
+    riproduzione_.SoundStop();
+}
+
+void frmKaraoke::Parole_Click() {
+    riproduzione_.ParoleClick();
+}
+
+void frmKaraoke::sldPosition_Change(int value) {
+    riproduzione_.CursoreSpostato(value);
+}
+
+void frmKaraoke::tmrSlider_Timer() {
+    riproduzione_.AggiornaCursore();
+}
+
+void frmKaraoke::Form_LostFocus() {
+    riproduzione_.Sospendi();
+}
+
+}  // namespace sonnel

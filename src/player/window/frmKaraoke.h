@@ -1,0 +1,173 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/MsgBox.h"
+#include "platform/Registry.h"
+#include "platform/Screen.h"
+#include "platform/Shell.h"
+#include "platform/SystemEvents.h"
+#include "platform/midi/MMControl.h"
+#include "platform/qt/QtPictureBox.h"
+#include "player/CorniceParole.h"
+#include "player/DisegnoParole.h"
+#include "player/ImpaginazioneParole.h"
+#include "player/Riproduzione.h"
+#include "player/VistaKaraoke.h"
+#include "player/window/AltreFinestre.h"
+#include "player/window/AssociaLyk.h"
+#include "ui/CRebar.h"
+#include "ui/frmInfo.h"
+#include "ui/frmSplash.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+#include <QSlider>
+#include <QTimer>
+#include <QToolBar>
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sonnel {
+
+/// The main window: it shows the lyrics and the position of the song and passes commands on.
+class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaKaraoke {
+  public:
+    /// What the window stands on; all of it outlives the window.
+    struct Parti {
+        Config& config;
+        Timeline& timeline;
+        InformazioniBrano& informazioni;
+        std::mt19937& caso;  ///< seeded at start-up
+        Registry& registro;
+        MMControl& sequencer;
+        MsgBox& msgBox;
+        SystemEvents& eventi;
+        const Clock& orologio;
+        const Screen& schermo;
+        Shell& shell;
+        AltreFinestre& finestre;
+    };
+    /// What only the start-up needs.
+    struct Avvio {
+        std::string
+            CmdLine;  ///< the program's arguments as they were received, blanks between them
+        std::filesystem::path eseguibile{};  ///< the program's own file
+        std::string openDirPredefinita{};    ///< karaoke directory when the settings name none
+        ScriviWinIni scriviWinIni;
+    };
+    frmKaraoke(const Parti& parti, Avvio avvio);
+
+    /// Brings the player up and shows the window.
+    void Form_Load();
+
+    void mnuFileLoad_Click();
+    void mnuFileRileggiDB_Click();
+    void mnufileAggiornaDB_Click();
+    void mnuFileExit_Click();
+    void mnuVisMixer_Click();
+    void mnuVisCalibratura_Click();
+    void mnuVisInfo_Click();
+    void mnuVisOpzioni_Click();
+    void mnuHelpWebHome_Click();
+    void mnuHelpWebLinks_Click();
+    void mnuHelpAbout_Click();
+    void mnuSound_Click();
+    void mnuSoundPlay_Click();
+    void mnuSoundPause_Click();
+    void mnuSoundStop_Click();
+    /// Runs the command of the toolbar button at a 1-based index; a separator has none.
+    void tlbBar_ButtonClick(int index);
+    void Parole_Click();
+    void sldPosition_Change(int value);
+    void tmrSlider_Timer();
+    void tmrLogo_Timer();
+    void Form_Resize();
+    void Form_LostFocus();
+    void Form_Unload();
+
+    [[nodiscard]] int AltezzaBarra() const override;
+    [[nodiscard]] int AltezzaInterna() const override;
+    [[nodiscard]] int LarghezzaParole() const override;
+    void DisponiParole(int top, int altezza) override;
+    void ColoreSfondo(Colour colore) override;
+
+    void Titolo(const std::string& titolo) override;
+    void Durata(std::int32_t secondi, const std::string& testo) override;
+    void Cursore(std::int32_t secondi) override;
+    void Posizione(const std::string& testo) override;
+    void AnimaLogo(bool attiva) override;
+    void PrimaImmagineLogo() override;
+    void Comandi(const StatoComandi& stato) override;
+    void Disabilita(bool StatoComandi::*comando) override;
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    static constexpr int LarghezzaMinima = 8300;  // twips
+
+    [[nodiscard]] Riproduzione::Parti PartiRiproduzione();
+    void CreaMenu();
+    void CreaBarra();
+    QWidget* CreaPosizione();
+    void MostraLogo(int immagine);
+    void ApriPagina(std::string_view indirizzo);
+    void DisponiFinestra();
+
+    void CreaRebar();
+    void MostraSplash();
+    void CaricaSplash(frmSplash::Modo modo);
+    void SeminaCaso();
+    void CaricaImpostazioni();
+    void AllargaAlloSchermo();
+    void CaricaDaRigaComando(const std::string& riga);
+    void RipristinaPosto();
+    void MostraFinestra();
+    void SalvaFinestra();
+    [[nodiscard]] int Twips(double pixel) const;
+    [[nodiscard]] int Pixel(double twips) const;
+
+    Parti p_;
+    Avvio avvio_;
+    double twipsPerPixel_;
+    QWidget* area_;  ///< everything below the menu bar
+    QWidget* striscia_;
+    QtPictureBox Parole;
+    QToolBar* tlbBar = nullptr;
+    QLabel* lblPosition = nullptr;
+    QSlider* sldPosition = nullptr;
+    QLabel* lblTrackLength = nullptr;
+    QLabel* imgLogo = nullptr;
+    QTimer tmrLogo{this};
+    QTimer tmrSlider;
+    CRebar Rebar;  ///< without bands: the strip lies over it, as wide as the window
+    std::array<QIcon, 3> ImageList2;
+    int immagineLogo_ = 0;
+    int contatoreLogo_ = 0;
+
+    /// A menu item or a button and the state that enables it.
+    struct Legame {
+        QAction* azione;
+        bool StatoComandi::*stato;
+    };
+    std::vector<Legame> legami_;
+    std::optional<StatoComandi> comandi_;  ///< what the commands were last told
+
+    std::unique_ptr<frmSplash> splash_;  ///< while it is loaded
+    std::unique_ptr<frmInfo> info_;      ///< from its first use on
+
+    ImpaginazioneParole impaginazione_;
+    DisegnoParole disegno_;
+    Riproduzione riproduzione_;
+};
+
+}  // namespace sonnel
