@@ -67,7 +67,7 @@ class frmInfoBrano final : public QDialog {
     bool voceSelezionata_ = false;  ///< the album box shows an entry that was picked, not typed
 };
 
-/// Lets the person change the properties of the song of the list's selected line; does nothing when
+/// Lets the user change the properties of the song of the list's selected line; does nothing when
 /// none is selected.
 void ProprietaBrano(const Libreria& libreria, ListaBrani& lista, QWidget* parent);
 

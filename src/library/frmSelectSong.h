@@ -26,7 +26,7 @@ namespace sonnel {
 
 class ModelloBrani;
 
-/// The song selection window: the person picks the song to play, and looks after the library. It
+/// The song selection window: the user picks the song to play, and looks after the library. It
 /// is shown with exec() and only hidden afterwards, so that list, order, selection and size stay.
 class frmSelectSong final : public QDialog, public ListaBrani {
   public:

@@ -61,7 +61,7 @@ class CRebar {
     [[nodiscard]] QWidget* Parent() const { return parent_; }
     /// Background of the bands added from now on.
     void ImageForRebar(const QPixmap& img) { image_ = img; }
-    /// The window that is told when the strip's height changes: it gets a layout request.
+    /// The window to notify when the strip's height changes: it gets a layout request.
     void SetMainParent(QWidget& obj) { notified_ = &obj; }
 
   private:

@@ -26,7 +26,8 @@ struct Posizione {
 void Attendi(std::int16_t secondi, const Clock& orologio, SystemEvents& eventi);
 
 /// Replaces every occurrence of `cerca`, left to right, never searching the inserted text again.
-/// Returns the number of replacements (at most 32,767 are told); an empty `cerca` changes nothing.
+/// Returns the number of replacements (32,767 when there are more); an empty `cerca` changes
+/// nothing.
 std::int16_t SostituisciTesto(std::string& testo, std::string_view cerca,
                               std::string_view sostituisci);
 

@@ -4,7 +4,7 @@
 
 namespace sonnel {
 
-/// The window that tells the person to wait while a long operation runs. The operation goes on at
+/// The window that asks the user to wait while a long operation runs. The operation goes on at
 /// once; the window is painted, and its Cancel button noticed, while the operation lets pending
 /// events run.
 class FinestraMessaggio {

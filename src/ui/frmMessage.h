@@ -9,7 +9,7 @@
 
 namespace sonnel {
 
-/// Tells the person to wait while a long operation runs. It is painted when MostraMessaggio
+/// Asks the user to wait while a long operation runs. It is painted when MostraMessaggio
 /// returns, and lies over the window that is in use then.
 class frmMessage final : public QDialog, public FinestraMessaggio {
   public:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "windows/Pixels.h"
+#include "windows/Look.h"
 
 #include "platform/Numbers.h"
 #include "platform/qt/QtPictureBox.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "windows/Pixels.h"
+#include "windows/Look.h"
 
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeShell.h"

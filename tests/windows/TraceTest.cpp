@@ -12,8 +12,8 @@ namespace {
 
 using nlohmann::json;
 
-/// The steps that the command-line companion foretells for a song.
-json Foretold(const std::string& song) {
+/// The steps of a song as the command-line tool computes them.
+json Computed(const std::string& song) {
     const std::string command =
         "'" SONNEL_TOOL "' trace '" + song + "' --json --report-ms 10 --compensation 3";
     std::FILE* const pipe = popen(command.c_str(), "r");
@@ -22,11 +22,11 @@ json Foretold(const std::string& song) {
     return trace["steps"];
 }
 
-TEST(TraceTest, AWholeSongIsShownAsForetoldPixelByPixel) {
+TEST(TraceTest, AWholeSongIsShownAsComputedPixelByPixel) {
     PlayerRig player;
     player.Store("Opzioni", "Compensazione", "3");
     for (const std::string song : {SONNEL_SONGS "/Row Your Boat", SONNEL_SONGS "/Frere Jacques"}) {
-        const json steps = Foretold(song);
+        const json steps = Computed(song);
         ASSERT_GT(steps.size(), 80U) << song;
         player.Open("\"" + song + ".lyk\"");
         player.window->mnuSoundPlay_Click();

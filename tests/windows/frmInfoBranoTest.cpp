@@ -1,3 +1,5 @@
+#include "windows/Look.h"
+
 #include "fakes/SongLibrary.h"
 #include "library/frmInfoBrano.h"
 
@@ -32,25 +34,16 @@ struct frmInfoBranoTest : ::testing::Test, SongLibrary {
         windows.log.clear();
         windows.selected = 1;
     }
-    /// Runs the command while a person acts in its window, who closes it at last.
-    void Edit(const std::function<void()>& person) {
-        QTimer turn;
-        QObject::connect(&turn, &QTimer::timeout, &turn, [&] {
-            turn.stop();
+    /// Runs the command while the user acts in its window; it is closed in the end.
+    void Edit(const std::function<void()>& act) {
+        QTimer::singleShot(1, [&] {
             window = dynamic_cast<frmInfoBrano*>(QApplication::activeModalWidget());
-            person();
+            act();
             window->close();
         });
-        turn.start(0);
         ProprietaBrano(libreria, windows, nullptr);
     }
-    void Press(const QString& text) const {
-        for (QPushButton* button : window->findChildren<QPushButton*>()) {
-            if (button->text() == text) {
-                button->click();
-            }
-        }
-    }
+    void Press(const QString& text) const { Find<QPushButton>(*window, text).click(); }
     QComboBox* Box() const { return window->findChild<QComboBox*>(); }
     /// The albums listed, the one chosen and the buttons that can be used.
     std::string Shown() const {

@@ -1,4 +1,4 @@
-#include "windows/Pixels.h"
+#include "windows/Look.h"
 
 #include "fakes/MemoryRegistry.h"
 #include "fakes/ScriptedDialog.h"
@@ -9,7 +9,6 @@
 #include <QFontDatabase>
 #include <QTest>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -28,18 +27,10 @@ class frmOpzioniTest : public ::testing::Test {
             screen});
         window->show();
     }
-    /// The control of a kind with an accessible name or a caption.
-    template <class Control>
-    Control& Find(const QString& name) const {
-        for (auto* control : window->findChildren<Control*>()) {
-            if (control->accessibleName() == name || control->property("text") == name) {
-                return *control;
-            }
-        }
-        throw std::logic_error("no " + name.toStdString());
+    QComboBox& List(const char* name) const { return Find<QComboBox>(*window, name); }
+    int Pixels(Colour colour) const {
+        return Count(Shot(Find<QWidget>(*window, "Sample")), colour);
     }
-    QComboBox& List(const char* name) const { return Find<QComboBox>(name); }
-    int Pixels(Colour colour) const { return Count(Shot(Find<QWidget>("Sample")), colour); }
 
     const QStringList fonts = QFontDatabase::families();
     Config config{.FontName = fonts.at(0).toStdString(), .AutoFont = 0, .OpenDir = "/songs/"};
@@ -61,10 +52,11 @@ TEST_F(frmOpzioniTest, EditsACopyUntilOk) {
         dialog.files = {{"/new songs/sonnel.snl"}};
         for (const char* caption : {"Text", "Back", "Selection", "C&hange...", "&Bold",
                                     "Automatic font size", "Start playing on song open"}) {
-            Find<QAbstractButton>(caption).click();
+            Find<QAbstractButton>(*window, caption).click();
         }
-        Find<QCheckBox>("Shadow").click();
-        EXPECT_FALSE(List("Font size").isEnabled() || Find<QPushButton>("Shadow").isEnabled());
+        Find<QCheckBox>(*window, "Shadow").click();
+        EXPECT_FALSE(List("Font size").isEnabled() ||
+                     Find<QPushButton>(*window, "Shadow").isEnabled());
         List("Font").setCurrentText(fonts.constLast());
         List("Font size").setCurrentText("9");
         QTest::keyClick(window.get(), key);
@@ -90,7 +82,7 @@ TEST_F(frmOpzioniTest, ShowsAtOnceWhatIsChosen) {
     EXPECT_GT(std::min(small, Pixels(config.ColoreOmbra)), 20);
     List("Font size").setCurrentText("60");
     EXPECT_GT(Pixels(config.ColoreTesto), 2 * small);
-    Find<QCheckBox>("Shadow").click();
+    Find<QCheckBox>(*window, "Shadow").click();
     EXPECT_EQ(Pixels(config.ColoreOmbra), 0);
 }
 

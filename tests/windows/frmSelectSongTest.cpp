@@ -1,15 +1,13 @@
-#include "fakes/ClockedEvents.h"
+#include "windows/Look.h"
+
 #include "fakes/ScriptedDialog.h"
-#include "fakes/ScriptedMsgBox.h"
-#include "fakes/TempDirectory.h"
+#include "fakes/SongLibrary.h"
 #include "library/frmSelectSong.h"
 
 #include <QTest>
 #include <functional>
-#include <map>
-#include <set>
-#include <tuple>
-#include <utility>
+#include <random>
+#include <stdexcept>
 
 #include <gmock/gmock.h>
 
@@ -20,20 +18,15 @@ using testing::ElementsAre;
 
 /// The selection window over a library of four songs on disk, still empty as it is when the table
 /// is loaded after the window is made.
-class frmSelectSongTest : public testing::Test {
+class frmSelectSongTest : public testing::Test, protected SongLibrary, protected ComandiSelezione {
   protected:
-    struct Commands : ComandiSelezione {
-        void ConvertiKar() override { ++conversions; }
-        void SincronizzaDB() override { rebuild(); }
-        int conversions = 0;
-        std::function<void()> rebuild;
-    };
+    void ConvertiKar() override { ++conversions; }
+    void SincronizzaDB() override { rebuild(); }
     void SetUp() override {
-        folder.Write("sonnel.snl",
-                     "[Songs]\r\ntune=Mare|Rossi|Estate\r\nstella=mare|Verdi|?\r\n"
-                     "abete=Abete|Neri|Boschi\r\nzero=\xC8 tardi|Bianchi|?\r\n");
-        config.OpenDir = folder.Path().string() + "/";
-        CaricaIndice(library);
+        Index(
+            "[Songs]\r\ntune=Mare|Rossi|Estate\r\nstella=mare|Verdi|?\r\n"
+            "abete=Abete|Neri|Boschi\r\nzero=\xC8 tardi|Bianchi|?\r\n");
+        CaricaIndice(libreria);
         Show();
     }
     /// Shows the window and lets it take the keys.
@@ -46,67 +39,51 @@ class frmSelectSongTest : public testing::Test {
         window.AggiornaLista();
         window.SelezionaBrano(selected);
     }
-    QListView& List() const { return *window.findChild<QListView*>(); }
     std::string Lines() const {
         std::string lines;
-        for (int i = 0; i < List().model()->rowCount(); ++i) {
-            lines += List().model()->index(i, 0).data().toString().toStdString() + '|';
+        for (int i = 0; i < list.model()->rowCount(); ++i) {
+            lines += list.model()->index(i, 0).data().toString().toStdString() + '|';
         }
         return lines;
     }
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(&List(), key, modifiers);
+        QTest::keyClick(&list, key, modifiers);
     }
     QAction* Button(int index) const {
         return window.findChild<QToolBar*>()->actions().at(index - 1);
     }
-    /// The menu items and toolbar buttons that cannot be used.
-    std::set<QString> Unusable() const {
-        std::set<QString> names;
-        for (const QAction* action : window.findChildren<QAction*>()) {
-            if (!action->isEnabled() && !action->text().isEmpty()) {
-                names.insert(action->text());
-            }
-        }
-        return names;
-    }
-    /// The window is closed, with this answer and the song it means; it is shown again.
-    void ExpectClosed(const std::string& tag, const std::string& base) {
+    /// How the window was closed: its answer and the song this means. It is shown again.
+    std::string Closed() {
         EXPECT_FALSE(window.isVisible());
-        EXPECT_EQ(window.Tag, tag);
-        EXPECT_EQ(window.Scelta() ? window.Scelta()->base : "", base);
+        const std::string answer =
+            window.Tag + (window.Scelta() ? " " + window.Scelta()->base : "");
         Show();
+        return answer;
     }
 
-    TempDirectory folder;
-    Config config;
-    TabellaBrani table;
-    ScriptedMsgBox msgBox;
-    ManualClock clock;
-    ClockedEvents events{clock};
-    Libreria library{config, table, msgBox, events};
     ScriptedDialog dialog;
     std::mt19937 random{1};  // NOLINT(bugprone-random-generator-seed): the same every time
-    Commands commands;
-    frmSelectSong window{{library, dialog, random, commands}};
+    int conversions = 0;
+    std::function<void()> rebuild;
+    frmSelectSong window{{libreria, dialog, random, *this}};
+    QListView& list = *window.findChild<QListView*>();
 };
 
-const std::set<QString> NeedASong = {"&Open", "&Properties", "Delete song", "&Delete",
-                                     "Edit song properties"};
+constexpr const char* kNeedASong = "&Open|&Properties|&Delete|Edit song properties|Delete song|";
 
 TEST_F(frmSelectSongTest, AnEmptyLibraryOffersNoSong) {
-    std::set<QString> needSongs = NeedASong;
-    needSongs.insert({"Open &random song", "Open a random song"});
     EXPECT_EQ(window.windowTitle(), "Song selection - 0 songs");
-    EXPECT_EQ(Unusable(), needSongs);
+    EXPECT_EQ(OutOfUse(window),
+              "&Open|Open &random song|&Properties|&Delete|Edit song properties|"
+              "Delete song|Open a random song|");
     window.AggiornaLista();
     EXPECT_EQ(window.windowTitle(), "Song selection - 4 songs");
-    EXPECT_EQ(Unusable(), NeedASong);
-    List().clearFocus();
-    List().setFocus();
+    EXPECT_EQ(OutOfUse(window), kNeedASong);
+    list.clearFocus();
+    list.setFocus();
     Key(Qt::Key_Down);
     EXPECT_EQ(window.BranoSelezionato(), 3) << "the keys begin with the first line";
-    EXPECT_EQ(frmSelectSong({library, dialog, random, commands}).BranoSelezionato(), 3)
+    EXPECT_EQ(frmSelectSong({libreria, dialog, random, *this}).BranoSelezionato(), 3)
         << "the first line";
 }
 
@@ -138,25 +115,25 @@ TEST_F(frmSelectSongTest, OrdersKeepTheSelectedSong) {
 TEST_F(frmSelectSongTest, EveryWayOutLeavesItsAnswer) {
     Fill(1);
     const auto buttons = window.findChildren<QPushButton*>();
-    const QPoint fourth = List().visualRect(List().model()->index(3, 0)).center();
+    const QPoint fourth = list.visualRect(list.model()->index(3, 0)).center();
+    const std::string first = "1 " + config.OpenDir + "tune";
     const std::vector<std::pair<std::function<void()>, std::string>> ways = {
-        {[&] { Key(Qt::Key_Return); }, "1"},
+        {[&] { Key(Qt::Key_Return); }, first},
         {[&] { Key(Qt::Key_Escape); }, ""},
-        {[&] { Key(Qt::Key_F2); }, "1"},  // the line is selected still
+        {[&] { Key(Qt::Key_F2); }, first},  // the line is selected still
         {[&] { Key(Qt::Key_Q, Qt::ControlModifier); }, ""},
-        {[&] { buttons.at(0)->click(); }, "1"},
+        {[&] { buttons.at(0)->click(); }, first},
         {[&] { buttons.at(1)->click(); }, ""},
         {[&] {
-             QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, fourth);
-             QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, fourth);
+             QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, fourth);
+             QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, fourth);
          },
-         "2"},
+         "2 " + config.OpenDir + "stella"},
         {[&] { window.close(); }, ""},
-        {[&] { QTest::keyClicks(&List(), "ma"), Key(Qt::Key_Return); }, "1"}};
-    const std::map<std::string, std::string> files{{"1", "tune"}, {"2", "stella"}};
+        {[&] { QTest::keyClicks(&list, "ma"), Key(Qt::Key_Return); }, first}};
     for (const auto& [wayOut, answer] : ways) {
         wayOut();
-        ExpectClosed(answer, answer.empty() ? "" : config.OpenDir + files.at(answer));
+        EXPECT_EQ(Closed(), answer);
     }
 }
 
@@ -173,50 +150,51 @@ TEST_F(frmSelectSongTest, ARandomSongIsOneOfTheList) {
 }
 
 TEST_F(frmSelectSongTest, ASongFromElsewhereNeedsItsMusic) {
-    dialog.files = {{folder.Write("a.lyk", "")}, {folder.Write("b\xC3\xA8.LYK", "")}};
-    folder.Write("B\xC3\xA8.Mid", "");
+    dialog.files = {{directory.Write("a.lyk", "")}, {directory.Write("b\xC3\xA8.LYK", "")}};
+    directory.Write("B\xC3\xA8.Mid", "");
     Key(Qt::Key_F2, Qt::ShiftModifier);
-    ASSERT_EQ(msgBox.shown.size(), 1U);
-    EXPECT_THAT(msgBox.shown[0].text,
-                testing::StartsWith("Can't load the selected song: MID file missing!\r\nTo "));
+    EXPECT_THAT(
+        Messages(),
+        ElementsAre(testing::StartsWith("Can't load the selected song: MID file missing!\r\nTo ")));
     EXPECT_EQ(dialog.asked[0].title + dialog.asked[0].name, "Open a LYK file*.lyk");
     EXPECT_TRUE(window.isVisible());
     Button(6)->trigger();
-    ExpectClosed("F=" + (folder / "b\xC3\xA8").string(), (folder / "b\xC3\xA8").string());
+    const std::string base = config.OpenDir + "b\xC3\xA8";
+    EXPECT_EQ(Closed(), "F=" + base + " " + base);
 }
 
 TEST_F(frmSelectSongTest, DeletingASongLeavesTheNextOneSelected) {
     for (const char* name : {"tune.lyk", "tune.MID", "zero.lyk"}) {
-        folder.Write(name, "");
+        directory.Write(name, "");
     }
     Fill(1);
     msgBox.answers = {Answer::Cancel};
     Key(Qt::Key_Delete);
-    EXPECT_EQ(folder.Names().size(), 4U);
+    EXPECT_EQ(directory.Names().size(), 4U);
     Button(3)->trigger();
     const Message& asked = msgBox.shown.at(1);
     EXPECT_EQ(asked.text,
               "Delete the song \"Mare\"?\r\nWarning: both LYK and MID files will be removed!");
     EXPECT_TRUE(asked.buttons == Buttons::OkCancel && asked.defaultButton == 2);
-    EXPECT_THAT(folder.Names(), ElementsAre("sonnel.snl", "zero.lyk"));
+    EXPECT_THAT(directory.Names(), ElementsAre("sonnel.snl", "zero.lyk"));
     EXPECT_EQ(window.windowTitle(), "Song selection - 3 songs");
-    EXPECT_EQ(table.Brani(window.BranoSelezionato()).NomeFile, "stella");
+    EXPECT_EQ(brani.Brani(window.BranoSelezionato()).NomeFile, "stella");
 
     window.SelezionaBrano(3);
     Key(Qt::Key_Delete);
     EXPECT_EQ(window.BranoSelezionato(), 0);
-    EXPECT_EQ(Unusable(), NeedASong);
+    EXPECT_EQ(OutOfUse(window), kNeedASong);
 }
 
 TEST_F(frmSelectSongTest, ReloadAndRebuildTakeNoInput) {
     Fill(2);
-    folder.Write("sonnel.snl", "[Songs]\r\na=One|x|?\r\nb=Two|x|?\r\n");
+    Index("[Songs]\r\na=One|x|?\r\nb=Two|x|?\r\n");
     Key(Qt::Key_F8);
     EXPECT_EQ(Lines(), "One (x) - <None>|Two (x) - <None>|");
     EXPECT_EQ(window.BranoSelezionato(), 2);
 
     int rebuilds = 0;
-    commands.rebuild = [&] {
+    rebuild = [&] {
         ++rebuilds;
         for (const Qt::Key key : {Qt::Key_F9, Qt::Key_F2, Qt::Key_Escape}) {
             QTest::keyClick(window.windowHandle(), key);
@@ -225,18 +203,28 @@ TEST_F(frmSelectSongTest, ReloadAndRebuildTakeNoInput) {
         EXPECT_TRUE(window.isVisible());
     };
     Key(Qt::Key_F9);
-    EXPECT_TRUE(rebuilds == 1 && window.isEnabled() && List().hasFocus());
+    EXPECT_TRUE(rebuilds == 1 && window.isEnabled() && list.hasFocus());
+}
+
+TEST_F(frmSelectSongTest, AnErrorLeavesNothingDisabledAndNoBusyPointer) {
+    rebuild = [this] { sonnel::SincronizzaDB(libreria, windows.Windows()); };
+    Lyk("song.lyk");
+    windows.log.clear();
+    windows.onTurn = [](int) { throw std::runtime_error("out of memory"); };
+    EXPECT_THROW(window.mnuDataRebuild_Click(), std::runtime_error);
+    EXPECT_TRUE(window.isEnabled());
+    EXPECT_THAT(windows.log, ElementsAre("busy", "disable", "progress Updating, please wait...",
+                                         "enable", "close", "normal"));
 }
 
 TEST_F(frmSelectSongTest, CommandsOfOthersAreCarriedOut) {
-    Fill(1);
     dialog.files = {{}, {}};
     Key(Qt::Key_Insert, Qt::ControlModifier);
     Button(1)->trigger();
     EXPECT_EQ(dialog.asked.at(1).title, "Add a new LYK song");
     Key(Qt::Key_F3);
     Button(7)->trigger();
-    EXPECT_EQ(commands.conversions, 2);
+    EXPECT_EQ(conversions, 2);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ QStringList Filters(const FileRequest& request) {
     return filters;
 }
 
-/// Asks again while a new file's directory does not exist; false when the person has cancelled.
+/// Asks again while a new file's directory does not exist; false when the user has cancelled.
 bool ExecUntilPathExists(QFileDialog& dialog) {
     while (dialog.exec() == QDialog::Accepted) {
         const QString directory = QFileInfo(dialog.selectedFiles().value(0)).path();

@@ -22,9 +22,9 @@ namespace {
 constexpr std::uint32_t PropertyLimit = 16384;
 /// Longest title that is shown, in characters.
 constexpr std::size_t TitleLimit = 200;
-/// Who asks for an activation: not an ordinary program's wish, which window managers may refuse,
-/// but the person's own.
-constexpr std::uint32_t OnThePersonsBehalf = 2;
+/// The source of an activation request: the user. Window managers may refuse that of an ordinary
+/// program.
+constexpr std::uint32_t OnTheUsersBehalf = 2;
 /// The desktop of a window that all of them show.
 constexpr std::uint32_t EveryDesktop = 0xFFFFFFFF;
 
@@ -189,7 +189,7 @@ bool X11Display::Activate(xcb_window_t window) const {
         return false;
     }
     // Some window managers activate only what is on the desktop that shows.
-    return ShowDesktopOf(window) && Ask(window, "_NET_ACTIVE_WINDOW", OnThePersonsBehalf);
+    return ShowDesktopOf(window) && Ask(window, "_NET_ACTIVE_WINDOW", OnTheUsersBehalf);
 }
 
 }  // namespace
