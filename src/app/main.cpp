@@ -36,12 +36,12 @@ std::string DefaultKaraokeDirectory() {
     const QString program = QCoreApplication::applicationDirPath();
     const std::filesystem::path directory = DirectoryKaraoke(
         PathFromUtf8(program.toStdString()), QFileInfo(program).isWritable(), ProcessEnvironment);
-    std::error_code ignored;  // a directory that cannot be made is reported by who needs it
+    std::error_code ignored;  // the library reports a directory that is missing
     std::filesystem::create_directories(directory.parent_path().parent_path(), ignored);
     return Utf8FromPath(directory);
 }
 
-/// Writes a key of a file that may not have its directory yet; who lacks the entry lives without.
+/// Writes a key of a file and makes its directory when it is missing. A failure is ignored.
 void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
               std::string_view value) {
     if (!file.Path().is_absolute()) {
