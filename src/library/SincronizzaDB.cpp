@@ -1,6 +1,8 @@
 #include "library/SincronizzaDB.h"
 
 #include "library/AggiornaIndice.h"
+#include "platform/ScopeExit.h"
+#include "ui/PuntatoreOccupato.h"
 
 #include <cstdint>
 #include <string>
@@ -30,21 +32,23 @@ void SincronizzaDB(const Libreria& libreria, const FinestreDB& finestre) {
     if (libreria.msgBox.Show({Domanda, Icon::Question, Buttons::OkCancel, 2}) != Answer::Ok) {
         return;
     }
-    libreria.eventi.SetPointer(Pointer::Busy);
-    finestre.abilitaFinestra(false);
-    finestre.messaggio.MostraMessaggio("Updating, please wait...", false);
-    RinnovaLista(finestre.lista, [&] { (void)AggiornaIndice(libreria); });
-    finestre.abilitaFinestra(true);
-    finestre.messaggio.ChiudiMessaggio();
-    libreria.eventi.SetPointer(Pointer::Normal);
+    {
+        const PuntatoreOccupato occupato(libreria.eventi, Pointer::Normal);
+        finestre.abilitaFinestra(false);
+        const ScopeExit fine([&] {
+            finestre.abilitaFinestra(true);
+            finestre.messaggio.ChiudiMessaggio();
+        });
+        finestre.messaggio.MostraMessaggio("Updating, please wait...", false);
+        RinnovaLista(finestre.lista, [&] { (void)AggiornaIndice(libreria); });
+    }
     (void)libreria.msgBox.Show({"Index update completed.", Icon::Information});
     AvvisaEsclusi(libreria);
 }
 
 void RileggiDB(const Libreria& libreria, ListaBrani& lista) {
-    libreria.eventi.SetPointer(Pointer::Busy);
+    const PuntatoreOccupato occupato(libreria.eventi, Pointer::Normal);
     RinnovaLista(lista, [&] { CaricaIndice(libreria); });
-    libreria.eventi.SetPointer(Pointer::Normal);
 }
 
 }  // namespace sonnel

@@ -7,6 +7,7 @@
 #include "library/frmInfoBrano.h"
 #include "library/frmSelectSongLista.h"
 #include "platform/Paths.h"
+#include "platform/ScopeExit.h"
 #include "ui/PuntatoreOccupato.h"
 
 #include <QResizeEvent>
@@ -151,8 +152,10 @@ void frmSelectSong::mnuDataDelete_Click() {
 template <class Operazione>
 void frmSelectSong::SenzaInput(const Operazione& operazione) {
     setEnabled(false);
-    operazione();
-    setEnabled(true);
+    {
+        const ScopeExit riabilita([this] { setEnabled(true); });
+        operazione();
+    }
     lstBrani->setFocus();
 }
 

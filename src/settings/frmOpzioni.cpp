@@ -2,8 +2,9 @@
 
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
+#include "platform/ScopeExit.h"
 #include "settings/TestoNumero.h"
-#include "ui/basCommon.h"
+#include "ui/frmCentraForm.h"
 
 #include <QDialogButtonBox>
 #include <QEvent>
@@ -51,8 +52,8 @@ frmOpzioni::frmOpzioni(const Parti& parti, QWidget* parent)
     // The window stays alive while the index is made, but takes no second OK.
     parti_.opzioni.aggiornaIndice = [this, aggiorna = parti.opzioni.aggiornaIndice] {
         setEnabled(false);
+        const ScopeExit riabilita([this] { setEnabled(true); });
         aggiorna();
-        setEnabled(true);
     };
     auto* SSTab1 = new QTabWidget(this);
     SSTab1->addTab(CreaGenerale(), "&General");
@@ -196,12 +197,7 @@ void frmOpzioni::Form_Load() {
     Parole.installEventFilter(this);
 
     adjustSize();
-    const Screen& schermo = parti_.schermo;
-    const double twips = schermo.TwipsPerPixel();
-    const Posizione posto =
-        CentraForm(static_cast<float>(schermo.Width()), static_cast<float>(schermo.Height()),
-                   static_cast<float>(width() * twips), static_cast<float>(height() * twips));
-    move(RoundHalfEven<int>(posto.left / twips), RoundHalfEven<int>(posto.top / twips));
+    CentraForm(*this, parti_.schermo);
 }
 
 /// From here on each control writes its setting into the copy. Not before: a compensation outside

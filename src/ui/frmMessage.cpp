@@ -4,7 +4,7 @@
 #include "platform/Numbers.h"
 #include "platform/qt/PaintNow.h"
 #include "platform/qt/WindowInUse.h"
-#include "ui/basCommon.h"
+#include "ui/frmCentraForm.h"
 
 #include <QVBoxLayout>
 #include <algorithm>
@@ -66,10 +66,7 @@ void frmMessage::Centra(int altezza) {
     const double twips = schermo_.TwipsPerPixel();
     const auto pixel = [twips](double valore) { return RoundHalfEven<int>(valore / twips); };
     setFixedSize(std::max(pixel(LarghezzaMinima), sizeHint().width()), pixel(altezza));
-    const Posizione posto =
-        CentraForm(static_cast<float>(schermo_.Width()), static_cast<float>(schermo_.Height()),
-                   static_cast<float>(width() * twips), static_cast<float>(height() * twips));
-    move(pixel(posto.left), pixel(posto.top));
+    CentraForm(*this, schermo_);
 }
 
 void frmMessage::ChiudiMessaggio() {

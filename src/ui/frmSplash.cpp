@@ -45,7 +45,7 @@ frmSplash::frmSplash(Modo modo, QWidget* parent)
     tmrClose.setSingleShot(true);
     connect(&tmrClose, &QTimer::timeout, this, &frmSplash::tmrClose_Timer);
     // Of a fixed size, so there is nothing to maximise.
-    setWindowFlags(modo == Modo::Avvio ? Qt::Dialog | Qt::FramelessWindowHint
+    setWindowFlags(modo == Modo::Avvio ? Qt::SplashScreen | Qt::FramelessWindowHint
                                        : Qt::Dialog | Qt::CustomizeWindowHint |
                                              Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     if (modo == Modo::Avvio) {
@@ -79,6 +79,12 @@ void frmSplash::done(int result) {
     // Closing comes by here more than once.
     if (const auto unload = std::exchange(onUnload, nullptr)) {
         unload();
+    }
+}
+
+void frmSplash::reject() {
+    if (isModal()) {
+        QDialog::reject();
     }
 }
 

@@ -25,6 +25,8 @@ class frmSplash : public QDialog {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void done(int result) override;
+    /// Escape and the frame close the About box; at start-up the splash closes itself.
+    void reject() override;
 
   private:
     QSvgRenderer imgLogo;

@@ -1,19 +1,19 @@
-#include "windows/KaraokeWindow.h"
+#include "windows/PlayerRig.h"
 
 #include "fakes/SmfBuilder.h"
+#include "settings/basRegistry.h"
 
 #include <QFrame>
 #include <QMenuBar>
-#include <algorithm>
+#include <QPointer>
 #include <functional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include <gmock/gmock.h>
 
 namespace sonnel::test {
 namespace {
+
+using testing::ElementsAre;
 
 constexpr Colour Unsung = 8421376;
 constexpr Colour Sung = 0xFFFFFF;
@@ -25,12 +25,10 @@ constexpr const char* kPlaying =
     "Open Song informations Video calibration Options Play "
     "&Open Cali&brate... Song &Properties &Play slider";
 
-/// The main window and a song of 30.4 seconds whose page is sung from second 1
-/// to second 4.
-class frmKaraokeTest : public KaraokeWindow {
+/// The main window and a song of 30.4 seconds whose page is sung from second 1 to second 4.
+class frmKaraokeTest : public testing::Test, protected PlayerRig {
   protected:
     void SetUp() override {
-        KaraokeWindow::SetUp();
         rig.folder.Write("song.lyk",
                          "Cantabelle1.0\r\n*TIRondini\r\n00000 1Uno$Edue$Etre$Equattro\r\n"
                          "00010 23\r\n00020 28\r\n00030 213\r\n00040 222\r\n");
@@ -46,15 +44,13 @@ class frmKaraokeTest : public KaraokeWindow {
             const std::string name = action->text().toStdString();
             names += action->isEnabled() || name.empty() ? "" : name + ' ';
         }
-        return names + (Slider()->isEnabled() ? "" : "slider");
+        return names + (slider->isEnabled() ? "" : "slider");
     }
-    QToolBar* Bar() const { return window->findChild<QToolBar*>(); }
-    QSlider* Slider() const { return window->findChild<QSlider*>(); }
     std::string Label(int index) const {
         const auto labels = window->findChild<QFrame*>("SSPanel1")->findChildren<QLabel*>();
         return labels.at(index)->text().toStdString();
     }
-    int Pixels(Colour colour) const { return Count(Shot(Lyrics()), colour); }
+    int Pixels(Colour colour) const { return Count(Shot(*lyrics), colour); }
 };
 
 TEST_F(frmKaraokeTest, StartsWithoutASong) {
@@ -63,29 +59,29 @@ TEST_F(frmKaraokeTest, StartsWithoutASong) {
     EXPECT_EQ(window->windowTitle(), "Sonnel Player 98 4.1 beta");
     EXPECT_EQ(QRect(window->pos(), window->size()), QRect(20, 40, 600, 500));
     EXPECT_EQ(OutOfUse(), kWithoutASong);
-    QTest::mouseClick(&Lyrics(), Qt::LeftButton);
+    QTest::mouseClick(lyrics, Qt::LeftButton);
     EXPECT_FALSE(Playing());
 }
 
 TEST_F(frmKaraokeTest, AFirstStartCalibratesInViewAndThenLoadsTheLibrary) {
-    registry.Put(RegistryRoot::CurrentUser, Opzioni, "Compensazione", RegistryType::String, "-1");
-    registry.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\.lyk", "", RegistryType::String,
-                 "");
+    Store("Opzioni", "Compensazione", "-1");
+    ScriviChiave(registry, RegistryRoot::LocalMachine, R"(SOFTWARE\Classes\.lyk)", "", "",
+                 RegistryType::String);
     const auto note = [this](const std::string& step) {
         const QWidgetList all = QApplication::topLevelWidgets();
         const auto shown = std::count_if(all.begin(), all.end(),
                                          [](const QWidget* one) { return one->isVisible(); });
-        called.push_back(step + (shown > (window->isVisible() ? 1 : 0) ? ", splash" : "") +
-                         (window->isVisible() ? ", window" : "") +
-                         (events.pointer == Pointer::Busy ? ", busy" : ""));
+        others.called.push_back(step + (shown > (window->isVisible() ? 1 : 0) ? ", splash" : "") +
+                                (window->isVisible() ? ", window" : "") +
+                                (events.pointer == Pointer::Busy ? ", busy" : ""));
     };
     shell.whileRegistering = [&] { note("register"); };
     events.whileWaiting = [&] { note("wait"); };
     msgBox.whileShown = [&] { note("calibrate"); };
     msgBox.answers = {Answer::Cancel};
     Open("");
-    EXPECT_THAT(called, testing::ElementsAre("register, splash, busy", "wait, splash, busy",
-                                             "calibrate, window", "load library"));
+    EXPECT_THAT(others.called, ElementsAre("register, splash, busy", "wait, splash, busy",
+                                           "calibrate, window", "load library"));
     EXPECT_NEAR(rig.clock.TimeOfDay(), 3, 0.51) << "the splash stays";
     EXPECT_EQ(events.pointer, Pointer::Normal);
 }
@@ -108,17 +104,17 @@ TEST_F(frmKaraokeTest, MenusAndTheirKeys) {
               "&Karaoke: &Play F2; &Pause/continue F3; &Stop F4; "
               "&Help: &Sonnel home page; Sonnel &links; -; &About Sonnel Player F1; ");
 
-    called.clear();
+    others.called.clear();
     msgBox.answers = {Answer::Cancel, Answer::Cancel};
-    msgBox.whileShown = [this] { called.emplace_back("calibrate"); };
+    msgBox.whileShown = [this] { others.called.emplace_back("calibrate"); };
     for (const char* keys : {"Ctrl+O", "F5", "Ctrl+F5", "Ctrl+C", "Ctrl+I", "Ctrl+V"}) {
         QTest::keySequence(window.get(), QKeySequence(keys));
     }
     for (const int button : {1, 4, 5, 6, 7}) {
         window->tlbBar_ButtonClick(button);
     }
-    EXPECT_THAT(called, testing::ElementsAre("choose", "reload", "update", "calibrate", "choose",
-                                             "calibrate", "options"));
+    EXPECT_THAT(others.called, ElementsAre("choose", "reload", "update", "calibrate", "choose",
+                                           "calibrate", "options"));
     EXPECT_EQ(shell.opened.size(), 1U);
     EXPECT_EQ(shell.starts, 2);
 }
@@ -128,39 +124,62 @@ TEST_F(frmKaraokeTest, ShowsTheSongOfTheCommandLine) {
     EXPECT_TRUE(msgBox.shown.empty());
     EXPECT_EQ(window->windowTitle(), "Sonnel Player 98 4.1 beta - Rondini");
     EXPECT_EQ(Label(1), "0' 30\"");
-    EXPECT_EQ(Slider()->maximum(), 30);
+    EXPECT_EQ(slider->maximum(), 30);
     EXPECT_EQ(OutOfUse(), kAtItsStart);
     EXPECT_EQ(events.pointer, Pointer::Normal);
     EXPECT_GT(Pixels(Unsung), 500);
     EXPECT_EQ(Pixels(Sung), 0);
 }
 
-TEST_F(frmKaraokeTest, ASongThatIsMissingIsTold) {
+/// How far a window's middle is from the screen's, in pixels.
+int FromTheMiddle(const QWidget& window) {
+    return (window.geometry().center() - window.screen()->geometry().center()).manhattanLength();
+}
+
+TEST_F(frmKaraokeTest, ASongThatIsMissingIsReportedInABoxThatOutlivesTheSplash) {
+    QPointer<frmSplash> splash;
+    const auto endSplash = [&] {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            splash = splash ? splash.get() : dynamic_cast<frmSplash*>(widget);
+        }
+        EXPECT_LE(FromTheMiddle(*splash), 20);
+        QTest::keyClick(splash, Qt::Key_Escape);
+        EXPECT_TRUE(splash->isVisible());
+        splash->tmrClose_Timer();
+    };
+    const auto endBox = [&] {
+        EXPECT_FALSE(splash);
+        EXPECT_LE(FromTheMiddle(*QApplication::activeModalWidget()), 20);
+        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return);
+    };
+    msgBox.whileShown = [&] {
+        if (msgBox.shown.size() == 1) {
+            QTimer::singleShot(1, endSplash);
+            QTimer::singleShot(50, endBox);
+            QtMsgBox().Show(msgBox.shown.front());
+        }
+    };
     const std::string line = "\"" + (rig.folder / "none.lyk").string() + "\"";
     Open(line);
     ASSERT_EQ(msgBox.shown.size(), 2U);
     EXPECT_THAT(msgBox.shown[0].text, testing::StartsWith("Can't load the selected song: LYK "));
     EXPECT_EQ(msgBox.shown[1].text, "Wrong parameter: '" + line + "'");
     EXPECT_EQ(msgBox.shown[1].icon, Icon::Critical);
-    EXPECT_EQ(msgBox.shown[1].title, "Sonnel Karaoke Player");
     EXPECT_EQ(OutOfUse(), kWithoutASong);
 }
 
-/// What a command shows in a dialog, which is closed then: its texts, and
-/// whether it has a button.
+/// What a command shows in a dialog, which Escape closes then: its texts, and whether it has a
+/// button.
 std::string Seen(const std::function<void()>& command) {
     std::string seen;
-    QTimer once;
-    once.setSingleShot(true);
-    QObject::connect(&once, &QTimer::timeout, [&seen] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    QTimer::singleShot(1, [&seen] {
+        QWidget* dialog = QApplication::activeModalWidget();
         for (const QLabel* label : dialog->findChildren<QLabel*>()) {
             seen += label->text().toStdString() + "|";
         }
         seen += dialog->findChild<QPushButton*>()->isVisible() ? "button" : "";
-        dialog->reject();
+        QTest::keyClick(dialog, Qt::Key_Escape);
     });
-    once.start(0);
     command();
     return seen;
 }
@@ -179,8 +198,8 @@ TEST_F(frmKaraokeTest, SplashInformationAndWebPages) {
     window->tlbBar_ButtonClick(7);
     shell.works = false;
     window->mnuHelpWebLinks_Click();
-    EXPECT_THAT(shell.opened, testing::ElementsAre("https://www.sonnel-player.example/",
-                                                   "https://www.sonnel-player.example/links.html"));
+    EXPECT_THAT(shell.opened, ElementsAre("https://www.sonnel-player.example/",
+                                          "https://www.sonnel-player.example/links.html"));
     ASSERT_EQ(msgBox.shown.size(), 1U);
     EXPECT_EQ(msgBox.shown[0].text,
               "Can't start the default browser!\r\n(no web browser installed?)");
@@ -189,7 +208,6 @@ TEST_F(frmKaraokeTest, SplashInformationAndWebPages) {
 
 TEST_F(frmKaraokeTest, KeysButtonsAndClicksOnTheWordsPlayPauseAndStop) {
     OpenSong();
-    const auto press = [this](int index) { Bar()->actions().at(index - 1)->trigger(); };
     Key(Qt::Key_F3);
     EXPECT_FALSE(Playing());
     Key(Qt::Key_F2);
@@ -198,28 +216,28 @@ TEST_F(frmKaraokeTest, KeysButtonsAndClicksOnTheWordsPlayPauseAndStop) {
     EXPECT_EQ(OutOfUse(), kPlaying);
     window->tmrSlider_Timer();
     EXPECT_EQ(Label(0), "0' 02\"");
-    EXPECT_EQ(Slider()->value(), 2);
+    EXPECT_EQ(slider->value(), 2);
     EXPECT_TRUE(Playing());
     Key(Qt::Key_F3);
     EXPECT_EQ(control.Mode(), MciMode::Paused);
     rig.Run(20);
     EXPECT_EQ(OutOfUse(), "Pause &Pause/continue ");
     for (const bool playing : {true, false}) {
-        QTest::mouseClick(&Lyrics(), Qt::LeftButton);
+        QTest::mouseClick(lyrics, Qt::LeftButton);
         EXPECT_EQ(Playing(), playing);
     }
-    press(9);
+    buttons.at(8)->trigger();
     EXPECT_TRUE(Playing());
-    press(10);
+    buttons.at(9)->trigger();
     EXPECT_EQ(control.Mode(), MciMode::Paused);
-    press(11);
+    buttons.at(10)->trigger();
     EXPECT_EQ(control.Position(), 0);
     Key(Qt::Key_F2);
     rig.Run(1600);
     Key(Qt::Key_F4);
     EXPECT_EQ(control.Position(), 0);
     EXPECT_EQ(Label(0), "0' 00\"");
-    EXPECT_EQ(Slider()->value(), 0);
+    EXPECT_EQ(slider->value(), 0);
     EXPECT_EQ(OutOfUse(), kAtItsStart);
 }
 
@@ -229,16 +247,15 @@ TEST_F(frmKaraokeTest, SliderKeysSeekWhileTheSongDoesNotPlay) {
                                                        {Qt::Key_Left, 10}, {Qt::Key_End, 30},
                                                        {Qt::Key_Home, 0},  {Qt::Key_PageUp, 10}};
     for (const auto& [key, second] : keys) {
-        QTest::keyClick(Slider(), key);
-        EXPECT_EQ(Slider()->value(), second);
+        QTest::keyClick(slider, key);
+        EXPECT_EQ(slider->value(), second);
         EXPECT_EQ(control.Position(), second * 1000);
-        EXPECT_EQ(Label(0), QString("0' %1\"").arg(second, 2, 10, QChar('0')).toStdString());
         EXPECT_EQ(Pixels(Sung) > 0, second > 0);
     }
     Key(Qt::Key_F2);
     rig.Run(100);
-    QTest::keyClick(Slider(), Qt::Key_Right);
-    Slider()->setValue(20);
+    QTest::keyClick(slider, Qt::Key_Right);
+    slider->setValue(20);
     rig.Run(100);
     EXPECT_TRUE(Playing());
     EXPECT_NEAR(control.Position(), 10200, 50);
@@ -263,19 +280,19 @@ TEST_F(frmKaraokeTest, TheLogoGoesRoundWhileASongPlays) {
 TEST_F(frmKaraokeTest, TheWordsStandInTheMiddleBelowTheToolbar) {
     OpenSong();
     const QWidget* area = window->centralWidget();
-    const int strip = Bar()->parentWidget()->height();
-    const double line = (Lyrics().Measure("T").height + 25) / double{Scale};
-    EXPECT_NEAR(Lyrics().height(), 4 * line, 0.6);
-    EXPECT_EQ(Lyrics().width(), area->width());
-    EXPECT_NEAR(Lyrics().y(), strip + (area->height() - strip - 4 * line) / 2, 0.6);
+    const int strip = window->findChild<QToolBar*>()->parentWidget()->height();
+    const double line = (lyrics->Measure("T").height + 25) / double{Scale};
+    EXPECT_NEAR(lyrics->height(), 4 * line, 0.6);
+    EXPECT_EQ(lyrics->width(), area->width());
+    EXPECT_NEAR(lyrics->y(), strip + (area->height() - strip - 4 * line) / 2, 0.6);
     constexpr Colour Chosen = 0x2040FF;
     others.options = [this] { config.ColoreSfondo = Chosen; };
     window->mnuVisOpzioni_Click();
     EXPECT_EQ(Shot(*window).pixelColor(10, 490), ToQColor(Chosen)) << "around the words too";
     window->resize(100, 200);
     EXPECT_EQ(window->width(), 554) << "8300 twips";
-    EXPECT_EQ(Lyrics().width(), 554);
-    EXPECT_EQ(Lyrics().y(), strip);
+    EXPECT_EQ(lyrics->width(), 554);
+    EXPECT_EQ(lyrics->y(), strip);
 }
 
 TEST_F(frmKaraokeTest, AWindowThatIsPutAwayPauses) {
@@ -297,15 +314,14 @@ TEST_F(frmKaraokeTest, AWindowThatIsPutAwayPauses) {
 
 TEST_F(frmKaraokeTest, ClosingKeepsThePlaceOfTheWindow) {
     const auto closed = [this](Qt::WindowState state) {
+        window->setWindowState(state);
         window->move(40, 60);
         window->resize(640, 420);
-        window->setWindowState(state);
-        registry.changes.clear();
         window->mnuFileExit_Click();
         std::string stored;
-        for (const std::string& change : registry.changes) {
-            const std::size_t value = change.find('|');
-            stored += value == std::string::npos ? "" : change.substr(value + 1) + ' ';
+        for (const char* name : {"Top", "Left", "Width", "Height", "FullScreen"}) {
+            stored += LeggiImpostazione(registry, "Finestra", name, "none") + ' ';
+            Store("Finestra", name, "2147483647");
         }
         return stored;
     };
@@ -314,13 +330,12 @@ TEST_F(frmKaraokeTest, ClosingKeepsThePlaceOfTheWindow) {
     EXPECT_FALSE(window->close()) << "while it takes no input";
     EXPECT_NE(control.Mode(), MciMode::NotReady);
     window->setEnabled(true);
-    EXPECT_EQ(closed(Qt::WindowNoState), "Top=900 Left=600 Width=9600 Height=6300 FullScreen=0 ");
+    EXPECT_EQ(closed(Qt::WindowNoState), "900 600 9600 6300 0 ");
     EXPECT_EQ(control.Mode(), MciMode::NotReady);
-    EXPECT_EQ(closed(Qt::WindowMaximized), "FullScreen=-1 ");
+    const std::string untouched = "2147483647 ";
+    EXPECT_EQ(closed(Qt::WindowMaximized), untouched + untouched + untouched + untouched + "-1 ");
 
-    for (const char* name : {"Left", "Top", "Width", "Height"}) {
-        registry.Put(RegistryRoot::CurrentUser, Finestra, name, RegistryType::String, "2147483647");
-    }
+    Store("Finestra", "FullScreen", "-1");
     Open("");
     EXPECT_TRUE(window->isMaximized());
     EXPECT_TRUE(QRect(0, 0, 800, 800).contains(window->normalGeometry())) << "an absurd place";

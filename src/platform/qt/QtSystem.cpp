@@ -1,6 +1,7 @@
 #include "platform/qt/QtSystem.h"
 
 #include "platform/Numbers.h"
+#include "platform/ScopeExit.h"
 #include "platform/qt/WindowInUse.h"
 
 #include <QApplication>
@@ -51,6 +52,20 @@ std::vector<ButtonAnswer> ToQt(Buttons buttons) {
     }
     return {{QMessageBox::Ok, Answer::Ok}};
 }
+
+/// A message box that stands in the middle of the screen when it has no parent to stand over.
+class Box : public QMessageBox {
+  public:
+    using QMessageBox::QMessageBox;
+
+  protected:
+    void showEvent(QShowEvent* event) override {
+        QMessageBox::showEvent(event);
+        if (parentWidget() == nullptr) {
+            move(screen()->geometry().center() - rect().center());
+        }
+    }
+};
 
 }  // namespace
 
@@ -136,7 +151,7 @@ double QtScreen::TwipsPerPixel() const {
 }
 
 Answer QtMsgBox::Show(const Message& message) {
-    QMessageBox box(WindowInUse());
+    Box box(WindowInUse());
     box.setTextFormat(Qt::PlainText);
     box.setText(QString::fromStdString(message.text).replace("\r\n", "\n"));
     box.setIcon(ToQt(message.icon));
@@ -151,8 +166,8 @@ Answer QtMsgBox::Show(const Message& message) {
         box.setEscapeButton(buttons.back().button);
     }
     QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const ScopeExit restore([] { QApplication::restoreOverrideCursor(); });
     const int pressed = box.exec();
-    QApplication::restoreOverrideCursor();
     for (const auto& [button, answer] : buttons) {
         if (button == pressed) {
             return answer;

@@ -6,11 +6,10 @@
 namespace sonnel {
 
 QWidget* WindowInUse() {
-    if (QWidget* modal = QApplication::activeModalWidget()) {
-        return modal;
-    }
-    if (QWidget* active = QApplication::activeWindow()) {
-        return active;
+    for (QWidget* window : {QApplication::activeModalWidget(), QApplication::activeWindow()}) {
+        if (window != nullptr && window->windowType() != Qt::SplashScreen) {
+            return window;
+        }
     }
     const QWidgetList windows = QApplication::topLevelWidgets();
     const auto visible = std::find_if(windows.begin(), windows.end(), [](const QWidget* widget) {

@@ -8,7 +8,9 @@
 #include "player/window/frmKaraoke.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
+#include "ui/PuntatoreOccupato.h"
 #include "ui/basCommon.h"
+#include "ui/frmCentraForm.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -26,7 +28,7 @@ void frmKaraoke::Form_Load() {
     CreaRebar();
     MostraSplash();
     SeminaCaso();
-    p_.eventi.SetPointer(Pointer::Busy);
+    PuntatoreOccupato occupato(p_.eventi, Pointer::Normal);
     AssociaLyk(p_.registro, p_.shell, avvio_.eseguibile, avvio_.scriviWinIni);
     const std::string riga = SenzaVirgolette(avvio_.CmdLine);
     ColoreSfondo(0);
@@ -38,7 +40,7 @@ void frmKaraoke::Form_Load() {
     riproduzione_.AbilitaFunzioni();
     RipristinaPosto();
     MostraFinestra();
-    p_.eventi.SetPointer(Pointer::Normal);
+    occupato.Ripristina();
     if (p_.config.Compensazione == MaiCalibrato) {
         mnuVisCalibratura_Click();
     }
@@ -53,6 +55,7 @@ void frmKaraoke::CreaRebar() {
 
 void frmKaraoke::MostraSplash() {
     CaricaSplash(frmSplash::Modo::Avvio);
+    CentraForm(*splash_, p_.schermo);
     splash_->show();
     PaintNow(*splash_);
 }
@@ -75,10 +78,7 @@ void frmKaraoke::CaricaImpostazioni() {
 void frmKaraoke::AllargaAlloSchermo() {
     const Screen& schermo = p_.schermo;
     resize(Pixel(schermo.Width()), Pixel(std::min(p_.config.WinHeight, schermo.Height())));
-    const sonnel::Posizione posto =
-        CentraForm(static_cast<float>(schermo.Width()), static_cast<float>(schermo.Height()),
-                   static_cast<float>(Twips(width())), static_cast<float>(Twips(height())));
-    move(Pixel(posto.left), Pixel(posto.top));
+    CentraForm(*this, schermo);
     DisponiFinestra();
 }
 

@@ -3,17 +3,9 @@
 // at rest must not take more memory as time goes by.
 
 #include "windows/LyricsPicture.h"
+#include "windows/PlayerRig.h"
 
-#include "fakes/ClockedEvents.h"
-#include "fakes/FakeShell.h"
-#include "fakes/MemoryRegistry.h"
-#include "fakes/OtherWindows.h"
-#include "fakes/ScriptedMsgBox.h"
-#include "fakes/SequencerRig.h"
 #include "platform/Text.h"
-#include "platform/qt/QtSystem.h"
-#include "player/window/frmKaraoke.h"
-#include "settings/Impostazioni.h"
 #include "ui/basCommon.h"
 
 #include <QApplication>
@@ -41,16 +33,6 @@ constexpr int Wide = 800;
 constexpr std::array Songs{"Amazing Grace", "Auld Lang Syne", "Frere Jacques", "Row Your Boat",
                            "Twinkle Twinkle"};
 
-class SilentSynth : public Synthesizer {
-  public:
-    std::optional<Error> Prepare(int /*sampleRate*/) override { return std::nullopt; }
-    void Reset() noexcept override {}
-    void ChannelMessage(std::uint8_t, std::uint8_t, std::uint8_t) noexcept override {}
-    void SystemExclusive(std::span<const std::uint8_t>) noexcept override {}
-    void AllSoundOff() noexcept override {}
-    void Render(std::span<float> out) noexcept override { std::ranges::fill(out, 0.0F); }
-};
-
 /// Stops the timers of the real clock, by which no run would be like another.
 class NoRealTime : public QObject {
   public:
@@ -72,20 +54,15 @@ Lines Split(std::string_view page) {
     return split;
 }
 
-class Soak {
+class Soak : PlayerRig {
   public:
     explicit Soak(std::uint32_t seed) : random_(seed) {
-        rig_.output.latency = rig_.Frame(Latency);
-        rig_.folder.Write("broken.lyk", "Cantabile\r\n");
-        rig_.folder.Write("broken.mid", "");
-        rig_.folder.Write("alone.lyk", "Cantabelle1.0\r\n00000 1Uno\r\n");
-        SalvaImpostazione(registry_, "Opzioni", "Compensazione", "0");
-        window_.Form_Load();
+        rig.output.latency = rig.Frame(Latency);
+        rig.folder.Write("broken.lyk", "Cantabile\r\n");
+        rig.folder.Write("broken.mid", "");
+        rig.folder.Write("alone.lyk", "Cantabelle1.0\r\n00000 1Uno\r\n");
+        Open("");
         qApp->installEventFilter(&noRealTime_);
-        for (QWidget* widget : window_.findChildren<QWidget*>()) {
-            auto* found = dynamic_cast<QtPictureBox*>(widget);
-            lyrics_ = found != nullptr ? found : lyrics_;
-        }
     }
 
     void Run(int minutes) {
@@ -124,9 +101,7 @@ class Soak {
     int Random(int below) {
         return static_cast<int>(random_() % static_cast<std::uint32_t>(below));
     }
-    [[nodiscard]] bool Playing() const { return IsPlaying(control_.Mode()); }
-    [[nodiscard]] bool Loaded() const { return !control_.FileName().empty(); }
-    [[nodiscard]] const Timeline& Words() const { return timeline_; }
+    [[nodiscard]] bool Loaded() const { return !control.FileName().empty(); }
     static std::int64_t LiveHeap() {
         const auto heap = mallinfo2();
         return static_cast<std::int64_t>(heap.uordblks + heap.hblkhd);
@@ -134,7 +109,7 @@ class Soak {
     void Require(bool holds, const std::string& fault) const {
         if (!holds) {
             throw std::runtime_error("step " + std::to_string(steps_) + ", after " + last_ +
-                                     ", at " + std::to_string(control_.Position()) +
+                                     ", at " + std::to_string(control.Position()) +
                                      " ms: " + fault);
         }
     }
@@ -151,7 +126,7 @@ class Soak {
         given_ = true;
     }
     bool Trigger(const char* name, bool draws) {
-        auto* action = window_.findChild<QAction*>(name);
+        auto* action = window->findChild<QAction*>(name);
         const bool usable = action->isEnabled();
         redrawn_ = redrawn_ || (usable && draws);
         action->trigger();
@@ -163,33 +138,33 @@ class Soak {
     bool Options() { return Trigger("mnuVisOpzioni", true); }
     bool Click() {
         const bool plays = Loaded() && !Playing();
-        QTest::mouseClick(lyrics_, Qt::LeftButton);
+        QTest::mouseClick(lyrics, Qt::LeftButton);
         Require(Playing() == plays, "the click");
         return Loaded();
     }
     bool SeekTo(int second) {
-        if (!slider_->isEnabled() || slider_->value() == second) {
+        if (!slider->isEnabled() || slider->value() == second) {
             return false;
         }
         redrawn_ = true;
-        slider_->setValue(second);
-        Require(control_.Position() == std::min(1000 * second, control_.Length()), "the place");
+        slider->setValue(second);
+        Require(control.Position() == std::min(1000 * second, control.Length()), "the place");
         return true;
     }
-    bool Seek() { return SeekTo(Random(slider_->maximum() + 1)); }
-    bool SeekEnd() { return SeekTo(slider_->maximum() - Random(4)); }
+    bool Seek() { return SeekTo(Random(slider->maximum() + 1)); }
+    bool SeekEnd() { return SeekTo(slider->maximum() - Random(4)); }
     bool Resize() {
-        window_.resize(Random(2) == 0 ? Narrow : Wide, 250 + Random(550));
+        window->resize(Random(2) == 0 ? Narrow : Wide, 250 + Random(550));
         return true;
     }
     bool LookAway() {
         QApplication::setActiveWindow(&other_);
         Require(!Playing(), "it plays on");
-        QApplication::setActiveWindow(&window_);
+        QApplication::setActiveWindow(window.get());
         return true;
     }
     bool Load(const std::string& path, const std::string& message) {
-        others_.choice = TrovaFileBrano(path);
+        others.choice = TrovaFileBrano(path);
         const bool usable = Trigger("mnuFileLoad", message.empty());
         expected_ = usable ? message : "";
         return usable;
@@ -199,20 +174,20 @@ class Soak {
     }
     bool LoadAny() { return LoadSong(random_() % Songs.size()); }
     bool LoadBroken() {
-        const bool usable = Load((rig_.folder / "broken").string(), "That's not a Cantabelle1.0");
+        const bool usable = Load((rig.folder / "broken").string(), "That's not a Cantabelle1.0");
         Require(!usable || !Loaded(), "a song is open");
         return usable;
     }
     bool LoadAlone() {
-        return Load((rig_.folder / "alone").string(), "Can't load the selected song: MID");
+        return Load((rig.folder / "alone").string(), "Can't load the selected song: MID");
     }
 
     /// The same song at its start in the same window: the same is to be allocated.
     void Rest() {
         last_ = "rest";
         (void)Pause();
-        window_.resize(Wide, 600);
-        config_.Autoplay = false;
+        window->resize(Wide, 600);
+        config.Autoplay = false;
         Advance();
         Require(LoadSong(0), "no song can be opened");
         given_ = true;
@@ -224,11 +199,11 @@ class Soak {
     void WarmUp() {
         for (std::size_t i = 0; i < 4 * Songs.size(); ++i) {
             Rest();
-            window_.resize(i / 2 % 2 == 0 ? Narrow : Wide, Wide);
+            window->resize(i / 2 % 2 == 0 ? Narrow : Wide, Wide);
             Advance();
             (void)LoadSong(i / 4);
-            window_.resize(i % 2 == 0 ? Narrow : Wide, Wide);
-            for (int second = 0; second < slider_->maximum(); second += 2) {
+            window->resize(i % 2 == 0 ? Narrow : Wide, Wide);
+            for (int second = 0; second < slider->maximum(); second += 2) {
                 (void)SeekTo(second);
                 Advance();
             }
@@ -239,38 +214,38 @@ class Soak {
     // What has to hold
 
     void Advance() {
-        const MciMode mode = control_.Mode();
-        const std::int32_t before = control_.Position();
-        rig_.Run(Step);
+        const MciMode mode = control.Mode();
+        const std::int32_t before = control.Position();
+        rig.Run(Step);
         if (++steps_ % 50 == 0) {
-            window_.tmrSlider_Timer();
-            window_.tmrLogo_Timer();
-            Require(!Playing() || std::abs(1000 * slider_->value() - control_.Position()) <= 500,
+            window->tmrSlider_Timer();
+            window->tmrLogo_Timer();
+            Require(!Playing() || std::abs(1000 * slider->value() - control.Position()) <= 500,
                     "the slider");
         }
         QCoreApplication::processEvents();
-        CheckPosition(mode, control_.Position() - before);
+        CheckPosition(mode, control.Position() - before);
         CheckBoxes();
-        CheckButtons(control_.Position() != before);
+        CheckButtons(control.Position() != before);
         CheckWords();
         given_ = false;
         redrawn_ = false;
     }
     void CheckPosition(MciMode mode, std::int32_t moved) {
         played_ = Playing() && !given_ ? played_ + 1 : 0;
-        if (mode == control_.Mode()) {
+        if (mode == control.Mode()) {
             Require(moved >= 0, "the position runs backwards");
             Require(played_ <= 2 * Latency / Step || std::abs(moved - Step) <= 1, "the pace");
         } else if (IsPlaying(mode)) {
-            Require(control_.Position() == 0, "not rewound");
-            Require(shown_ == Words().NumEventi(), "words are left at the end");
+            Require(control.Position() == 0, "not rewound");
+            Require(shown_ == timeline.NumEventi(), "words are left at the end");
             ++ends_;
             ended_ = true;
         }
     }
     void CheckBoxes() {
         std::string texts;
-        for (const Message& message : std::exchange(msgBox_.shown, {})) {
+        for (const Message& message : std::exchange(msgBox.shown, {})) {
             texts += message.text;
         }
         Require(expected_.empty() ? texts.empty() : texts.starts_with(expected_), "box: " + texts);
@@ -279,77 +254,59 @@ class Soak {
     void CheckButtons(bool moved) const {
         const bool stands = !Playing();
         const bool ready = Loaded() && stands;
-        const auto buttons = window_.findChild<QToolBar*>()->actions();
         // What is still to be heard at a pause may move the song from its start: Stop comes then.
         const bool coming = stands && moved;
         const bool stoppable =
-            coming ? buttons.at(10)->isEnabled() : Loaded() && control_.Position() != 0;
+            coming ? buttons.at(10)->isEnabled() : Loaded() && control.Position() != 0;
         for (const auto& [index, usable] :
              {std::pair(0, stands), std::pair(1, ready), std::pair(3, stands), std::pair(4, stands),
               std::pair(8, ready), std::pair(9, !stands), std::pair(10, stoppable)}) {
             const QAction* button = buttons.at(index);
             Require(button->isEnabled() == usable, "button " + button->text().toStdString());
         }
-        Require(slider_->isEnabled() == ready, "the slider's use");
+        Require(slider->isEnabled() == ready, "the slider's use");
     }
     /// How many events are due at a position.
     [[nodiscard]] std::int16_t Due(std::int32_t position) const {
         std::int16_t i = 1;
-        while (i <= Words().NumEventi() && 100 * Words().Eventi(i).Tempo <= position) {
+        while (i <= timeline.NumEventi() && 100 * timeline.Eventi(i).Tempo <= position) {
             ++i;
         }
         return static_cast<std::int16_t>(i - 1);
     }
     void CheckWords() {
-        const std::int16_t last = Words().UltimoEvento;
+        const std::int16_t last = timeline.UltimoEvento;
         const bool look = given_ || redrawn_ || last != shown_ || steps_ % 50 == 0;
         shown_ = last;
         // After its end the last page stays, and what was still to be heard at a pause is not
         // shown.
         ended_ = ended_ && !redrawn_;
-        const std::int32_t position = ended_ ? control_.Length() : control_.Position();
+        const std::int32_t position = ended_ ? control.Length() : control.Position();
         const int late = Playing() ? 3 * Step : 2 * Latency;
         Require(last <= Due(position) && last >= Due(position - late), "the event shown");
         if (look && Loaded()) {
-            Require(Shot(*lyrics_) == Wanted(last), "the picture of the words");
+            Require(Shot(*lyrics) == Wanted(last), "the picture of the words");
         }
     }
     /// What the lyrics area has to show after an event.
     QImage Wanted(std::int16_t last) {
         std::int16_t page = last;
-        while (page > 0 && Words().Eventi(page).Tipo != TipoEvento::Pagina) {
+        while (page > 0 && timeline.Eventi(page).Tipo != TipoEvento::Pagina) {
             --page;
         }
         if (redrawn_ || page != page_) {
-            width_ = lyrics_->width();
+            width_ = lyrics->width();
         }
         page_ = page;
-        const std::string text = page > 0 ? Words().Eventi(page).Testo : "";
-        const int sung = last > page ? std::stoi(Words().Eventi(last).Testo) : 0;
-        return LyricsPicture(*lyrics_, width_, config_, Split(text),
+        const std::string text = page > 0 ? timeline.Eventi(page).Testo : "";
+        const int sung = last > page ? std::stoi(timeline.Eventi(last).Testo) : 0;
+        return LyricsPicture(*lyrics, width_, config, Split(text),
                              Split(FirstCodePoints(text, static_cast<std::size_t>(sung))));
     }
 
-    std::mt19937 random_;
-    SilentSynth synth_;
-    SequencerRig rig_{synth_};
-    MMControl& control_ = rig_.control;
-    MemoryRegistry registry_;
-    ScriptedMsgBox msgBox_;
-    ClockedEvents events_{rig_.clock};
-    QtScreen screen_;
-    FakeShell shell_;
-    OtherWindows others_;
-    Config config_;
-    Timeline timeline_;
-    InformazioniBrano info_;
-    frmKaraoke window_{{config_, timeline_, info_, random_, registry_, control_, msgBox_, events_,
-                        rig_.clock, screen_, shell_, others_},
-                       {.CmdLine = "", .scriviWinIni = [](auto, auto, auto) {}}};
+    std::mt19937 random_;  ///< of the session
     QWidget other_;
     NoRealTime noRealTime_;
-    QtPictureBox* lyrics_ = nullptr;
-    QSlider* slider_ = window_.findChild<QSlider*>();
 
     std::array<Command, 12> commands_{{{"play", &Soak::Play},
                                        {"pause", &Soak::Pause},

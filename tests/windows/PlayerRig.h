@@ -1,0 +1,86 @@
+#pragma once
+
+#include "windows/Pixels.h"
+
+#include "fakes/ClockedEvents.h"
+#include "fakes/FakeShell.h"
+#include "fakes/MemoryRegistry.h"
+#include "fakes/OtherWindows.h"
+#include "fakes/ScriptedMsgBox.h"
+#include "fakes/SequencerRig.h"
+#include "platform/qt/QtSystem.h"
+#include "player/window/frmKaraoke.h"
+#include "settings/Impostazioni.h"
+
+#include <QTest>
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace sonnel::test {
+
+/// A synthesiser that keeps nothing, however long it plays.
+class SilentSynth : public Synthesizer {
+  public:
+    std::optional<Error> Prepare(int /*sampleRate*/) override { return std::nullopt; }
+    void Reset() noexcept override {}
+    void ChannelMessage(std::uint8_t, std::uint8_t, std::uint8_t) noexcept override {}
+    void SystemExclusive(std::span<const std::uint8_t>) noexcept override {}
+    void AllSoundOff() noexcept override {}
+    void Render(std::span<float> out) noexcept override { std::ranges::fill(out, 0.0F); }
+};
+
+/// The main window over fakes of all else, its sequencer moved by hand.
+struct PlayerRig {
+    PlayerRig() {
+        Store("Opzioni", "Compensazione", "0");
+        for (const auto& [name, twips] :
+             {std::pair{"Left", "300"}, {"Top", "600"}, {"Width", "9000"}, {"Height", "7500"}}) {
+            Store("Finestra", name, twips);
+        }
+    }
+    void Store(const char* section, const char* name, const char* value) {
+        SalvaImpostazione(registry, section, name, value);
+    }
+    /// Starts the player, which was ended before if there was one.
+    void Open(const std::string& commandLine) {
+        window.reset();
+        window = std::make_unique<frmKaraoke>(
+            frmKaraoke::Parti{config, timeline, info, random, registry, control, msgBox, events,
+                              rig.clock, screen, shell, others},
+            frmKaraoke::Avvio{.CmdLine = commandLine,
+                              .openDirPredefinita = rig.folder.Path().string(),
+                              .scriviWinIni = [](auto, auto, auto) {}});
+        window->Form_Load();
+        window->activateWindow();
+        (void)QTest::qWaitForWindowActive(window.get());
+        for (QWidget* widget : window->findChildren<QWidget*>()) {
+            auto* found = dynamic_cast<QtPictureBox*>(widget);
+            lyrics = found != nullptr ? found : lyrics;
+        }
+        slider = window->findChild<QSlider*>();
+        buttons = window->findChild<QToolBar*>()->actions();
+    }
+    bool Playing() const { return IsPlaying(control.Mode()); }
+
+    SilentSynth synth;
+    SequencerRig rig{synth};
+    MMControl& control = rig.control;
+    MemoryRegistry registry;
+    ScriptedMsgBox msgBox;
+    ClockedEvents events{rig.clock};
+    QtScreen screen;
+    FakeShell shell;
+    OtherWindows others;
+    Config config;
+    Timeline timeline;
+    InformazioniBrano info;
+    std::mt19937 random;
+    std::unique_ptr<frmKaraoke> window;
+    QtPictureBox* lyrics = nullptr;
+    QSlider* slider = nullptr;
+    QList<QAction*> buttons;  ///< the toolbar's, separators too
+};
+
+}  // namespace sonnel::test
