@@ -42,7 +42,7 @@ class KaraokeWindow : public testing::Test {
                                                    {Finestra, "Top", "600"},
                                                    {Finestra, "Width", "9000"},
                                                    {Finestra, "Height", "7500"}}) {
-            registry.Put(RegistryRoot::CurrentUser, section, name, RegistryType::String, value);
+            registry.Put(RegistryRoot::CurrentUser, section, name, value);
         }
     }
     void Open(const std::string& commandLine) {

@@ -24,7 +24,7 @@ json Foretold(const std::string& song) {
 }
 
 TEST_F(TraceTest, AWholeSongIsShownAsForetoldPixelByPixel) {
-    registry.Put(RegistryRoot::CurrentUser, Opzioni, "Compensazione", RegistryType::String, "3");
+    registry.Put(RegistryRoot::CurrentUser, Opzioni, "Compensazione", "3");
     for (const std::string song : {SONNEL_SONGS "/Row Your Boat", SONNEL_SONGS "/Frere Jacques"}) {
         const json steps = Foretold(song);
         ASSERT_GT(steps.size(), 80U) << song;

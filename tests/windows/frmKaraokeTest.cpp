@@ -68,9 +68,8 @@ TEST_F(frmKaraokeTest, StartsWithoutASong) {
 }
 
 TEST_F(frmKaraokeTest, AFirstStartCalibratesInViewAndThenLoadsTheLibrary) {
-    registry.Put(RegistryRoot::CurrentUser, Opzioni, "Compensazione", RegistryType::String, "-1");
-    registry.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\.lyk", "", RegistryType::String,
-                 "");
+    registry.Put(RegistryRoot::CurrentUser, Opzioni, "Compensazione", "-1");
+    registry.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\.lyk", "", "");
     const auto note = [this](const std::string& step) {
         const QWidgetList all = QApplication::topLevelWidgets();
         const auto shown = std::count_if(all.begin(), all.end(),
@@ -319,7 +318,7 @@ TEST_F(frmKaraokeTest, ClosingKeepsThePlaceOfTheWindow) {
     EXPECT_EQ(closed(Qt::WindowMaximized), "FullScreen=-1 ");
 
     for (const char* name : {"Left", "Top", "Width", "Height"}) {
-        registry.Put(RegistryRoot::CurrentUser, Finestra, name, RegistryType::String, "2147483647");
+        registry.Put(RegistryRoot::CurrentUser, Finestra, name, "2147483647");
     }
     Open("");
     EXPECT_TRUE(window->isMaximized());
