@@ -1,5 +1,4 @@
 #include "app/Finestre.h"
-#include "platform/FileRegistry.h"
 #include "platform/Paths.h"
 #include "platform/audio/AudioDriver.h"
 #include "platform/audio/DefaultOutput.h"
@@ -7,9 +6,9 @@
 #include "platform/audio/SoundFont.h"
 #include "platform/files/ProfileFile.h"
 #include "platform/qt/QtCommonDialog.h"
+#include "platform/qt/QtRegistry.h"
 #include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
-#include "settings/DirectoryKaraoke.h"
 #include "settings/Impostazioni.h"
 #include "ui/Titoli.h"
 
@@ -60,8 +59,8 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName("");
     QGuiApplication::setDesktopFileName("sonnel");
 
-    FileRegistry registro(UserSettingsFile(ProcessEnvironment),
-                          MachineSettingsFile(ProcessEnvironment));
+    QtRegistry registro(UserSettingsFile(ProcessEnvironment),
+                        MachineSettingsFile(ProcessEnvironment));
     const auto setting = [&registro](const char* name) {
         return LeggiImpostazione(registro, "Opzioni", name, "");
     };

@@ -111,30 +111,28 @@ TEST(AssociaLyk, AnEmptyClassIsAnInvitationToWriteTheWholeAssociationOnce) {
         });
     };
     associate();
-    store.Put(Machine, Extension, "", RegistryType::String, "OtherPlayer");
+    store.Put(Machine, Extension, "", "OtherPlayer");
     associate();
     EXPECT_THAT(store.changes, IsEmpty());
     EXPECT_THAT(shell.registered, IsEmpty());
 
-    store.Put(Machine, Extension, "", RegistryType::String, "");
+    store.Put(Machine, Extension, "", "");
     associate();
     const std::string type = "SOFTWARE\\Classes\\LYKfile";
-    const std::string set = "set software\\classes\\lykfile";
+    const std::string set = "set " + type;
     EXPECT_THAT(
         store.changes,
         ElementsAre(
-            "create SOFTWARE\\Classes\\.lyk", "set software\\classes\\.lyk|=LYKfile",
+            "create SOFTWARE\\Classes\\.lyk", "set SOFTWARE\\Classes\\.lyk|=LYKfile",
             "create " + type, "create " + type + "\\Shell", "create " + type + "\\Shell\\open",
             "create " + type + "\\Shell\\open\\command", "create " + type + "\\DefaultIcon",
-            set + "|=Sonnel Karaoke", set + "|EditFlags=" + std::string(4, '\0'),
-            set + "|AlwaysShowExt=", set + "\\shell\\open\\command|=/opt/My Songs/sonnel \"%1\"",
-            set + "\\defaulticon|=/opt/My Songs/sonnel",
-            "create SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Extensions",
-            "set software\\microsoft\\windows\\currentversion\\extensions|.lyk="
+            set + "|=Sonnel Karaoke", set + "|EditFlags=0",
+            set + "|AlwaysShowExt=", set + "\\Shell\\open\\command|=/opt/My Songs/sonnel \"%1\"",
+            set + "\\DefaultIcon|=/opt/My Songs/sonnel",
+            "set SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Extensions|.lyk="
             "/opt/My Songs/sonnel ^.lyk",
             "win.ini [Extensions] lyk=/opt/My Songs/sonnel ^.lyk"));
-    EXPECT_EQ(store.Get(Machine, type, "EditFlags")->type, RegistryType::Number);
-    EXPECT_THAT(store.open, IsEmpty());
+    EXPECT_EQ(store.Read({Machine, type}, "EditFlags"), RegistryValue(0));
     associate();
     EXPECT_THAT(shell.registered, ElementsAre("/opt/My Songs/sonnel")) << "it is registered now";
 }

@@ -66,7 +66,7 @@ class PlaybackTest : public testing::Test, protected SequencerRig {
 
     Config config{.ColoreTesto = 1,
                   .ColoreSelezione = 3,
-                  .Ombra = 0,
+                  .Ombra = false,
                   .Compensazione = 0,
                   .OpenDir = folder.Path().string() + "/",
                   .Autoplay = false};

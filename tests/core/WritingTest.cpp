@@ -1,5 +1,4 @@
 #include "convert/ConvertiKar.h"
-#include "fakes/FakeShell.h"
 #include "fakes/KarScore.h"
 #include "fakes/ScriptedDialog.h"
 #include "fakes/SongLibrary.h"
@@ -10,17 +9,13 @@
 #include "library/Indice.h"
 #include "library/ProprietaBrano.h"
 #include "library/RiscriviIntestazione.h"
-#include "platform/FileRegistry.h"
-#include "player/window/AssociaLyk.h"
-#include "settings/Impostazioni.h"
-#include "settings/basRegistry.h"
 
 #include <gtest/gtest.h>
 
 namespace sonnel::test {
 namespace {
 
-/// A library with a song, another directory with files to bring into it, and the settings.
+/// A library with a song, and another directory with files to bring into it.
 struct Desk : SongLibrary {
     Desk() {
         std::filesystem::create_directory(directory / "other");
@@ -53,29 +48,17 @@ struct Desk : SongLibrary {
     }
 
     ScriptedDialog dialog;
-    FakeShell shell;
-    FileRegistry store{directory / "user/settings.conf", directory / "machine/settings.conf"};
     ProfileFile winIni{directory / "win.ini"};
 };
 
 struct Row {
     const char* name;
     std::function<bool(Desk&)> run;
-    bool tells = true;  ///< not where nobody would act on it: settings, association, the index
+    bool tells = true;  ///< not where nobody would act on it: the index
     std::function<void(Desk&)> arrange = [](Desk&) {};
 };
 
 const std::vector<Row> Rows{
-    {"settings", [](Desk& d) { return SalvaImpostazione(d.store, "Font", "Nome", "Arial"), true; },
-     false},
-    {"association",
-     [](Desk& d) {
-         ScriviChiave(d.store, RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\.lyk", "", "",
-                      RegistryType::String);  // as an installation does
-         AssociaLyk(d.store, d.shell, "/opt/sonnel", [](auto, auto, auto) {});
-         return true;
-     },
-     false},
     {"win.ini", [](Desk& d) { return !d.winIni.Set("Extensions", "lyk", "/opt/x ^.lyk"); }},
     {"index", [](Desk& d) { return d.UpdatedWithoutFailure(); }, true,
      [](Desk& d) { d.Index("[Songs]\r\ngone=||?\r\n"); }},

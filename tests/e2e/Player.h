@@ -35,10 +35,9 @@ class Player {
     explicit Player(const std::string& song) {
         PrepareHome();
         home_.Write("sonnel/settings.conf",
-                    "[Software\\Corvane\\Sonnel Player\\Opzioni]\r\nCompensazione=0\r\nOpenDir=" +
-                        Library("").string() +
+                    "[Opzioni]\r\nCompensazione=0\r\nOpenDir=" + Library("").string() +
                         "\r\n"
-                        "[Software\\Corvane\\Sonnel Player\\Colori]\r\n"
+                        "[Colori]\r\n"
                         "Testo=65280\r\nSelezione=65535\r\nSfondo=4194304\r\n");
         Start({Library(song).string()});
     }

@@ -215,7 +215,8 @@ TEST(ThePlayer, ShowsTheNextPageInTheColoursOfItsOptions) {
     TypeIn(player, "^Text color$", "#ff0180", {"alt+h", "ctrl+a"});
     PressIn(player, "^Options$", {"alt+o"});
     ASSERT_TRUE(WaitUntil([&] { return player.screen.Window("^Options$").empty(); }, kPatience));
-    EXPECT_EQ(Setting(player, "Testo"), std::to_string(0x8001FF));
+    const auto stored = [&] { return Setting(player, "Testo") == std::to_string(0x8001FF); };
+    EXPECT_TRUE(WaitUntil(stored, kPatience));
     EXPECT_EQ(Setting(player, "Grassetto"), "0");
     player.Press("F2");
     EXPECT_TRUE(WaitUntil([&] { return player.Pixels(Chosen) > 500; }, kPatience));
