@@ -53,7 +53,7 @@ class Area : public CorniceParole {
         window_.show();
         layout_.ApplicaConfig();
         constexpr double MorePoints = 8;  // as for a song whose lines fit
-        box_.SetFont({config_.FontName, config_.FontSize + MorePoints, config_.FontBold != 0});
+        box_.SetFont({config_.FontName, config_.FontSize + MorePoints, config_.FontBold});
     }
 
     DisegnoParole& Drawing() { return drawing_; }

@@ -11,6 +11,7 @@
 namespace {
 
 using namespace sonnel::test;
+using Clock = std::chrono::steady_clock;
 
 /// Takes the time until something large is painted in the colour of the lyrics area, which is
 /// nowhere else on the screen.
@@ -48,9 +49,9 @@ void StartBareWindow(benchmark::State& state) {
     for ([[maybe_unused]] auto iteration : state) {
         const VirtualScreen screen;
         const auto started = Clock::now();
-        const Process program({"env", "DISPLAY=" + screen.Display(), "QT_QPA_PLATFORM=xcb",
-                               "HOME=" + home.Path().string(), SONNEL_BARE_WINDOW},
-                              home / "bare.log");
+        Program program;
+        program.setProcessEnvironment(EnvironmentIn(home.Path()));
+        program.start(SONNEL_BARE_WINDOW);
         TimeUntilShown(state, screen, started);
     }
 }

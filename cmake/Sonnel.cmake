@@ -21,7 +21,8 @@ if(SONNEL_FUZZ)
 endif()
 
 # sonnel_library(NAME LIBRARIES...): the std-only sources of the current folder. Files named frm*
-# and CRebar belong to the windows and are left out; such a library links only other std-only ones.
+# and CRebar belong to the windows and are left out; such a library links only other std-only ones
+# (sonnel_platform also utf8proc).
 function(sonnel_library name)
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
     list(FILTER sources EXCLUDE REGEX "/(frm[^/]*|CRebar)\\.(cpp|h)$")

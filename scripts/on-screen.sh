@@ -8,9 +8,9 @@ trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$home"' EXIT
 mkdir -p "$home/sonnel"
 cp -r build/release/bin/Karaoke "$home"
 cat >"$home/sonnel/settings.conf" <<END
-[Software\Corvane\Sonnel Player\Opzioni]
+[Opzioni]
 OpenDir=$home/Karaoke/
-[Software\Corvane\Sonnel Player\Font]
+[Font]
 Nome=Liberation Sans
 END
 export HOME=$home XDG_CONFIG_HOME=$home XDG_DATA_HOME=$home XDG_RUNTIME_DIR=$home SONNEL_AUDIO=none

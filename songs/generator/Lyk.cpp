@@ -33,7 +33,7 @@ struct PageText {
 PageText Compose(const SungPage& page) {
     PageText composed;
     for (const SungLine& line : page) {
-        // The two characters that part lines in the file stand for the two of a line break.
+        // The two characters between lines in the file count as the two of a line break.
         composed.text += composed.text.empty() ? "" : "$E";
         for (std::size_t i = 0; i < line.size(); ++i) {
             composed.text += (i > 0 && line[i].startsWord ? " " : "") + line[i].text;

@@ -9,10 +9,10 @@
 namespace sonnel::songs {
 
 /// The lyrics file of a song, as text (UTF-8, lines end with CR LF). Throws std::out_of_range when
-/// the song is longer than the format can tell.
+/// the song is longer than the format allows.
 [[nodiscard]] std::string WriteLyk(const Score& score, const Arrangement& song);
 
-/// What the index says about one song.
+/// One song's entry in the index.
 struct IndexEntry {
     std::string baseName;
     std::string title;

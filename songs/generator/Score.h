@@ -11,7 +11,7 @@ namespace sonnel::songs {
 /// All positions and lengths are ticks of this many to a quarter note.
 inline constexpr int TicksPerQuarter = 480;
 
-/// What is wrong with a score, and the line of the file (from 1) that is to be mended.
+/// What is wrong with a score, and the line of the file (from 1) to correct.
 class ScoreError : public std::runtime_error {
   public:
     ScoreError(int lineNumber, const std::string& what)
@@ -56,10 +56,10 @@ struct Section {
     std::vector<Note> tune;
 };
 
-/// What is sung on one note. A melisma has no text: the syllable before it goes on.
+/// What is sung on one note. A melisma has no text: it continues the syllable before it.
 struct Syllable {
     std::string text;        ///< as shown, with its hyphen if it has one
-    bool startsWord = true;  ///< a blank stands before it unless its line begins here
+    bool startsWord = true;  ///< after a blank, unless its line begins here
     bool melisma = false;
 };
 

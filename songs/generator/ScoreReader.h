@@ -10,7 +10,7 @@ namespace sonnel::songs {
 [[nodiscard]] int DrumKey(std::string_view name);
 
 /// Reads a score (UTF-8; songs/README.md describes the format). Whatever does not fit together
-/// throws ScoreError with the line to mend.
+/// throws ScoreError with the line to correct.
 [[nodiscard]] Score ReadScore(std::string_view text);
 
 }  // namespace sonnel::songs

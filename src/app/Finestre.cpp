@@ -6,7 +6,6 @@
 #include "library/Indice.h"
 #include "library/SincronizzaDB.h"
 #include "library/frmInfoBrano.h"
-#include "platform/Paths.h"
 #include "settings/frmOpzioni.h"
 
 #include <utility>
@@ -56,24 +55,26 @@ void Finestre::ConvertiKar() {
 }
 
 void Finestre::MostraOpzioni() {
-    frmOpzioni({Opzioni(), p_.dialoghi, p_.schermo}, &principale_).exec();
+    frmOpzioni({Opzioni(), p_.schermo}, &principale_).exec();
 }
 
 PartiOpzioni Finestre::Opzioni() {
     return {.config = config_,
             .registro = p_.registro,
             .msgBox = p_.msgBox,
+            .dialoghi = p_.dialoghi,
             .esisteIndice = EsisteIndice,
             .creaIndice =
                 [this] {
                     ProfileFile indice(PercorsoIndice(config_.OpenDir));
                     CreaIndice(indice);
+                    (void)AggiornaIndice(libreria_);
                 },
-            .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
-            .caricaIndice = [this] { CaricaIndice(libreria_); },
-            .scaricaSelezione = [this] { selezione_.reset(); },
-            .dialogoParteDa =
-                [this](const std::string& openDir) { p_.dialoghi.StartIn(PathFromUtf8(openDir)); }};
+            .caricaIndice =
+                [this] {
+                    CaricaIndice(libreria_);
+                    selezione_.reset();
+                }};
 }
 
 }  // namespace sonnel

@@ -1,5 +1,4 @@
 #include "app/Finestre.h"
-#include "platform/FileRegistry.h"
 #include "platform/Paths.h"
 #include "platform/audio/AudioDriver.h"
 #include "platform/audio/DefaultOutput.h"
@@ -7,9 +6,9 @@
 #include "platform/audio/SoundFont.h"
 #include "platform/files/ProfileFile.h"
 #include "platform/qt/QtCommonDialog.h"
+#include "platform/qt/QtRegistry.h"
 #include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
-#include "settings/DirectoryKaraoke.h"
 #include "settings/Impostazioni.h"
 #include "ui/Titoli.h"
 
@@ -36,12 +35,12 @@ std::string DefaultKaraokeDirectory() {
     const QString program = QCoreApplication::applicationDirPath();
     const std::filesystem::path directory = DirectoryKaraoke(
         PathFromUtf8(program.toStdString()), QFileInfo(program).isWritable(), ProcessEnvironment);
-    std::error_code ignored;  // a directory that cannot be made is reported by who needs it
+    std::error_code ignored;  // the library reports a directory that is missing
     std::filesystem::create_directories(directory.parent_path().parent_path(), ignored);
     return Utf8FromPath(directory);
 }
 
-/// Writes a key of a file that may not have its directory yet; who lacks the entry lives without.
+/// Writes a key of a file and makes its directory when it is missing. A failure is ignored.
 void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
               std::string_view value) {
     if (!file.Path().is_absolute()) {
@@ -60,8 +59,8 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName("");
     QGuiApplication::setDesktopFileName("sonnel");
 
-    FileRegistry registro(UserSettingsFile(ProcessEnvironment),
-                          MachineSettingsFile(ProcessEnvironment));
+    QtRegistry registro(UserSettingsFile(ProcessEnvironment),
+                        MachineSettingsFile(ProcessEnvironment));
     const auto setting = [&registro](const char* name) {
         return LeggiImpostazione(registro, "Opzioni", name, "");
     };

@@ -141,7 +141,8 @@ Answer ConversioneKar::Mostra(std::string testo, Icon icona, Buttons pulsanti, i
     return libreria_.msgBox.Show({std::move(testo), icona, pulsanti, predefinito});
 }
 
-/// Runs a step until it succeeds; false when the person gives up. `testo` says what an error means.
+/// Runs a step until it succeeds; false when the user gives up. `testo` makes the message of an
+/// error.
 template <class Passo, class Testo>
 bool ConversioneKar::Ritenta(const Passo& passo, const Testo& testo) {
     while (const std::optional<Error> errore = passo()) {
@@ -215,7 +216,7 @@ fs::path ConversioneKar::NellaLibreria(const char* estensione) const {
     return PathFromUtf8(libreria_.config.OpenDir) / PathFromUtf8(base_ + estensione);
 }
 
-/// The song's position in the table; 0 when the person gives up.
+/// The song's position in the table; 0 when the user gives up.
 std::int16_t ConversioneKar::SpostaNellaLibreria() {
     const PuntatoreOccupato occupato(libreria_.eventi);
     const auto copia = [this] {
@@ -253,7 +254,7 @@ std::optional<Error> ConversioneKar::Registra() {
     return lotto.Commit();
 }
 
-/// Selects the imported song, removes what it was made of if the person wants it, and opens its
+/// Selects the imported song, removes its karaoke file if the user wants it, and opens its
 /// properties.
 void ConversioneKar::Consegna(std::int16_t posizione) {
     parti_.lista.SelezionaBrano(posizione);

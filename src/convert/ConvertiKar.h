@@ -13,12 +13,12 @@ struct PartiKar {
     CommonDialog& dialoghi;
     ListaBrani& lista;
     Environment ambiente;                  ///< may set today's date, see DataOdierna
-    std::function<void()> ProprietaBrano;  ///< lets the person edit the song selected in the list
+    std::function<void()> ProprietaBrano;  ///< lets the user edit the song selected in the list
 };
 
-/// Lets the person choose a karaoke MIDI file, makes a song of it in the file's directory, and
-/// moves that song into the library if the person wants it. Message boxes ask and tell everything.
-/// A step that fails can be tried again; whatever was written or copied before the end stays.
+/// Lets the user choose a karaoke MIDI file, makes a song of it in the file's directory, and moves
+/// that song into the library if the user wants it. Questions and results are message boxes. A step
+/// that fails can be tried again; what was written or copied before the end stays.
 void ConvertiKar(const Libreria& libreria, const PartiKar& parti);
 
 }  // namespace sonnel

@@ -33,8 +33,7 @@ class Passata {
     std::chrono::year_month_day oggi_;
     Estrazione esito_;
     PaginaKar pagina_;
-    int riga_ = 0;   ///< line of the current page, from 1
-    int campi_ = 0;  ///< header lines written
+    int riga_ = 0;  ///< line of the current page, from 1
     std::string titolo_;
     std::string autore_;
     std::string fattoDa_;
@@ -48,8 +47,7 @@ Estrazione Passata::Esegui() {
         midifile_.SetTrack(i);
         esito_.Errore = LeggiTraccia();
     }
-    esito_.Righe = pagina_.Righe();
-    esito_.Righe.Campi = campi_;
+    esito_.NumEventi = pagina_.NumEventi();
     return std::move(esito_);
 }
 
@@ -114,7 +112,6 @@ void Passata::LeggiTitolo(std::string_view valore) {
 
 void Passata::ScriviCampo(std::string_view campo, std::string_view valore) {
     esito_.Testo.append(campo).append(valore).append(FineRigaLyk);
-    ++campi_;
 }
 
 void Passata::LeggiParola(std::int32_t istante, std::string_view testo) {

@@ -14,17 +14,17 @@ namespace sonnel {
 /// What the words of a karaoke MIDI file became.
 struct Estrazione {
     std::string Testo;                 ///< of the LYK file, as far as it was made
-    RigheScritte Righe;                ///< of it, beside the first
+    int NumEventi = 0;                 ///< of the song, as its lines have them
     bool IntestazioneKaraoke = false;  ///< the file says that it is a karaoke file ("@K")
     bool TestoIniziato = false;        ///< there is a page of words
     bool Danneggiato = false;          ///< parts of the file could not be read
     std::optional<Error> Errore;       ///< what ended the extraction before its end
 
-    /// Whether the file was a karaoke file that could be made sense of.
+    /// Whether the file was a karaoke file with words.
     [[nodiscard]] bool Accettata() const { return !Errore && IntestazioneKaraoke && TestoIniziato; }
 };
 
-/// Told of a file whose extraction was not accepted.
+/// Shown for a file whose extraction was not accepted.
 inline constexpr const char* KarNonAccettato =
     "Conversion failed: this KAR file isn't either in standard Midi Karaoke format or it's "
     "incompatible with this converter version.";

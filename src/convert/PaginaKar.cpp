@@ -12,7 +12,6 @@ constexpr std::int16_t Parola = 2;
 // Tenths of a second.
 constexpr std::int32_t Anticipo = 20;
 constexpr std::int32_t PausaLunga = 100;
-constexpr std::int32_t UltimoIstante = 99'999;  // of five digits
 
 }  // namespace
 
@@ -48,8 +47,7 @@ void PaginaKar::ScriviRiga(const EventoPagina& voce, std::string& uscita) {
     uscita += ZeroPadded(voce.Tipo, 2);
     uscita += voce.Testo;
     uscita += "\r\n";
-    ++(voce.Tipo == TestoPagina ? righe_.Pagine : righe_.Parole);
-    righe_.Tardive += voce.Istante > UltimoIstante ? 1 : 0;
+    ++eventi_;
 }
 
 void PaginaKar::ElaboraPagina(std::string& uscita) {

@@ -16,25 +16,14 @@ struct EventoPagina {
     std::string Testo;
 };
 
-/// How many lines were written of each kind.
-struct RigheScritte {
-    int Campi = 0;    ///< of the header
-    int Pagine = 0;   ///< blank ones included
-    int Parole = 0;   ///< word marks
-    int Tardive = 0;  ///< pages and marks whose time has more digits than a reader takes for it
-
-    /// What a song made of them holds.
-    [[nodiscard]] int Eventi() const { return Pagine + Parole; }
-};
-
 /// The page that is being put together from a song's words: up to 256 entries, of which the first
 /// is the page's text.
 class PaginaKar {
   public:
     /// The entries there are; 0 when no page was begun.
     [[nodiscard]] std::int16_t NumVoci() const { return static_cast<std::int16_t>(numVoci_); }
-    /// The lines of all pages written so far.
-    [[nodiscard]] const RigheScritte& Righe() const { return righe_; }
+    /// The lines written so far, each an event of the song.
+    [[nodiscard]] int NumEventi() const { return eventi_; }
 
     /// Begins a page with its first word, sung at `istante`. The page before, if any, is written to
     /// `uscita` first.
@@ -52,7 +41,7 @@ class PaginaKar {
     void ScriviRiga(const EventoPagina& voce, std::string& uscita);
 
     std::array<EventoPagina, 256> pagina_;
-    RigheScritte righe_;
+    int eventi_ = 0;
     std::size_t numVoci_ = 0;
     std::size_t caratteri_ = 0;         ///< of the page's text
     std::int32_t ultimaParola_ = 0;     ///< when the last word with a mark is sung

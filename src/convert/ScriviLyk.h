@@ -17,7 +17,7 @@ namespace sonnel {
 [[nodiscard]] std::optional<Error> ScriviLyk(const std::filesystem::path& file,
                                              std::string_view testo, bool sovrascrivi);
 
-/// Today, as a converted file tells it: the day (UTC) of the environment's SOURCE_DATE_EPOCH, in
+/// Today, as a converted file has it: the day (UTC) of the environment's SOURCE_DATE_EPOCH, in
 /// seconds since 1970, where it is set to a number, else the local one.
 [[nodiscard]] std::chrono::year_month_day DataOdierna(const Environment& ambiente);
 

@@ -40,7 +40,7 @@ Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
         // What cannot be examined may be there still: it is passed over later, and its entry kept.
         const bool ignota = ignoto && ignoto != std::errc::no_such_file_or_directory;
         if (chiave.ends_with(Estensione) && (file || ignota)) {
-            nome.resize(nome.size() - Estensione.size());
+            nome.erase(nome.rfind('.'));
             elenco.push_back({voce->path(), std::move(nome), std::move(chiave)});
         }
     }
@@ -64,7 +64,7 @@ std::string_view Base(const FileLyk& file) {
     return std::string_view(file.chiave).substr(0, file.chiave.size() - Estensione.size());
 }
 
-/// Puts into the index what a song's file says.
+/// Puts the header of a song's file into the index.
 std::optional<Error> Registra(ProfileFile& indice, const FileLyk& file) {
     const Result<Intestazione> letta = LeggiIntestazione(file.percorso);
     if (!letta) {
@@ -145,7 +145,7 @@ EsitoAggiornamento AggiornaIndice(const Libreria& libreria) {
         }
     }
     if (esito.errore) {
-        // The index is as it was, and the table shows what it says.
+        // The index is as it was: the table shows its content.
         const ProfileFile::Batch prova(indice);
         if (elenco) {
             RiempiTabella(indice, *elenco, libreria);

@@ -9,7 +9,7 @@
 
 namespace sonnel {
 
-/// What a rebuild could not do; nobody is told unless the caller does it.
+/// What a rebuild could not do; the rebuild itself shows no message.
 struct EsitoAggiornamento {
     std::vector<std::string> saltati;  ///< a sentence for each LYK file that was passed over
     std::optional<Error> errore;       ///< the index could not be written and is as it was

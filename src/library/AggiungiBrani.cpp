@@ -88,7 +88,7 @@ int Importazione::Esegui(const std::vector<fs::path>& scelti) {
     return importati_;
 }
 
-/// Imports the song of a chosen file, or tells why not. False when the import cannot go on.
+/// Imports the song of a chosen file, or reports why not. False when the import cannot go on.
 bool Importazione::Aggiungi(const fs::path& scelto) {
     const std::string nome = WithoutExtension(Utf8FromPath(scelto.filename()));
     const auto mid = FindFile(origine_ / PathFromUtf8(nome + ".mid"));

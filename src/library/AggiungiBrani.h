@@ -8,21 +8,21 @@
 
 namespace sonnel {
 
-/// Told of a song whose LYK file is in the karaoke directory already.
+/// Shown for a song whose LYK file is in the karaoke directory already.
 inline constexpr const char* BranoGiaPresente =
     "Selected song is already stored in the current database!";
-/// Told of a song that ImpedimentoNome keeps out of the index.
+/// Shown for a song that ImpedimentoNome keeps out of the index.
 inline constexpr const char* NomeBranoImpossibile =
     "The name of this song's files holds characters that the index of the database can't store! "
     "Rename the LYK and MID file and try again.";
 
-/// Whether two paths name one directory, be it by another spelling or through links.
+/// Whether two paths name one directory, also by different spellings or through links.
 [[nodiscard]] bool StessaDirectory(const std::filesystem::path& a, const std::filesystem::path& b);
 
-/// Lets the person choose LYK files of another directory and brings these songs into the library:
+/// Lets the user choose LYK files of another directory and brings these songs into the library:
 /// copies each LYK and MID file, enters the song in the index, and at the end loads the index again
-/// and refills the list. Message boxes tell what cannot be added. A copy that fails ends the import
-/// and leaves nothing of that song; the songs copied before stay.
+/// and refills the list. Message boxes report what cannot be added. A copy that fails ends the
+/// import and leaves nothing of that song; the songs copied before stay.
 void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani& lista);
 
 }  // namespace sonnel

@@ -22,12 +22,12 @@ namespace sonnel {
 [[nodiscard]] std::vector<std::string> ElencaAlbum(const Libreria& libreria);
 
 /// The three operations on albums take effect at once, in the table, the index and the songs' LYK
-/// files. False when nothing was done; a message has told why, unless the person has cancelled.
+/// files. False when nothing was done; a message has reported why, unless the user has cancelled.
 bool InserisciAlbum(const Libreria& libreria, const std::string& nome);
 /// Asks, and asks again when the album has songs, which then belong to no album.
 bool EliminaAlbum(const Libreria& libreria, ListaBrani& lista, const std::string& album);
-/// Moves the songs of the old album to the new one, which must not be there yet. The generic album
-/// is not renamed, and nothing tells so.
+/// Moves the songs of the old album to the new one, which must not exist yet. The generic album is
+/// not renamed, without a message.
 bool RinominaAlbum(const Libreria& libreria, ListaBrani& lista, const std::string& vecchio,
                    const std::string& nuovo);
 

@@ -47,8 +47,8 @@ bool Accessibile(const fs::path& directory) {
     return !errore;
 }
 
-/// Looks for the index as often as the person asks for it; false when there is none to load, which
-/// the person has been told.
+/// Looks for the index as often as the user asks for it; false when there is none to load, which a
+/// message has reported.
 bool IndicePresente(const Libreria& libreria, PuntatoreOccupato& puntatore) {
     for (;;) {
         const StatoIndice stato = libreria.cercaIndice(PercorsoIndice(libreria.config.OpenDir));

@@ -20,13 +20,13 @@ enum class StatoIndice {
     UnitaNonPronta,    ///< the drive is not ready: asking again may help
 };
 
-/// What an error of the file functions, or none, says of the index.
+/// The state of the index that an error of the file functions, or none, means.
 [[nodiscard]] StatoIndice StatoDaErrore(const std::error_code& errore);
 
 /// Looks for the file on disk.
 [[nodiscard]] StatoIndice CercaIndice(const std::filesystem::path& indice);
 
-/// What the operations on the library stand on; all of it outlives them. The directory is the one
+/// What the operations on the library use; all of it outlives them. The directory is the one
 /// the settings name when an operation begins.
 struct Libreria {
     const Config& config;
@@ -44,7 +44,7 @@ void CaricaIndice(const Libreria& libreria);
 /// Fills the table with all songs of the index; a batch should be open on it.
 void CaricaTabella(const ProfileFile& indice, TabellaBrani& brani);
 
-/// Tells how many songs the table could not hold, if there are any.
+/// Reports how many songs the table could not hold, if there are any.
 void AvvisaEsclusi(const Libreria& libreria);
 
 }  // namespace sonnel

@@ -20,8 +20,8 @@ enum class Ordine { Titolo, Autore, Album };
 /// An album as windows show it: "<None>" for the generic one.
 [[nodiscard]] std::string_view AlbumMostrato(std::string_view album);
 
-/// The line that shows a song. Its parts stand in such an order that the order of the whole lines
-/// is the order asked for.
+/// The line that shows a song. The order of its parts makes the order of whole lines the one asked
+/// for.
 [[nodiscard]] std::string RigaBrano(const Brano& brano, Ordine ordine);
 
 /// A line of the selection list and the position of its song in the table.
@@ -31,7 +31,7 @@ struct RigaElenco {
 };
 
 /// The lines of all songs, ascending by the key that `faiChiave` makes of a line's text; lines with
-/// equal keys stand in the order of the table. Each key is made once.
+/// equal keys keep the order of the table. Each key is made once.
 template <typename FaiChiave>
 [[nodiscard]] std::vector<RigaElenco> ElencaBrani(const TabellaBrani& brani, Ordine ordine,
                                                   const FaiChiave& faiChiave) {

@@ -60,7 +60,7 @@ void EliminaFileBrano(const fs::path& directory, std::string_view nomeFile) {
             }
         }
     };
-    // The second list is made before the first is gone: afterwards it would name another song's.
+    // Both lists are made before a file is deleted: later the second could name another song's.
     const auto aperti = ParoleEMusica(directory, std::string(nomeFile));
     elimina(FileDiNome(directory, nomeFile));
     elimina(aperti);

@@ -14,7 +14,7 @@ namespace sonnel {
 void EliminaFileBrano(const std::filesystem::path& directory, std::string_view nomeFile);
 
 /// Asks whether the song at this position is to be deleted; then deletes its files and its entry
-/// and loads the index again. False when the person has cancelled.
+/// and loads the index again. False when the user has cancelled.
 bool EliminaBrano(const Libreria& libreria, std::int16_t posizione);
 
 }  // namespace sonnel

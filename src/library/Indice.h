@@ -12,7 +12,7 @@ namespace sonnel {
 /// Sections of the index.
 inline constexpr std::string_view SezioneBrani = "Songs";
 inline constexpr std::string_view SezioneAlbum = "Album";
-/// What an album's entry says; its key is what counts.
+/// The value of an album's entry; only its key has a meaning.
 inline constexpr std::string_view ValoreAlbum = "|";
 
 /// The library's index in the karaoke directory (UTF-8), "sonnel.snl" in any letter case. An

@@ -30,8 +30,8 @@ struct BottoniProprieta {
 /// Why a song cannot have these fields, a sentence; "" when it can.
 [[nodiscard]] std::string ImpedimentoProprieta(const Intestazione& campi);
 
-/// Gives the song at this position new fields: in the table, in the index and in its LYK file, of
-/// which a message tells when it could not be changed. Refills the list and selects the song.
+/// Gives the song at this position new fields: in the table, in the index and in its LYK file. A
+/// message reports a LYK file that could not be changed. Refills the list and selects the song.
 void ModificaProprieta(const Libreria& libreria, ListaBrani& lista, std::int16_t posizione,
                        const Intestazione& campi);
 

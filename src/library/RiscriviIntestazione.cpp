@@ -94,7 +94,7 @@ std::optional<Error> RiscriviIntestazione(const std::filesystem::path& file,
         return ReadError(file, letto.error().number);
     }
     const std::string testo = ConIntestazione(DecodeFileText(*letto), campi);
-    // A file that is UTF-8 already stays so: what its body says must not change by a byte.
+    // A file that is UTF-8 already stays so: no byte of its body may change.
     const std::string byte =
         letto->starts_with(Utf8Mark) ? std::string(Utf8Mark).append(testo) : EncodeFileText(testo);
     return ReplaceFileWithBackup(file, byte,

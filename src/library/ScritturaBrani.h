@@ -17,8 +17,8 @@ class ScritturaBrani {
 
     void Scrivi(const Brano& brano);
     [[nodiscard]] ProfileFile& Indice() { return indice_; }
-    /// Puts the index on disk and tells in one message which LYK files stayed as they were. To be
-    /// called once, with the normal pointer shown.
+    /// Puts the index on disk and reports in one message the LYK files that stayed as they were. To
+    /// be called once, with the normal pointer shown.
     void Concludi();
 
   private:

@@ -11,7 +11,7 @@
 namespace sonnel {
 
 /// The nearest whole number, halves to the even one; a value past the range of Int takes the
-/// nearest bound, and what is not a number gives 0.
+/// nearest bound, and NaN gives 0.
 template <class Int>
 [[nodiscard]] Int RoundHalfEven(double value) {
     if (std::isnan(value)) {

@@ -10,8 +10,8 @@ namespace sonnel {
 [[nodiscard]] std::filesystem::path PathFromUtf8(std::string_view text);
 [[nodiscard]] std::string Utf8FromPath(const std::filesystem::path& path);
 
-/// A path without its last four characters: the program's files have a dot and three letters
-/// there, and whatever else stands there goes all the same.
+/// A path without its last four characters, whatever they are: the program's files have a dot and
+/// three letters there.
 [[nodiscard]] std::string WithoutExtension(std::string_view path);
 
 /// Whether a path holds a NUL character, which the system would take for its end.

@@ -1,33 +1,40 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace sonnel {
 
 enum class RegistryRoot { CurrentUser, LocalMachine };
-enum class RegistryType : std::uint32_t { String = 1, Binary = 3, Number = 4 };
 
-/// An open key; 0 is no key.
-using RegistryKey = std::uint32_t;
+/// A key: a root and a path whose parts are separated by "\".
+struct RegistryKey {
+    RegistryRoot root;
+    std::string path;
+};
 
-/// The door to the settings store: typed values under a root and a key path whose parts are
-/// separated by "\". Names compare without regard to case. Every operation returns a status, 0 for
-/// success and the platform's number otherwise; a failed operation leaves the store as it was.
+using RegistryValue = std::variant<std::string, std::int32_t>;
+
+/// The path of the player's own keys.
+inline constexpr std::string_view PlayerPath = "Software\\Corvane\\Sonnel Player";
+
+/// The door to the settings store: values with names under keys. The name "" is a key's default
+/// value. What cannot be written or removed stays as it is, without a report.
 class Registry {
   public:
     virtual ~Registry() = default;
-    virtual int OpenKey(RegistryRoot root, std::string_view path, RegistryKey& key) = 0;
-    /// Creates the key (and its parents) when it is missing, and opens it.
-    virtual int CreateKey(RegistryRoot root, std::string_view path, RegistryKey& key) = 0;
-    /// Type and data of a value; "" names the key's default value. A string's data are its bytes, a
-    /// number's its four bytes, lowest first.
-    virtual int QueryValue(RegistryKey key, std::string_view name, RegistryType& type,
-                           std::string& data) = 0;
-    virtual int SetValue(RegistryKey key, std::string_view name, RegistryType type,
-                         std::string_view data) = 0;
-    virtual void CloseKey(RegistryKey key) = 0;
+    /// Nothing when the value is absent or cannot be read.
+    virtual std::optional<RegistryValue> Read(const RegistryKey& key, std::string_view name) = 0;
+    /// Sets a value, and creates its key when it is missing.
+    virtual void Write(const RegistryKey& key, std::string_view name,
+                       const RegistryValue& value) = 0;
+    /// Creates a key that may stay without values; false when there is no place for it.
+    virtual bool Create(const RegistryKey& key) = 0;
+    /// Removes a value that has a name; a default value stays.
+    virtual void Remove(const RegistryKey& key, std::string_view name) = 0;
 };
 
 }  // namespace sonnel

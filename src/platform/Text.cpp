@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#ifdef SONNEL_UTF8PROC
+#include <utf8proc.h>
+#endif
+
 namespace sonnel {
 namespace {
 
@@ -107,51 +111,12 @@ std::optional<char> Windows1252Byte(char32_t codePoint) {
     return static_cast<char>(0x80 + (found - Windows1252High.begin()));
 }
 
-/// A run of capital letters. The small letter lies `distance` further on; in a run of pairs only
-/// every second code point, counted from the first, is a capital.
-struct Capitals {
-    char32_t first;
-    char32_t last;
-    int distance;
-    bool pairs;
-};
-
-constexpr std::array CapitalRuns{
-    Capitals{'A', 'Z', 32, false},          Capitals{0xB5, 0xB5, 775, false},
-    Capitals{0xC0, 0xD6, 32, false},        Capitals{0xD8, 0xDE, 32, false},
-    Capitals{0x100, 0x12E, 1, true},        Capitals{0x132, 0x136, 1, true},
-    Capitals{0x139, 0x147, 1, true},        Capitals{0x14A, 0x176, 1, true},
-    Capitals{0x178, 0x178, -121, false},    Capitals{0x179, 0x17D, 1, true},
-    Capitals{0x17F, 0x17F, -268, false},    Capitals{0x18F, 0x18F, 202, false},
-    Capitals{0x1A0, 0x1A4, 1, true},        Capitals{0x1AF, 0x1AF, 1, false},
-    Capitals{0x1C4, 0x1C4, 2, false},       Capitals{0x1C5, 0x1C5, 1, false},
-    Capitals{0x1C7, 0x1C7, 2, false},       Capitals{0x1C8, 0x1C8, 1, false},
-    Capitals{0x1CA, 0x1CA, 2, false},       Capitals{0x1CB, 0x1CB, 1, false},
-    Capitals{0x1CD, 0x1DB, 1, true},        Capitals{0x1DE, 0x1EE, 1, true},
-    Capitals{0x1F1, 0x1F1, 2, false},       Capitals{0x1F2, 0x1F2, 1, false},
-    Capitals{0x1F4, 0x1F4, 1, false},       Capitals{0x1F8, 0x21E, 1, true},
-    Capitals{0x222, 0x232, 1, true},        Capitals{0x246, 0x24E, 1, true},
-    Capitals{0x370, 0x372, 1, true},        Capitals{0x376, 0x376, 1, false},
-    Capitals{0x386, 0x386, 38, false},      Capitals{0x388, 0x38A, 37, false},
-    Capitals{0x38C, 0x38C, 64, false},      Capitals{0x38E, 0x38F, 63, false},
-    Capitals{0x391, 0x3A1, 32, false},      Capitals{0x3A3, 0x3AB, 32, false},
-    Capitals{0x3C2, 0x3C2, 1, false},       Capitals{0x3D8, 0x3EE, 1, true},
-    Capitals{0x400, 0x40F, 80, false},      Capitals{0x410, 0x42F, 32, false},
-    Capitals{0x460, 0x480, 1, true},        Capitals{0x48A, 0x4BE, 1, true},
-    Capitals{0x4C0, 0x4C0, 15, false},      Capitals{0x4C1, 0x4CD, 1, true},
-    Capitals{0x4D0, 0x52E, 1, true},        Capitals{0x1E00, 0x1E94, 1, true},
-    Capitals{0x1E9E, 0x1E9E, -7615, false}, Capitals{0x1EA0, 0x1EFE, 1, true},
-};
-
 char32_t SmallLetter(char32_t codePoint) {
-    const auto* const run =
-        std::find_if(CapitalRuns.begin(), CapitalRuns.end(),
-                     [&](const Capitals& capitals) { return codePoint <= capitals.last; });
-    if (run == CapitalRuns.end() || codePoint < run->first ||
-        (run->pairs && (codePoint - run->first) % 2 != 0)) {
-        return codePoint;
-    }
-    return static_cast<char32_t>(static_cast<int>(codePoint) + run->distance);
+#ifdef SONNEL_UTF8PROC
+    return static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(codePoint)));
+#else
+    return codePoint;
+#endif
 }
 
 }  // namespace
@@ -257,10 +222,7 @@ std::string FoldCase(std::string_view text) {
     key.reserve(text.size());
     while (!text.empty()) {
         const std::size_t plain = AsciiPrefix(text);
-        for (const char character : text.substr(0, plain)) {
-            const bool capital = character >= 'A' && character <= 'Z';
-            key += capital ? static_cast<char>(character + ('a' - 'A')) : character;
-        }
+        key += text.substr(0, plain);
         text.remove_prefix(plain);
         if (text.empty()) {
             break;
@@ -273,6 +235,9 @@ std::string FoldCase(std::string_view text) {
         }
         text.remove_prefix(character.length);
     }
+    std::transform(key.begin(), key.end(), key.begin(), [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+    });
     return key;
 }
 

@@ -30,13 +30,14 @@ inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 /// The opposite: Windows-1252 where that holds every character, else UTF-8 after its mark.
 [[nodiscard]] std::string EncodeFileText(std::string_view text);
 
-/// A text whose encoding is not told: UTF-8 when its bytes are that, otherwise Windows-1252.
+/// A text whose encoding is unknown: UTF-8 when its bytes are that, otherwise Windows-1252.
 [[nodiscard]] std::string DecodeUnmarkedText(std::string_view bytes);
 
 /// A text for one line of a file: each line end's CR and LF and each NUL in it becomes a blank.
 [[nodiscard]] std::string OneLine(std::string_view text);
 
-/// A key under which texts that differ only in letter case are equal (Latin, Greek, Cyrillic).
+/// A key under which texts that differ only in letter case are equal: each code point becomes its
+/// small letter (without utf8proc only ASCII ones do), and invalid bytes stay as they are.
 [[nodiscard]] std::string FoldCase(std::string_view text);
 
 /// What failed and why as one sentence: `reason`, which may be a sentence of its own, goes on after

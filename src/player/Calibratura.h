@@ -24,7 +24,7 @@ namespace sonnel {
 /// Seconds with at most one decimal, as in 12.3, .5 and 3. (a whole number keeps its point).
 [[nodiscard]] std::string TestoSecondi(float secondi);
 
-/// What the person is told about a test of so many seconds.
+/// What is reported about a test of so many seconds.
 struct GiudizioCalibratura {
     bool beep = false;
     std::vector<Message> messaggi;
@@ -34,7 +34,7 @@ struct GiudizioCalibratura {
 /// The test that measures how long this machine takes to draw pages, and sets the compensation.
 class Calibratura {
   public:
-    /// What the test stands on; all of it outlives the test.
+    /// What the test uses; all of it outlives the test.
     struct Parti {
         Config& config;
         PictureBox& parole;
@@ -49,8 +49,8 @@ class Calibratura {
 
     explicit Calibratura(Parti parti) : p_(std::move(parti)) {}
 
-    /// Asks, measures, stores the compensation and tells the result. Leaves the lyrics area clear
-    /// and in the configured font, unless the person has declined.
+    /// Asks, measures, stores the compensation and reports the result. Leaves the lyrics area clear
+    /// and in the configured font, unless the user has declined.
     void EseguiCalibratura();
 
   private:

@@ -79,7 +79,7 @@ void DisegnoParole::ColoraPagina(std::int32_t n, Colour colore) {
 }
 
 void DisegnoParole::ScriviTesto(int x, int y, Colour colore, std::string_view testo) {
-    if (colore == config_.ColoreTesto && config_.Ombra != 0) {
+    if (colore == config_.ColoreTesto && config_.Ombra) {
         StampaTesto(x + DistanzaOmbra, y + DistanzaOmbra, config_.ColoreOmbra, testo);
     }
     StampaTesto(x, y, colore, testo);

@@ -31,10 +31,10 @@ void ImpaginazioneParole::ApplicaConfig() {
     parole_.SetBackColor(config_.ColoreSfondo);
     FontSpec font = parole_.Font();
     font.name = config_.FontName;
-    if (config_.AutoFont == 0) {
+    if (!config_.AutoFont) {
         font.size = config_.FontSize;
     }
-    font.bold = config_.FontBold != 0;
+    font.bold = config_.FontBold;
     parole_.SetFont(font);
 }
 
@@ -45,7 +45,7 @@ void ImpaginazioneParole::FontAutomatico() {
 }
 
 bool ImpaginazioneParole::AdattaFont() {
-    if (config_.AutoFont == 0) {
+    if (!config_.AutoFont) {
         return false;
     }
     FontSpec font = parole_.Font();

@@ -20,7 +20,7 @@ namespace sonnel {
 /// Loads songs, drives the sequencer and makes the lyrics and the position controls follow it.
 class Riproduzione {
   public:
-    /// What playback stands on; all of it outlives the playback.
+    /// What playback uses; all of it outlives the playback.
     struct Parti {
         const Config& config;
         Timeline& timeline;
@@ -52,7 +52,8 @@ class Riproduzione {
     /// Every 500 ms while playing.
     void AggiornaCursore();
 
-    /// Loads a song into timeline and sequencer; false when a message box has told why not.
+    /// Loads a song into timeline and sequencer; false after a message box
+    /// has given the reason.
     bool CaricaBrano(const FileBrano& brano);
     /// Sets up position controls, font and lyrics for the song just loaded.
     void PreparaBrano();

@@ -13,16 +13,16 @@ struct Config {
     Colour ColoreOmbra = 8421504;
     Colour ColoreSelezione = 16777215;
     Colour ColoreSfondo = 0;
-    std::int16_t Ombra = -1;  ///< -1 true, 0 false, like all switches here
+    bool Ombra = true;
     std::string FontName = "Arial";
     float FontSize = 24;  ///< points
-    std::int16_t FontBold = -1;
-    std::int16_t AutoFont = -1;
+    bool FontBold = true;
+    bool AutoFont = true;
     std::int32_t WinTop = 600;  ///< twips, like the three below
     std::int32_t WinLeft = 0;
     std::int32_t WinWidth = 0;  ///< default: the screen's width
     std::int32_t WinHeight = 5800;
-    std::int16_t FullScreen = 0;
+    bool FullScreen = false;
     std::int32_t Compensazione = -1;  ///< tenths of a second; -1: never calibrated
     std::string OpenDir;              ///< karaoke database directory, ends in a separator
     bool Autoplay = true;

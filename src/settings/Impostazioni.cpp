@@ -5,8 +5,7 @@
 #include "settings/basRegistry.h"
 #include "ui/basCommon.h"
 
-#include <filesystem>
-#include <optional>
+#include <system_error>
 #include <variant>
 
 namespace sonnel {
@@ -15,7 +14,7 @@ namespace {
 constexpr RegistryRoot Radice = RegistryRoot::CurrentUser;
 
 std::string PercorsoSezione(std::string_view sezione) {
-    std::string percorso = "Software\\Corvane\\Sonnel Player";
+    std::string percorso(PlayerPath);
     if (!sezione.empty()) {
         percorso.append("\\").append(sezione);
     }
@@ -33,12 +32,14 @@ class Sezione {
     std::int32_t Numero(std::string_view chiave, std::int32_t predefinito) {
         return Intero(Testo(chiave, TestoNumero(predefinito))).value_or(predefinito);
     }
-    std::int16_t Logico16(std::string_view chiave, std::int16_t predefinito) {
-        return InteroBreve(Testo(chiave, TestoNumero(std::int32_t{predefinito})))
-            .value_or(predefinito);
+    /// A switch that is read as a whole number.
+    bool Interruttore(std::string_view chiave, bool predefinito) {
+        const auto numero = InteroBreve(Testo(chiave, TestoLogico(predefinito)));
+        return numero ? *numero != 0 : predefinito;
     }
+    /// A switch that any number other than 0 turns on.
     bool Logico(std::string_view chiave, bool predefinito) {
-        const std::optional<float> numero = Decimale(Testo(chiave, TestoLogico(predefinito)));
+        const auto numero = Decimale(Testo(chiave, TestoLogico(predefinito)));
         return numero ? *numero != 0 : predefinito;
     }
     /// A font size: nothing is drawn in a size of 0 or less or one beyond what fonts come in.
@@ -53,7 +54,7 @@ class Sezione {
     std::string_view nome_;
 };
 
-/// Makes the karaoke directory; the library tells later when it is still missing.
+/// Makes the karaoke directory; loading the library reports one that is still missing.
 void CreaDirectory(const std::string& percorso) {
     const std::filesystem::path directory = PathFromUtf8(percorso);
     std::error_code ignorato;
@@ -66,7 +67,7 @@ void CreaDirectory(const std::string& percorso) {
 
 std::string LeggiImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave,
                               std::string_view predefinito) {
-    const ValoreRegistro valore = LeggiChiave(registro, Radice, PercorsoSezione(sezione), chiave);
+    const RegistryValue valore = LeggiChiave(registro, Radice, PercorsoSezione(sezione), chiave);
     if (const auto* const numero = std::get_if<std::int32_t>(&valore)) {
         return TestoNumero(*numero);
     }
@@ -80,8 +81,7 @@ std::string LeggiImpostazione(Registry& registro, std::string_view sezione, std:
 
 void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave,
                        std::string_view valore) {
-    ScriviChiave(registro, Radice, PercorsoSezione(sezione), chiave, std::string(valore),
-                 RegistryType::String);
+    ScriviChiave(registro, Radice, PercorsoSezione(sezione), chiave, std::string(valore));
 }
 
 Config CaricaConfig(Registry& registro, int larghezzaSchermo, std::string_view openDirPredefinita) {
@@ -93,25 +93,32 @@ Config CaricaConfig(Registry& registro, int larghezzaSchermo, std::string_view o
     config.ColoreSfondo = colori.Numero("Sfondo", config.ColoreSfondo);
 
     Sezione font(registro, "Font");
-    config.AutoFont = font.Logico16("AutoFont", config.AutoFont);
+    config.AutoFont = font.Interruttore("AutoFont", config.AutoFont);
     config.FontName = font.Testo("Nome", config.FontName);
     config.FontSize = font.Punti("Dimensione", config.FontSize);
-    config.FontBold = font.Logico16("Grassetto", config.FontBold);
+    config.FontBold = font.Interruttore("Grassetto", config.FontBold);
 
     Sezione finestra(registro, "Finestra");
     config.WinTop = finestra.Numero("Top", config.WinTop);
     config.WinLeft = finestra.Numero("Left", config.WinLeft);
     config.WinWidth = finestra.Numero("Width", larghezzaSchermo);
     config.WinHeight = finestra.Numero("Height", config.WinHeight);
-    config.FullScreen = finestra.Logico16("FullScreen", config.FullScreen);
+    config.FullScreen = finestra.Interruttore("FullScreen", config.FullScreen);
 
     Sezione opzioni(registro, "Opzioni");
-    config.Ombra = opzioni.Logico16("Ombra", config.Ombra);
+    config.Ombra = opzioni.Interruttore("Ombra", config.Ombra);
     config.Compensazione = opzioni.Numero("Compensazione", config.Compensazione);
     config.Autoplay = opzioni.Logico("Autoplay", config.Autoplay);
     config.OpenDir = AggiungiBarra(opzioni.Testo("OpenDir", openDirPredefinita));
     CreaDirectory(config.OpenDir);
     return config;
+}
+
+std::filesystem::path DirectoryKaraoke(const std::filesystem::path& dirProgramma, bool scrivibile,
+                                       const Environment& ambiente) {
+    const std::filesystem::path dati = UserDataDirectory(ambiente);
+    const bool accanto = scrivibile || dati.empty();
+    return (accanto ? dirProgramma : dati / "sonnel") / "Karaoke" / "";
 }
 
 }  // namespace sonnel

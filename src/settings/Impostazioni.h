@@ -1,15 +1,17 @@
 #pragma once
 
+#include "platform/Environment.h"
 #include "platform/Registry.h"
 #include "settings/Config.h"
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace sonnel {
 
-/// The stored text of a setting, or `predefinito` when it is absent. Text comes without the NUL
-/// characters some tools store at its end; a 32-bit number comes as its decimal text.
+/// The stored text of a setting without NUL characters at its end, or `predefinito` when it is
+/// absent; a number comes as its decimal text.
 [[nodiscard]] std::string LeggiImpostazione(Registry& registro, std::string_view sezione,
                                             std::string_view chiave, std::string_view predefinito);
 
@@ -22,5 +24,11 @@ void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string
 /// `openDirPredefinita` is the default karaoke directory.
 [[nodiscard]] Config CaricaConfig(Registry& registro, int larghezzaSchermo,
                                   std::string_view openDirPredefinita);
+
+/// The karaoke directory when the settings name none: "Karaoke" beside the program where that
+/// place can be written, else "sonnel/Karaoke" in the user's data directory. Ends in a separator
+/// and may not exist.
+[[nodiscard]] std::filesystem::path DirectoryKaraoke(const std::filesystem::path& dirProgramma,
+                                                     bool scrivibile, const Environment& ambiente);
 
 }  // namespace sonnel

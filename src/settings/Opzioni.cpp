@@ -31,11 +31,11 @@ void SalvaOpzioni(Registry& registro, const Config& config) {
     salva("Colori", "Ombreggiatura", TestoNumero(config.ColoreOmbra));
     salva("Colori", "Selezione", TestoNumero(config.ColoreSelezione));
     salva("Colori", "Sfondo", TestoNumero(config.ColoreSfondo));
-    salva("Font", "AutoFont", TestoLogico(config.AutoFont != 0));
+    salva("Font", "AutoFont", TestoLogico(config.AutoFont));
     salva("Font", "Nome", config.FontName);
     salva("Font", "Dimensione", TestoNumero(config.FontSize));
-    salva("Font", "Grassetto", TestoLogico(config.FontBold != 0));
-    salva("Opzioni", "Ombra", TestoLogico(config.Ombra != 0));
+    salva("Font", "Grassetto", TestoLogico(config.FontBold));
+    salva("Opzioni", "Ombra", TestoLogico(config.Ombra));
     salva("Opzioni", "OpenDir", config.OpenDir);
     salva("Opzioni", "Compensazione", TestoNumero(config.Compensazione));
     salva("Opzioni", "Autoplay", TestoLogico(config.Autoplay));
@@ -58,20 +58,14 @@ bool ConfermaOpzioni(const PartiOpzioni& parti, Config copia) {
     parti.config = std::move(copia);
     const std::string& openDir = parti.config.OpenDir;
     SalvaOpzioni(parti.registro, parti.config);
-    parti.dialogoParteDa(openDir);
+    parti.dialoghi.StartIn(PathFromUtf8(openDir));
     if (!parti.esisteIndice(openDir)) {
         parti.creaIndice();
-        parti.aggiornaIndice();
-        // Where nothing could be written, loading tells next that there is no index.
+        // Where nothing could be written, loading reports next that there is no index.
         parti.msgBox.Show({"Index creation completed.", Icon::Information});
     }
     parti.caricaIndice();
-    parti.scaricaSelezione();
     return true;
-}
-
-std::string DirectoryScelta(const std::filesystem::path& file) {
-    return AggiungiBarra(Utf8FromPath(file.parent_path()));
 }
 
 std::vector<float> DimensioniFont(PictureBox& parole, const std::string& nome) {
@@ -93,10 +87,10 @@ void DisegnaCampione(PictureBox& parole, int larghezza, const Config& copia) {
     constexpr std::int16_t Y = 200;
     parole.SetBackColor(copia.ColoreSfondo);
     parole.Clear();
-    parole.SetFont({copia.FontName, copia.FontSize, copia.FontBold != 0});
+    parole.SetFont({copia.FontName, copia.FontSize, copia.FontBold});
     const double libera = larghezza - Margine - parole.Measure(Testo).width;
     const auto x = RoundHalfEven<std::int16_t>(libera / 2);
-    if (copia.Ombra != 0) {
+    if (copia.Ombra) {
         ScriviCampione(parole, RoundHalfEven<std::int16_t>(x + Ombra), Y + Ombra, copia.ColoreOmbra,
                        Testo);
     }

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "platform/CommonDialog.h"
 #include "platform/MsgBox.h"
 #include "platform/PictureBox.h"
 #include "platform/Registry.h"
 #include "settings/Config.h"
 
-#include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -18,27 +17,17 @@ struct PartiOpzioni {
     Config& config;
     Registry& registro;
     MsgBox& msgBox;
-    /// Whether there is an index in a karaoke directory. The other functions take the directory
-    /// from `config`.
+    CommonDialog& dialoghi;
+    /// Whether there is an index in a karaoke directory.
     std::function<bool(const std::string& openDir)> esisteIndice;
-    std::function<void()> creaIndice;
-    std::function<void()> aggiornaIndice;
-    std::function<void()> caricaIndice;
-    std::function<void()> scaricaSelezione;  ///< unloads the song selection window
-    std::function<void(const std::string& openDir)> dialogoParteDa;  ///< the main file dialog
+    std::function<void()> creaIndice;    ///< of the songs in the directory of `config`
+    std::function<void()> caricaIndice;  ///< likewise; unloads the song selection window
 };
 
 /// The OK of the options: makes `copia` the program's settings, stores them and loads the library
 /// of their directory, making its index when there is none. Asks before a new index is made; false,
 /// and nothing is changed, when the answer is No.
 bool ConfermaOpzioni(const PartiOpzioni& parti, Config copia);
-
-/// The karaoke directory that a file chosen in it stands for; ends in a separator.
-[[nodiscard]] std::string DirectoryScelta(const std::filesystem::path& file);
-
-/// Bounds of the compensation that can be chosen, tenths of a second.
-inline constexpr std::int32_t CompensazioneMinima = -100;
-inline constexpr std::int32_t CompensazioneMassima = 100;
 
 /// The sizes a font comes in between 8 and 64 points, ascending and distinct. Leaves the picture
 /// box with another font.

@@ -14,8 +14,8 @@ namespace sonnel {
 /// A switch: "-1" when it is on, "0" when it is off.
 [[nodiscard]] std::string TestoLogico(bool acceso);
 
-/// The number a text stands for as a whole, blanks around it apart; nothing when it stands for
-/// none or for one past the type's range. Whole numbers are rounded, halves to the even one.
+/// The number that a text, without the blanks around it, stands for; nothing when it is no number
+/// or past the type's range. Whole numbers are rounded, halves to the even one.
 [[nodiscard]] std::optional<std::int16_t> InteroBreve(std::string_view testo);
 [[nodiscard]] std::optional<std::int32_t> Intero(std::string_view testo);
 [[nodiscard]] std::optional<float> Decimale(std::string_view testo);

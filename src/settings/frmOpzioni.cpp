@@ -23,10 +23,6 @@ namespace {
 
 constexpr QSize MisuraCampione(380, 136);  // pixels: bold letters of 64 points, and their shadow
 
-std::int16_t Logico(const QCheckBox* casella) {
-    return casella->isChecked() ? -1 : 0;
-}
-
 /// A drop-down list that is shown at once and scrolls, however many lines it has.
 QComboBox* Lista(const char* nome, int caratteri, QWidget* pagina) {
     auto* lista = new QComboBox(pagina);
@@ -50,10 +46,10 @@ frmOpzioni::frmOpzioni(const Parti& parti, QWidget* parent)
       Parole(parti.schermo.TwipsPerPixel()) {
     setWindowTitle("Options");
     // The window stays alive while the index is made, but takes no second OK.
-    parti_.opzioni.aggiornaIndice = [this, aggiorna = parti.opzioni.aggiornaIndice] {
+    parti_.opzioni.creaIndice = [this, crea = parti.opzioni.creaIndice] {
         setEnabled(false);
         const ScopeExit riabilita([this] { setEnabled(true); });
-        aggiorna();
+        crea();
     };
     auto* SSTab1 = new QTabWidget(this);
     SSTab1->addTab(CreaGenerale(), "&General");
@@ -156,7 +152,7 @@ QWidget* frmOpzioni::CreaAvanzate() {
     auto* Label2 = new QLabel("(1/10ths sec.)", pagina);
     vscCompensation = new QSpinBox(pagina);
     vscCompensation->setLocale(QLocale::c());
-    vscCompensation->setRange(CompensazioneMinima, CompensazioneMassima);
+    vscCompensation->setRange(-100, 100);
     vscCompensation->setAccessibleName(Label3->text() + ' ' + Label2->text());
     auto* fila = new QHBoxLayout;
     fila->addWidget(Label3);
@@ -186,10 +182,10 @@ void frmOpzioni::Form_Load() {
     if (lstFontName->currentIndex() >= 0) {
         RiempiDimensioni();
     }
-    chkFontBold->setChecked(copia_.FontBold != 0);
-    chkAutoFont->setChecked(copia_.AutoFont != 0);
+    chkFontBold->setChecked(copia_.FontBold);
+    chkAutoFont->setChecked(copia_.AutoFont);
     chkAutoFont_Click();
-    chkOmbra->setChecked(copia_.Ombra != 0);
+    chkOmbra->setChecked(copia_.Ombra);
     chkOmbra_Click();
     lblOpenDir->setText(QString::fromStdString(copia_.OpenDir));
     vscCompensation->setValue(copia_.Compensazione);
@@ -240,10 +236,10 @@ void frmOpzioni::RiempiDimensioni() {
 // Controls
 
 void frmOpzioni::cmdSfogliaDatabase_Click() {
-    const auto scelti = parti_.CMDialog1.ChooseFiles(
+    const auto scelti = parti_.opzioni.dialoghi.ChooseFiles(
         {"Karaoke directory selection", "snl", "sonnel.snl", PathFromUtf8(copia_.OpenDir), false});
     if (!scelti.empty()) {
-        copia_.OpenDir = DirectoryScelta(scelti.front());
+        copia_.OpenDir = AggiungiBarra(Utf8FromPath(scelti.front().parent_path()));
         lblOpenDir->setText(QString::fromStdString(copia_.OpenDir));
     }
 }
@@ -265,17 +261,17 @@ void frmOpzioni::lstFontSize_Click() {
 }
 
 void frmOpzioni::chkFontBold_Click() {
-    copia_.FontBold = Logico(chkFontBold);
+    copia_.FontBold = chkFontBold->isChecked();
     DisegnaCampione();
 }
 
 void frmOpzioni::chkAutoFont_Click() {
-    copia_.AutoFont = Logico(chkAutoFont);
+    copia_.AutoFont = chkAutoFont->isChecked();
     lstFontSize->setEnabled(!chkAutoFont->isChecked());
 }
 
 void frmOpzioni::chkOmbra_Click() {
-    copia_.Ombra = Logico(chkOmbra);
+    copia_.Ombra = chkOmbra->isChecked();
     cmdColoreOmbra->setEnabled(chkOmbra->isChecked());
     DisegnaCampione();
 }
@@ -297,7 +293,7 @@ void frmOpzioni::cmdColoreOmbra_Click() {
 }
 
 void frmOpzioni::ScegliColore(const char* titolo, Colour Config::*colore) {
-    if (const auto scelto = parti_.CMDialog1.ChooseColour(titolo, copia_.*colore)) {
+    if (const auto scelto = parti_.opzioni.dialoghi.ChooseColour(titolo, copia_.*colore)) {
         copia_.*colore = *scelto;
         DisegnaCampione();
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/CommonDialog.h"
 #include "platform/Screen.h"
 #include "platform/qt/QtPictureBox.h"
 #include "settings/Opzioni.h"
@@ -19,7 +18,6 @@ class frmOpzioni : public QDialog {
   public:
     struct Parti {
         PartiOpzioni opzioni;
-        CommonDialog& CMDialog1;
         const Screen& schermo;
     };
     explicit frmOpzioni(const Parti& parti, QWidget* parent = nullptr);

@@ -15,19 +15,19 @@ inline constexpr std::string_view MagicoLyk = "Cantabelle1.0";
 /// How reading the text of a song ended.
 enum class EsitoLettura {
     Completa,
-    NonCantabelle,  ///< the first line is another one; a message box has told so
+    NonCantabelle,  ///< the first line is another one; a message box reports it
     Incompleta,     ///< the rest of the text is missing, or there are more events than fit
 };
 
-/// Reads the text of a LYK file (UTF-8) into an empty timeline and empty song information; tells
-/// about pages that are too long. `intero` false: the text breaks off somewhere and what is left of
-/// its last line is not read.
+/// Reads the text of a LYK file (UTF-8) into an empty timeline and empty song information;
+/// reports pages that are too long. `intero` false: the text breaks off somewhere and what is left
+/// of its last line is not read.
 [[nodiscard]] EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
                                       InformazioniBrano& informazioni, MsgBox& msgBox);
 
 /// Reads a song's LYK file into the timeline and the song information, which are emptied first.
-/// True only when the whole file was read; otherwise a message box has told why, and the timeline
-/// keeps the events read so far.
+/// True only when the whole file was read; otherwise a message box gives the reason, and the
+/// timeline keeps the events read so far.
 bool LeggiKaraoke(const FileBrano& brano, Timeline& timeline, InformazioniBrano& informazioni,
                   MsgBox& msgBox);
 

@@ -2,7 +2,7 @@
 
 #include "platform/Text.h"
 #include "song/LeggiIntestazione.h"
-#include "tool/Argomenti.h"
+#include "tool/Tenta.h"
 
 #include <functional>
 #include <iostream>
@@ -21,8 +21,8 @@ std::string Versione() {
            std::to_string(SONNEL_VERSION_MINOR) + "." + std::to_string(SONNEL_VERSION_REVISION);
 }
 
-/// Ends what begins and ends like a list, which the parser would take apart. No argument of the
-/// system holds this character.
+/// Put at the end of an argument that looks like a list, which the parser would take apart. No
+/// argument can hold this character by itself.
 constexpr char FineArgomento = '\0';
 
 std::vector<std::string> Argomenti(int argc, const char* const* argv) {
@@ -41,7 +41,7 @@ std::string ErroreUso(const CLI::App* app, const CLI::Error& errore) {
     return std::string("sonnel-tool: ") + errore.what() + ".\n" + app->help();
 }
 
-/// What a command reports, also when it does not come to its end.
+/// What a command reports. An exception becomes its error.
 Resoconto Riporta(const std::string& file, const std::function<Resoconto()>& comando) {
     Resoconto resoconto;
     if (const auto errore = Tenta(file, [&] { resoconto = comando(); })) {
@@ -64,7 +64,7 @@ struct Riga {
     OpzioniConvert convert;
     OpzioniTrace trace;
 
-    /// Takes the ends off that were put to arguments.
+    /// Removes the marks from the ends of arguments.
     void TogliFini() {
         for (std::string& nome : elenco) {
             std::erase(nome, FineArgomento);

@@ -10,7 +10,12 @@ namespace sonnel {
 
 struct Intestazione;
 
-// The commands, each in its own file. Those that take many files are called for each of them.
+// The commands, each in a file of its own. One that takes many files is called for each of them.
+//
+// To add one: declare its function here, write it in a file Comando*.cpp, name it with its options
+// in Grammatica (Comandi.cpp), and explain it in packaging/sonnel-tool.1 and sonnel-tool.bash (a
+// test finds what is missing there). A command reports its result as a Resoconto and writes nothing
+// to the outputs itself.
 
 [[nodiscard]] Resoconto ComandoShow(const std::string& file);
 [[nodiscard]] Resoconto ComandoHeader(const std::string& file);

@@ -1,10 +1,10 @@
 #include "platform/Text.h"
 #include "platform/files/Files.h"
 #include "platform/midi/Sequence.h"
-#include "song/FileBrano.h"
-#include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "tool/Controllo.h"
+#include "tool/FileNominato.h"
+#include "tool/LetturaBrano.h"
 
 #include <optional>
 #include <utility>
@@ -12,8 +12,20 @@
 namespace sonnel {
 namespace {
 
-/// How long the music beside a song's words lasts, in ms; nothing, and a finding, when it is not to
-/// be had. Damage that the player gets over is told in `messaggi` only.
+Result<std::string> LeggiTesto(const std::string& file) {
+    const Result<std::filesystem::path> nominato = FileNominato(file);
+    if (!nominato) {
+        return nominato.error();
+    }
+    const Result<std::string> byte = ReadFile(*nominato);
+    if (!byte) {
+        return ReadError(*nominato, byte.error().number);
+    }
+    return DecodeFileText(*byte);
+}
+
+/// How long the music beside a song's words lasts, in ms; nothing, and a finding, when there is
+/// none or it cannot be read. Damage that the player gets over is no finding but a message.
 std::optional<std::int32_t> Durata(const FileBrano& brano, std::vector<Rilievo>& rilievi,
                                    std::vector<std::string>& messaggi) {
     if (!brano.mid) {
@@ -23,14 +35,13 @@ std::optional<std::int32_t> Durata(const FileBrano& brano, std::vector<Rilievo>&
                                Utf8FromPath(PathFromUtf8(brano.base + ".mid").filename())});
         return std::nullopt;
     }
-    const Result<SmfFile> letto = LeggiMidi(*brano.mid);
+    const Result<SmfFile> letto = LeggiMusica(*brano.mid, Utf8FromPath(*brano.mid), messaggi);
     if (!letto) {
         std::string cosa = WithReason("the player does not play the song", letto.error().text);
         cosa.pop_back();  // findings end without a point
         rilievi.push_back({0, std::move(cosa)});
         return std::nullopt;
     }
-    AvvisaSeDanneggiato(Utf8FromPath(*brano.mid), *letto, messaggi);
     return LengthMs(*letto);
 }
 
@@ -57,21 +68,17 @@ std::string TestoRilievi(const std::string& file, const std::vector<Rilievo>& ri
 Resoconto ComandoCheck(const std::string& file) {
     Resoconto resoconto;
     std::vector<Rilievo> rilievi;
-    bool letto = false;
-    if (const auto rifiuto = RifiutoNome(file)) {
-        resoconto.messaggi.push_back(*rifiuto);
-    } else if (const Result<std::string> byte = ReadFile(FileNominato(file))) {
-        letto = true;
-        const auto durata =
-            Durata(TrovaFileBrano(SenzaEstensione(file, {".lyk"})), rilievi, resoconto.messaggi);
-        for (Rilievo& rilievo : ControllaTesto(DecodeFileText(*byte), durata)) {
+    const Result<std::string> testo = LeggiTesto(file);
+    if (testo) {
+        const auto durata = Durata(*BranoNominato(file, {".lyk"}), rilievi, resoconto.messaggi);
+        for (Rilievo& rilievo : ControllaTesto(*testo, durata)) {
             rilievi.push_back(std::move(rilievo));
         }
     } else {
-        resoconto.messaggi.push_back(ReadError(FileNominato(file), byte.error().number).text);
+        resoconto.messaggi.push_back(testo.error().text);
     }
     resoconto.json = {
-        {"file", file}, {"ok", letto && rilievi.empty()}, {"findings", JsonRilievi(rilievi)}};
+        {"file", file}, {"ok", testo && rilievi.empty()}, {"findings", JsonRilievi(rilievi)}};
     resoconto.testo = TestoRilievi(file, rilievi);
     return resoconto;
 }

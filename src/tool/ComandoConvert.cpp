@@ -4,10 +4,10 @@
 #include "platform/Text.h"
 #include "platform/files/Files.h"
 #include "song/Timeline.h"
-#include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "tool/InOrdine.h"
 #include "tool/PianoConversione.h"
+#include "tool/Tenta.h"
 
 #include <algorithm>
 #include <chrono>
@@ -79,7 +79,7 @@ void Converti(const Conversione& lavoro, bool sovrascrivi, std::chrono::year_mon
     esito.intestazione = parole->IntestazioneKaraoke;
     esito.parole = parole->TestoIniziato;
     esito.danneggiato = parole->Danneggiato;
-    esito.eventi = parole->Righe.Eventi();
+    esito.eventi = parole->NumEventi;
     Scrivi(lavoro, *parole, sovrascrivi, esito);
 }
 

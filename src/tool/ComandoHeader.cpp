@@ -1,18 +1,15 @@
 #include "song/LeggiIntestazione.h"
-#include "tool/Argomenti.h"
 #include "tool/Comandi.h"
-
-#include <utility>
+#include "tool/FileNominato.h"
 
 namespace sonnel {
 
 Resoconto ComandoHeader(const std::string& file) {
-    Intestazione campi;
+    const Result<std::filesystem::path> nominato = FileNominato(file);
+    const Result<Intestazione> letta = nominato ? LeggiIntestazione(*nominato) : nominato.error();
+    const Intestazione campi = letta ? *letta : Intestazione{};
     Resoconto resoconto;
-    if (auto rifiuto = RifiutoNome(file)) {
-        resoconto.messaggi.push_back(std::move(*rifiuto));
-    } else if (const Result<Intestazione> letta = LeggiIntestazione(FileNominato(file))) {
-        campi = *letta;
+    if (letta) {
         resoconto.testo = SuUnaRiga(file) + ": " + SuUnaRiga(campi.Titolo) + " / " +
                           SuUnaRiga(campi.Autore) + " / " + SuUnaRiga(campi.Album) + "\n";
     } else {

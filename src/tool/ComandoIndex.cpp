@@ -4,8 +4,8 @@
 #include "platform/Paths.h"
 #include "platform/SystemError.h"
 #include "platform/SystemEvents.h"
-#include "tool/Argomenti.h"
 #include "tool/Comandi.h"
+#include "tool/FileNominato.h"
 #include "tool/LetturaBrano.h"
 #include "ui/basCommon.h"
 
@@ -19,7 +19,7 @@
 namespace sonnel {
 namespace {
 
-/// There are no window events; each time they could run, one more file is done.
+/// There are no window events. Each time they could run, one more file is done.
 class Contatore : public SystemEvents {
   public:
     explicit Contatore(Uscite& uscite) : uscite_(uscite) {}
@@ -64,7 +64,7 @@ bool Ricostruisci(const Libreria& libreria, std::vector<std::string>& messaggi) 
     return true;
 }
 
-/// Why there is no index to load: a sentence in place of the player's, which speak of its menus.
+/// Why there is no index to load: a sentence without the player's menus, which its own name.
 std::optional<std::string> SenzaIndice(const std::string& directory, const std::string& openDir) {
     std::error_code errore;
     const std::filesystem::directory_iterator prima(PathFromUtf8(openDir), errore);
@@ -121,7 +121,7 @@ Resoconto ComandoIndex(const std::string& directory, bool ricostruisci, Uscite& 
     Resoconto resoconto;
     resoconto.json = {{"ok", false}, {"songs", Json::array()}, {"albums", Json::array()}};
     if (const auto rifiuto = RifiutoNome(directory)) {
-        resoconto.messaggi.push_back(*rifiuto);
+        resoconto.messaggi.push_back(rifiuto->text);
         return resoconto;
     }
     Config config;

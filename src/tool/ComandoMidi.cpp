@@ -1,11 +1,10 @@
-#include "platform/Paths.h"
 #include "platform/midi/Sequence.h"
-#include "platform/midi/SmfReader.h"
-#include "tool/Argomenti.h"
 #include "tool/Comandi.h"
+#include "tool/FileNominato.h"
+#include "tool/LetturaBrano.h"
 
 #include <cstddef>
-#include <utility>
+#include <cstdint>
 
 namespace sonnel {
 namespace {
@@ -54,7 +53,6 @@ void Descrivi(const std::string& nome, const SmfFile& file, Resoconto& resoconto
         resoconto.testo += std::string(" ") + campo + " " + json[campo].dump();
     }
     resoconto.testo += "\n";
-    AvvisaSeDanneggiato(nome, file, resoconto.messaggi);
 }
 
 }  // namespace
@@ -64,17 +62,14 @@ Resoconto ComandoMidi(const std::string& file) {
     resoconto.json = {{"file", file},  {"ok", false},   {"format", 0},      {"tracks", 0},
                       {"division", 0}, {"events", 0},   {"notes", 0},       {"tempos", 0},
                       {"texts", 0},    {"lengthMs", 0}, {"damaged", false}, {"error", ""}};
-    std::optional<std::string> errore = RifiutoNome(file);
-    if (!errore) {
-        if (const Result<SmfFile> letto = LeggiMidi(FileNominato(file))) {
-            Descrivi(file, *letto, resoconto);
-        } else {
-            errore = letto.error().text;
-        }
-    }
-    if (errore) {
-        resoconto.json["error"] = *errore;
-        resoconto.messaggi.push_back(std::move(*errore));
+    const Result<std::filesystem::path> nominato = FileNominato(file);
+    const Result<SmfFile> letto =
+        nominato ? LeggiMusica(*nominato, file, resoconto.messaggi) : nominato.error();
+    if (letto) {
+        Descrivi(file, *letto, resoconto);
+    } else {
+        resoconto.json["error"] = letto.error().text;
+        resoconto.messaggi.push_back(letto.error().text);
     }
     return resoconto;
 }

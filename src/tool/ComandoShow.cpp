@@ -1,5 +1,4 @@
 #include "song/LeggiKaraoke.h"
-#include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "tool/LetturaBrano.h"
 #include "ui/basCommon.h"
@@ -47,7 +46,7 @@ Json JsonEventi(const Timeline& timeline) {
 }
 
 std::string RigaCampo(std::string_view nome, std::string valore) {
-    // Labels want every "&" doubled; people do not.
+    // An "&" is doubled for the labels of windows.
     SostituisciTesto(valore, "&&", "&");
     return std::string(nome) + SuUnaRiga(valore) + "\n";
 }
@@ -76,27 +75,20 @@ std::string TestoBrano(const InformazioniBrano& informazioni, const Timeline& ti
 }  // namespace
 
 Resoconto ComandoShow(const std::string& file) {
-    Timeline timeline;
-    InformazioniBrano informazioni;
-    MessaggiRaccolti msgBox;
+    const ParoleLette parole = LeggiParole(file, {".lyk"});
+    const InformazioniBrano& informazioni = parole.informazioni;
     Resoconto resoconto;
-    bool letto = false;
-    if (const auto rifiuto = RifiutoNome(file)) {
-        resoconto.messaggi = {*rifiuto};
-    } else {
-        letto = LeggiParole(file, TrovaFileBrano(SenzaEstensione(file, {".lyk"})), timeline,
-                            informazioni, msgBox, resoconto.messaggi);
-    }
     resoconto.json = {{"file", file},
-                      {"ok", letto},
-                      {"messages", JsonMessaggi(msgBox)},
+                      {"ok", parole.complete},
+                      {"messages", JsonMessaggi(parole.msgBox)},
                       {"title", informazioni.Titolo},
                       {"author", informazioni.Autore},
                       {"karaokeBy", informazioni.KaraokeBy},
                       {"version", informazioni.Versione},
                       {"date", informazioni.Data},
-                      {"events", JsonEventi(timeline)}};
-    resoconto.testo = letto ? TestoBrano(informazioni, timeline) : "";
+                      {"events", JsonEventi(parole.timeline)}};
+    resoconto.testo = parole.complete ? TestoBrano(informazioni, parole.timeline) : "";
+    resoconto.messaggi = parole.messaggi;
     return resoconto;
 }
 

@@ -3,8 +3,6 @@
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
 #include "player/SincroniaParole.h"
-#include "song/LeggiKaraoke.h"
-#include "tool/Argomenti.h"
 #include "tool/Comandi.h"
 #include "tool/LetturaBrano.h"
 #include "tool/SuperficieRegistrata.h"
@@ -18,8 +16,8 @@
 namespace sonnel {
 namespace {
 
-/// When any event from each one on is due at the earliest, in ms; the entry after the last is
-/// never.
+/// For each event, when the first of it and those after it is due, in ms. The entry after the last
+/// event stands for never.
 std::vector<std::int64_t> PrimeScadenze(const Timeline& timeline, std::int32_t compensazione) {
     constexpr std::int64_t MillisecondiPerDecimo = 100;
     const auto numero = static_cast<std::size_t>(timeline.NumEventi());
@@ -62,8 +60,8 @@ class Prova {
 Json Prova::Suona(std::int32_t lunghezza) {
     Parti();
     const std::vector<std::int64_t> scadenze = PrimeScadenze(timeline_, config_.Compensazione);
-    // At its end the sequencer does not play any more. Reports at which nothing can be due are left
-    // out.
+    // The sequencer plays no more at the song's end. Reports at which nothing can be due are
+    // skipped.
     for (std::int64_t posizione = intervallo_; posizione < lunghezza; posizione += intervallo_) {
         const std::int64_t scadenza = scadenze[static_cast<std::size_t>(timeline_.UltimoEvento)];
         if (scadenza >= lunghezza) {
@@ -118,49 +116,35 @@ std::string TestoPassi(const Json& passi) {
         testo += NomeTipo(static_cast<TipoEvento>(passo["kind"].get<int>()));
         testo += "\t";
         std::string righe;
-        if (passo.contains("lines")) {
-            for (const Json& riga : passo["lines"]) {
-                righe += (righe.empty() ? "" : " / ") + SuUnaRiga(riga.get<std::string>());
-            }
+        for (const Json& riga : passo.value("lines", Json::array())) {
+            righe += (righe.empty() ? "" : " / ") + SuUnaRiga(riga.get<std::string>());
         }
         testo += righe + "\n";
     }
     return testo;
 }
 
-/// The song's words and the length of its music; nothing when they cannot be had, which the
-/// messages tell.
-std::optional<std::int32_t> Carica(const std::string& brano, Timeline& timeline,
-                                   std::vector<std::string>& messaggi) {
-    if (auto rifiuto = RifiutoNome(brano)) {
-        messaggi.push_back(std::move(*rifiuto));
-        return std::nullopt;
-    }
-    const FileBrano file = TrovaFileBrano(SenzaEstensione(brano, {".lyk", ".mid"}));
-    InformazioniBrano informazioni;
-    MessaggiRaccolti msgBox;
-    if (!LeggiParole(brano, file, timeline, informazioni, msgBox, messaggi)) {
-        return std::nullopt;
-    }
-    const std::filesystem::path mid = file.mid.value_or(PathFromUtf8(file.base + ".mid"));
-    const Result<SmfFile> musica = LeggiMidi(mid);
+/// How long the song's music lasts, in ms; nothing, and a message, when it cannot be read.
+std::optional<std::int32_t> Durata(const FileBrano& brano, std::vector<std::string>& messaggi) {
+    const std::filesystem::path mid = brano.mid.value_or(PathFromUtf8(brano.base + ".mid"));
+    const Result<SmfFile> musica = LeggiMusica(mid, Utf8FromPath(mid), messaggi);
     if (!musica) {
         messaggi.push_back(musica.error().text);
         return std::nullopt;
     }
-    AvvisaSeDanneggiato(Utf8FromPath(mid), *musica, messaggi);
     return LengthMs(*musica);
 }
 
 }  // namespace
 
 Resoconto ComandoTrace(const std::string& brano, const OpzioniTrace& opzioni) {
-    Timeline timeline;
+    ParoleLette parole = LeggiParole(brano, {".lyk", ".mid"});
     Resoconto resoconto;
-    const auto lunghezza = Carica(brano, timeline, resoconto.messaggi);
-    Json passi = lunghezza ? Prova(timeline, opzioni).Suona(*lunghezza) : Json::array();
+    resoconto.messaggi = std::move(parole.messaggi);
+    const auto durata = parole.complete ? Durata(parole.file, resoconto.messaggi) : std::nullopt;
+    Json passi = durata ? Prova(parole.timeline, opzioni).Suona(*durata) : Json::array();
     resoconto.testo = TestoPassi(passi);
-    resoconto.json = {{"file", brano}, {"ok", lunghezza.has_value()}};
+    resoconto.json = {{"file", brano}, {"ok", durata.has_value()}};
     resoconto.json["steps"] = std::move(passi);
     return resoconto;
 }

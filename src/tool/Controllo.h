@@ -9,7 +9,7 @@
 
 namespace sonnel {
 
-/// Something in a song that a singer would stumble over.
+/// Something in a song that disturbs a singer.
 struct Rilievo {
     std::size_t riga = 0;  ///< as an editor counts lines, from 1; 0: the song as a whole
     std::string cosa;      ///< what is there, what a singer notices, how to mend it

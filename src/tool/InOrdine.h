@@ -13,7 +13,7 @@ namespace sonnel {
 
 /// Does `lavora(i)` for i from 0 to `quanti` - 1 on as many threads as there are processors, and
 /// hands each result to `consegna(i, risultato)` on the calling thread, in order. An exception of
-/// `lavora` comes out in its place.
+/// `lavora` is thrown in place of its result.
 template <class Lavora, class Consegna>
 void InOrdine(std::size_t quanti, const Lavora& lavora, const Consegna& consegna) {
     using Risultato = std::invoke_result_t<const Lavora&, std::size_t>;

@@ -1,12 +1,12 @@
 #include "tool/LetturaBrano.h"
 
-#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "platform/files/Files.h"
 #include "song/LeggiKaraoke.h"
-#include "tool/Argomenti.h"
+#include "tool/FileNominato.h"
 
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <utility>
 
 namespace sonnel {
@@ -19,13 +19,40 @@ std::vector<std::string> MessaggiRaccolti::Frasi(std::string_view file) const {
     return frasi;
 }
 
-bool LeggiParole(std::string_view file, const FileBrano& brano, Timeline& timeline,
-                 InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
-                 std::vector<std::string>& messaggi) {
-    const bool letto = LeggiKaraoke(brano, timeline, informazioni, msgBox);
+std::optional<std::string> Illeggibile(const std::filesystem::path& file) {
+    const Result<FileReader> aperto = FileReader::Open(file);
+    return aperto ? std::nullopt : std::optional(ReadError(file, aperto.error().number).text);
+}
+
+ParoleLette LeggiParole(const std::string& nome,
+                        std::initializer_list<std::string_view> estensioni) {
+    ParoleLette parole;
+    Result<FileBrano> brano = BranoNominato(nome, estensioni);
+    if (!brano) {
+        parole.messaggi.push_back(brano.error().text);
+        return parole;
+    }
+    parole.file = std::move(*brano);
+    parole.complete =
+        LeggiKaraoke(parole.file, parole.timeline, parole.informazioni, parole.msgBox);
     auto chiuso =
-        letto ? std::nullopt : Illeggibile(brano.lyk.value_or(PathFromUtf8(brano.base + ".lyk")));
-    messaggi = chiuso ? std::vector{std::move(*chiuso)} : msgBox.Frasi(file);
+        parole.complete
+            ? std::nullopt
+            : Illeggibile(parole.file.lyk.value_or(PathFromUtf8(parole.file.base + ".lyk")));
+    parole.messaggi = chiuso ? std::vector{std::move(*chiuso)} : parole.msgBox.Frasi(nome);
+    return parole;
+}
+
+Result<SmfFile> LeggiMusica(const std::filesystem::path& file, const std::string& nome,
+                            std::vector<std::string>& messaggi) {
+    Result<SmfFile> letto = ReadSmfFile(file);
+    if (!letto) {
+        return Error{letto.error().number,
+                     WithReason("Can't read the file " + Utf8FromPath(file), letto.error().text)};
+    }
+    if (letto->damaged) {
+        messaggi.push_back(nome + ": the file is damaged; the player plays what it can read.");
+    }
     return letto;
 }
 

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "platform/MsgBox.h"
+#include "platform/midi/SmfReader.h"
 #include "song/FileBrano.h"
 #include "song/InformazioniBrano.h"
 #include "song/Timeline.h"
 
+#include <filesystem>
+#include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,11 +28,28 @@ class MessaggiRaccolti : public MsgBox {
     std::vector<Message> messaggi;
 };
 
-/// Reads the words of a song as the player does. Returns whether all of them were read; what people
-/// should know goes into `messaggi`: why the file cannot be opened, else what the player says.
-[[nodiscard]] bool LeggiParole(std::string_view file, const FileBrano& brano, Timeline& timeline,
-                               InformazioniBrano& informazioni, MessaggiRaccolti& msgBox,
-                               std::vector<std::string>& messaggi);
+/// Why a file cannot be opened for reading: a sentence with its name, or nothing.
+[[nodiscard]] std::optional<std::string> Illeggibile(const std::filesystem::path& file);
+
+/// What the player reads of a song's words.
+struct ParoleLette {
+    bool complete = false;  ///< all of them were read
+    FileBrano file;
+    Timeline timeline;
+    InformazioniBrano informazioni;
+    MessaggiRaccolti msgBox;
+    std::vector<std::string> messaggi;  ///< why there is nothing to read, else what the player says
+};
+
+/// Reads the words of a song as the player does. `nome` as in BranoNominato.
+[[nodiscard]] ParoleLette LeggiParole(const std::string& nome,
+                                      std::initializer_list<std::string_view> estensioni);
+
+/// Reads a MIDI file as the player does. The error's text is a sentence with the file's name. If
+/// parts of the file cannot be read, adds a sentence to `messaggi` that calls it `nome`.
+[[nodiscard]] Result<SmfFile> LeggiMusica(const std::filesystem::path& file,
+                                          const std::string& nome,
+                                          std::vector<std::string>& messaggi);
 
 /// A kind of event in a word.
 [[nodiscard]] std::string_view NomeTipo(TipoEvento tipo);

@@ -2,7 +2,8 @@
 
 #include "platform/Text.h"
 #include "platform/files/Files.h"
-#include "tool/Argomenti.h"
+#include "tool/FileNominato.h"
+#include "tool/Tenta.h"
 
 #include <optional>
 #include <system_error>
@@ -19,7 +20,7 @@ Conversione PianoConversione::Prepara(const std::string& file) {
     Conversione conversione;
     conversione.file = file;
     if (auto rifiuto = RifiutoNome(file)) {
-        conversione.errore = std::move(*rifiuto);
+        conversione.errore = std::move(rifiuto->text);
     } else if (!HaEstensione(file, ".kar") && !HaEstensione(file, ".mid")) {
         conversione.errore =
             "Can't convert the file " + file + ": its name ends neither in .kar nor in .mid.";
@@ -30,7 +31,7 @@ Conversione PianoConversione::Prepara(const std::string& file) {
 }
 
 void PianoConversione::ScegliUscite(Conversione& conversione) {
-    const fs::path origine = FileNominato(conversione.file);
+    const fs::path origine = *FileNominato(conversione.file);
     conversione.origine = origine;
     const fs::path directory =
         directory_.empty() ? origine.parent_path() : PathFromUtf8(directory_);
@@ -51,7 +52,7 @@ void PianoConversione::ScegliUscite(Conversione& conversione) {
     conversione.copiaMid = !accanto || !HaEstensione(conversione.file, ".mid");
     conversione.lyk = directory / PathFromUtf8(base + ".lyk");
     conversione.mid = conversione.copiaMid ? directory / PathFromUtf8(base + ".mid") : origine;
-    // Both are asked, so that both take over the spelling they have.
+    // Both are looked for, so that both take over the spelling they have.
     const bool lyk = Occupato(cartella, conversione.lyk);
     const bool mid = conversione.copiaMid && Occupato(cartella, conversione.mid);
     if ((lyk || mid) && !sovrascrivi_) {

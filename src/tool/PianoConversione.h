@@ -17,7 +17,7 @@ struct Conversione {
     std::string errore;             ///< why nothing is done; "" when nothing stands in the way
 };
 
-/// Finds out what each file of a command line becomes, in their order, so that no two of them write
+/// Decides what each file of a command line becomes, in their order, so that no two of them write
 /// the same song.
 class PianoConversione {
   public:

@@ -12,28 +12,28 @@ namespace sonnel {
 
 using Json = nlohmann::ordered_json;
 
-/// What a command has to say about one file.
+/// What a command reports about one file.
 // The JSON class asserts on moving. NOLINTNEXTLINE(bugprone-exception-escape)
 struct Resoconto {
-    Json json;                          ///< its "ok" tells whether all is well
-    std::string testo;                  ///< the same for people, every line with its end
-    std::vector<std::string> messaggi;  ///< sentences for people, each with the file's name
+    Json json;                          ///< its "ok" says whether all is well
+    std::string testo;                  ///< the same as text, every line with its end
+    std::vector<std::string> messaggi;  ///< sentences for standard error, each with the file's name
 };
 
 /// How the JSON document is made of what was reported.
 enum class Forma { Oggetto, Elenco };
 
-/// What the program says: results on standard output, messages and progress on standard error.
+/// The program's outputs: results on standard output, messages and progress on standard error.
 class Uscite {
   public:
-    /// `terminale`: standard error is looked at by a person, who gets to see progress.
+    /// `terminale`: standard error is a terminal, where progress is shown.
     Uscite(std::ostream& risultati, std::ostream& messaggi, bool terminale);
 
-    /// Results as one JSON document instead of lines for people.
+    /// Results become one JSON document instead of lines of text.
     void UsaJson() { json_ = true; }
-    /// Tells the messages, and the result at once unless it waits for the document.
+    /// Writes the messages, and the result too unless it belongs into the JSON document.
     void Scrivi(Resoconto resoconto);
-    /// Shows how far the work has come, in the place of what was shown before.
+    /// Shows how far the work is, in place of what was shown before.
     void Avanza(const std::string& testo);
     /// Ends the output. Returns the exit status: 0 when everything reported is well and was
     /// written, else 1.

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Without this a file that is written could get the number of an output that is closed, and the
-/// output would go into it.
+/// Without this a file that is written could get the number of a closed output, and the output
+/// would be written into it.
 void OccupaCanaliChiusi() {
     for (const int canale : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(canale, F_GETFD) == -1) {

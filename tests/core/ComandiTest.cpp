@@ -1,4 +1,5 @@
 #include "fakes/ClockedEvents.h"
+#include "fakes/FakeMainWindow.h"
 #include "fakes/FakeShell.h"
 #include "fakes/ManualClock.h"
 #include "fakes/MemoryRegistry.h"
@@ -51,28 +52,14 @@ TEST(TimeTextTest, MinutesAndTwoDigitsOfSeconds) {
     }
 }
 
-/// The usable commands, one letter each: Open, Calibrate, Play, pAuse, Stop, Info, oPtions button,
-/// sLider, Timer of the slider.
-std::string Usable(MciMode mode, const std::string& file, std::int32_t position) {
-    const StatoComandi state = AbilitaFunzioni(mode, file, position);
-    const std::vector<std::pair<bool, char>> commands{
-        {state.FileLoad, 'O'},       {state.VisCalibratura, 'C'}, {state.SoundPlay, 'P'},
-        {state.SoundPause, 'A'},     {state.SoundStop, 'S'},      {state.VisInfo, 'I'},
-        {state.BottoneOpzioni, 'p'}, {state.Cursore, 'L'},        {state.TimerCursore, 'T'}};
-    std::string usable;
-    for (const auto& [on, letter] : commands) {
-        usable += on ? std::string(1, letter) : "";
-    }
-    return usable;
-}
-
 TEST(CommandStatesTest, FollowTheSequencer) {
-    EXPECT_EQ(Usable(MciMode::NotReady, "", 0), "OCp");
-    EXPECT_EQ(Usable(MciMode::Stopped, "a.MID", 0), "OCPIpL") << "never started: no Stop";
-    EXPECT_EQ(Usable(MciMode::Stopped, "a.MID", 1), "OCPSIpL");
-    EXPECT_EQ(Usable(MciMode::Seeking, "a.MID", 1), "OCPSIpL");
-    EXPECT_EQ(Usable(MciMode::Playing, "a.MID", 0), "AT");
-    EXPECT_EQ(Usable(MciMode::Recording, "a.MID", 1), "AST");
+    const std::vector<std::tuple<MciMode, std::string, std::int32_t, std::string>> cases{
+        {MciMode::NotReady, "", 0, "OCp"},         {MciMode::Stopped, "a.MID", 0, "OCPIpL"},
+        {MciMode::Stopped, "a.MID", 1, "OCPSIpL"}, {MciMode::Seeking, "a.MID", 1, "OCPSIpL"},
+        {MciMode::Playing, "a.MID", 0, "AT"},      {MciMode::Recording, "a.MID", 1, "AST"}};
+    for (const auto& [mode, file, position, usable] : cases) {
+        EXPECT_EQ(Usable(AbilitaFunzioni(mode, file, position)), usable);
+    }
 }
 
 TEST(WindowPlaceTest, AWindowOpensWhereItCanBeSeen) {
@@ -124,30 +111,28 @@ TEST(AssociaLyk, AnEmptyClassIsAnInvitationToWriteTheWholeAssociationOnce) {
         });
     };
     associate();
-    store.Put(Machine, Extension, "", RegistryType::String, "OtherPlayer");
+    store.Put(Machine, Extension, "", "OtherPlayer");
     associate();
     EXPECT_THAT(store.changes, IsEmpty());
     EXPECT_THAT(shell.registered, IsEmpty());
 
-    store.Put(Machine, Extension, "", RegistryType::String, "");
+    store.Put(Machine, Extension, "", "");
     associate();
     const std::string type = "SOFTWARE\\Classes\\LYKfile";
-    const std::string set = "set software\\classes\\lykfile";
+    const std::string set = "set " + type;
     EXPECT_THAT(
         store.changes,
         ElementsAre(
-            "create SOFTWARE\\Classes\\.lyk", "set software\\classes\\.lyk|=LYKfile",
+            "create SOFTWARE\\Classes\\.lyk", "set SOFTWARE\\Classes\\.lyk|=LYKfile",
             "create " + type, "create " + type + "\\Shell", "create " + type + "\\Shell\\open",
             "create " + type + "\\Shell\\open\\command", "create " + type + "\\DefaultIcon",
-            set + "|=Sonnel Karaoke", set + "|EditFlags=" + std::string(4, '\0'),
-            set + "|AlwaysShowExt=", set + "\\shell\\open\\command|=/opt/My Songs/sonnel \"%1\"",
-            set + "\\defaulticon|=/opt/My Songs/sonnel",
-            "create SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Extensions",
-            "set software\\microsoft\\windows\\currentversion\\extensions|.lyk="
+            set + "|=Sonnel Karaoke", set + "|EditFlags=0",
+            set + "|AlwaysShowExt=", set + "\\Shell\\open\\command|=/opt/My Songs/sonnel \"%1\"",
+            set + "\\DefaultIcon|=/opt/My Songs/sonnel",
+            "set SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Extensions|.lyk="
             "/opt/My Songs/sonnel ^.lyk",
             "win.ini [Extensions] lyk=/opt/My Songs/sonnel ^.lyk"));
-    EXPECT_EQ(store.Get(Machine, type, "EditFlags")->type, RegistryType::Number);
-    EXPECT_THAT(store.open, IsEmpty());
+    EXPECT_EQ(store.Read({Machine, type}, "EditFlags"), RegistryValue(0));
     associate();
     EXPECT_THAT(shell.registered, ElementsAre("/opt/My Songs/sonnel")) << "it is registered now";
 }

@@ -29,10 +29,8 @@ TEST(FindFile, TakesTheRegularFileOfTheNearestName) {
         {{"sONG.LYK", "Song.lyK"}, "Song.LYK", "Song.lyK"},
         {{"song.lyk", "SONG.lyk"}, "Song.LYK", "SONG.lyk"},
         {{"PERCH\u00C9.MID"}, "perch\u00E9.mid", "PERCH\u00C9.MID"},
-        {{"caf\xE9.lyk", "caf\xE8.lyk"}, "Caf\xE9.LYK", "caf\xE9.lyk"},
         {{"Song.lyk.bak", "Song2.lyk"}, "Song.LYK", ""},
         {{"song.lyk"}, "song.lyk\0x"s, ""},
-        {{}, "missing/song.lyk", ""},
     };
     for (const Case& c : cases) {
         const TempDirectory directory;
@@ -62,7 +60,6 @@ TEST(ReadFile, ReadsEveryByteOrTellsWhyNot) {
     const std::vector<std::pair<fs::path, int>> cases{{directory / "missing", ENOENT},
                                                       {directory.Path(), EISDIR},
                                                       {directory / "pipe", EINVAL},
-                                                      {"/dev/zero", EINVAL},
                                                       {"/proc/self/mem", EIO}};
     for (const auto& [path, number] : cases) {
         const Error error = ReadFile(path).error();

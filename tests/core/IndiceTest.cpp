@@ -37,45 +37,40 @@ TEST(Indice, SplitsASongsEntry) {
     const TempDirectory directory;
     directory.Write("Sonnel.SNL", "[SONGS]\r\na=AC|DC|Band|Hits\r\nc\r\ne=t|u\r\ng=" +
                                       std::string(9000, '\xE9') + "|u|v\r\n");
-    const ProfileFile index(PercorsoIndice(directory.Path().string()));
     EXPECT_TRUE(EsisteIndice(directory.Path().string()));
-    const auto entry = [&](std::string_view name) {
+    const ProfileFile index(PercorsoIndice(directory.Path().string()));
+    const std::vector<std::pair<std::string_view, std::string>> cases{
+        {"A", "AC;DC;Band|Hits"}, {"c", ";;"}, {"missing", ";;"}, {"e", "t;u;"}};
+    for (const auto& [name, fields] : cases) {
         const Intestazione song = LeggiBrano(index, name);
-        return std::vector<std::string>{song.Titolo, song.Autore, song.Album};
-    };
-    EXPECT_THAT(entry("A"), ElementsAre("AC", "DC", "Band|Hits"));
-    EXPECT_THAT(entry("c"), ElementsAre("", "", ""));
-    EXPECT_THAT(entry("missing"), ElementsAre("", "", ""));
-    EXPECT_THAT(entry("e"), ElementsAre("t", "u", ""));
-    EXPECT_EQ(entry("g")[0].size(), 2 * 8191U);  // in UTF-8
+        EXPECT_EQ(song.Titolo + ";" + song.Autore + ";" + song.Album, fields);
+    }
+    EXPECT_EQ(LeggiBrano(index, "g").Titolo.size(), 2 * 8191U);  // in UTF-8
     EXPECT_EQ(LeggiIndice(index, "Songs", "x", "none"), "none");
     EXPECT_EQ(LeggiIndice(index, "Album", "", "none"), "");
 }
 
 TEST(EliminaFileBrano, TakesTheFilesOfOneSongOnly) {
-    const std::set<std::string> files = {
-        "tune.lyk", "tune.mid", "tune.bak", "tune",       "tune.old.mid", "Tune.lyk",
-        "Tune.mid", "key.LYK",  "KEY.mid",  "[a]*.lyk",   "a.lyk",        "..lyk",
-        "lone.lyk", "LONE.lyk", "LONE.mid", "sonnel.lyk", "sonnel.snl"};
-    const std::map<std::string, std::set<std::string>> deletions = {
-        {"tune", {"tune.lyk", "tune.mid", "tune.bak"}},
-        {"tune.old", {"tune.old.mid"}},
-        {"kEy", {"key.LYK", "KEY.mid"}},
-        {"lone", {"lone.lyk"}},
-        {"[a]*", {"[a]*.lyk"}},
-        {"sonnel", {"sonnel.lyk"}},
-        {"", {}},
-        {"../x", {}}};
+    using Names = std::set<std::string>;
+    const Names files{"tune.lyk", "tune.mid", "tune.bak", "tune",       "tune.old.mid", "Tune.lyk",
+                      "Tune.mid", "key.LYK",  "KEY.mid",  "[a]*.lyk",   "a.lyk",        "..lyk",
+                      "lone.lyk", "LONE.lyk", "LONE.mid", "sonnel.lyk", "sonnel.snl"};
+    const std::map<std::string, Names> deletions{{"tune", {"tune.lyk", "tune.mid", "tune.bak"}},
+                                                 {"tune.old", {"tune.old.mid"}},
+                                                 {"kEy", {"key.LYK", "KEY.mid"}},
+                                                 {"lone", {"lone.lyk"}},
+                                                 {"[a]*", {"[a]*.lyk"}},
+                                                 {"sonnel", {"sonnel.lyk"}},
+                                                 {"", {}},
+                                                 {"../x", {}}};
     for (const auto& [song, gone] : deletions) {
         const TempDirectory library;
-        std::set<std::string> left = files;
         for (const std::string& file : files) {
             library.Write(file, "");
         }
-        for (const std::string& file : gone) {
-            left.erase(file);
-        }
         EliminaFileBrano(library.Path(), song);
+        Names left = files;
+        std::erase_if(left, [&gone = gone](const auto& name) { return gone.contains(name); });
         EXPECT_EQ(library.Names(), left) << song;
     }
 }
@@ -114,7 +109,7 @@ TEST(LeggiIntestazione, ReadsLongHeadersWholeButNotTheWholeFile) {
     }
 }
 
-TEST(LeggiIntestazione, FindsTheFileByItsNameOnlyOrTellsWhyNot) {
+TEST(LeggiIntestazione, FindsTheFileByItsNameOnly) {
     const TempDirectory directory;
     fs::create_directory(directory / "inside");
     directory.Write("inside/song.lyk", "");
@@ -122,9 +117,6 @@ TEST(LeggiIntestazione, FindsTheFileByItsNameOnlyOrTellsWhyNot) {
     EXPECT_EQ(Header(directory), "a||?");
     EXPECT_EQ(Header(directory, "missing"), "error " + std::to_string(ENOENT));
     EXPECT_EQ(Header(directory, "inside/song"), "error " + std::to_string(EINVAL));
-    fs::create_symlink("/proc/self/mem", directory / "broken.lyk");
-    EXPECT_THAT(LeggiIntestazione(directory.Path(), "broken").error().text,
-                HasSubstr("broken.lyk: Input/output error"));
 }
 
 TEST(RiscriviIntestazione, WritesTheHeaderAndKeepsTheBody) {

@@ -68,7 +68,7 @@ TEST_F(LyricsTest, APageIsDrawnCentredOverItsShadow) {
     drawing.MostraPagina(Page("//"));
     EXPECT_THAT(box.Words(), IsEmpty());
     EXPECT_EQ(window.words.second, 225) << "an empty page has one line";
-    config.Ombra = 0;
+    config.Ombra = false;
     window.wordsWidth = 4003;
     drawing.MostraPagina("One");
     EXPECT_THAT(box.Words(true), ElementsAre("1 One @1852,0")) << "halves go to the even twip";
@@ -115,13 +115,13 @@ TEST_F(LyricsTest, TheAreaIsCentredBelowTheToolbar) {
 
 TEST_F(LyricsTest, SettingsGiveColoursAndFontAndTheSizeUnlessItIsAutomatic) {
     config.FontSize = 13.5F;
-    config.FontBold = 0;
+    config.FontBold = false;
     box.font.bold = true;
     layout.ApplicaConfig();
     EXPECT_EQ(box.font, (FontSpec{"Arial", 10, false}));
     EXPECT_EQ(std::tuple(box.foreColour, box.backColour, window.background), std::tuple(1, 4, 4));
-    config.AutoFont = 0;
-    config.FontBold = -1;
+    config.AutoFont = false;
+    config.FontBold = true;
     layout.ApplicaConfig();
     Event(0, TipoEvento::Pagina, std::string(1000, 'x'));
     layout.FontAutomatico();
@@ -164,7 +164,7 @@ TEST_F(LyricsTest, TheFontFitsTheWidestPageAndWarnsOnce) {
 class SyncTest : public LyricsTest {
   protected:
     void SetUp() override {
-        config.Ombra = 0;
+        config.Ombra = false;
         Event(100, TipoEvento::Pagina, "Hello");
         Event(100, TipoEvento::Colore, "2");
         Event(103, TipoEvento::Colore, "5");
@@ -242,7 +242,7 @@ class CalibrationTest : public LyricsTest {
   protected:
     /// Calibrates on a machine that takes so long to paint ten pages.
     void Calibrate(double seconds) {
-        config.Ombra = 0;
+        config.Ombra = false;
         events.beeps = events.turns = 0;
         events.perTurn = std::chrono::duration_cast<std::chrono::nanoseconds>(
             std::chrono::duration<double>(seconds / 10));

@@ -66,7 +66,7 @@ class PlaybackTest : public testing::Test, protected SequencerRig {
 
     Config config{.ColoreTesto = 1,
                   .ColoreSelezione = 3,
-                  .Ombra = 0,
+                  .Ombra = false,
                   .Compensazione = 0,
                   .OpenDir = folder.Path().string() + "/",
                   .Autoplay = false};
@@ -90,7 +90,7 @@ TEST_F(PlaybackTest, OpeningShowsTheSongFromItsStart) {
     EXPECT_EQ(Slider(), std::tuple(0, "0' 00\""));
     EXPECT_THAT(box.Words(), ElementsAre("1 Hello", "1 you"));
     EXPECT_EQ(box.font.size, 32) << "fitted from 8 points above the configured size";
-    EXPECT_EQ(window.commands, AbilitaFunzioni(MciMode::Stopped, Base(), 0));
+    EXPECT_EQ(Usable(window.commands), "OCPIpL");
     EXPECT_FALSE(Playing());
     config.Autoplay = true;
     Load();
@@ -149,7 +149,7 @@ TEST_F(PlaybackTest, ASongThatCannotBeOpenedLeavesNoneOpen) {
         ExpectBox(text, Icon::Critical);
         EXPECT_EQ(timeline.NumEventi(), eventCount);
         EXPECT_EQ(control.Mode(), MciMode::NotReady);
-        EXPECT_EQ(window.commands, AbilitaFunzioni(MciMode::NotReady, "", 0));
+        EXPECT_EQ(Usable(window.commands), "OCp");
         EXPECT_EQ(window.captions.back(), Riproduzione::EtichettaVersione());
         EXPECT_EQ(window.lengthText, "0' 03\"") << "nothing is set up for the song";
     }
@@ -169,7 +169,7 @@ TEST_F(PlaybackTest, TheWordsFollowTheSongThroughAPauseToItsEnd) {
     Run(1500);
     EXPECT_THAT(box.Words(), ElementsAre("1 Bye"));
     player.SoundPause();
-    EXPECT_EQ(window.commands, AbilitaFunzioni(MciMode::Paused, Base(), 1700));
+    EXPECT_EQ(Usable(window.commands), "OCPSIpL");
     window.log.clear();
     Run(1000);
     EXPECT_THAT(window.log, ElementsAre("commands", "logo off", "first image", "commands"));
@@ -183,7 +183,7 @@ TEST_F(PlaybackTest, TheWordsFollowTheSongThroughAPauseToItsEnd) {
     window.log.clear();
     Run(10);
     EXPECT_THAT(window.log, ElementsAre("logo off", "first image", "commands", "commands"));
-    EXPECT_EQ(window.commands, AbilitaFunzioni(MciMode::Stopped, Base(), 0));
+    EXPECT_EQ(Usable(window.commands), "OCPIpL");
     EXPECT_EQ(control.Position(), 0) << "at its end it is";
     Run(500);
     EXPECT_THAT(box.Words(), ElementsAre("1 Bye", "3 Bye")) << "the last page stays";
@@ -220,7 +220,7 @@ TEST_F(PlaybackTest, StopDuringPlayGoesBackToTheStart) {
         EXPECT_EQ(control.Position(), 0);
         EXPECT_EQ(Slider(), std::tuple(0, "0' 00\""));
         EXPECT_THAT(box.Words(), ElementsAre("1 Hello", "1 you"));
-        EXPECT_EQ(window.commands, AbilitaFunzioni(MciMode::Stopped, Base(), 0));
+        EXPECT_EQ(Usable(window.commands), "OCPIpL");
     }
 }
 

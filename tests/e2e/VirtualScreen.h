@@ -1,65 +1,86 @@
 #pragma once
 
-#include "e2e/Process.h"
-
-#include "fakes/TempDirectory.h"
-
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtEndian>
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <cstring>
-#include <optional>
-#include <regex>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
-
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace sonnel::test {
 
+constexpr std::chrono::seconds kPatience(15);
+
+/// Asks a question every 10 ms until the answer is yes; false when it still is not after `limit`.
+template <typename Question>
+bool WaitUntil(Question question, std::chrono::milliseconds limit = kPatience) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!question()) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return true;
+}
+
+/// A program that runs beside the test. It is ended with the object.
+class Program : public QProcess {
+  public:
+    Program() { setProcessChannelMode(ForwardedErrorChannel); }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program() override {
+        terminate();
+        if (state() != NotRunning && !waitForFinished(5000)) {
+            kill();
+            waitForFinished();
+        }
+    }
+};
+
 /// An X server without a screen of its own, whose picture lies in a mapped file: looking at it
-/// costs the server and the program nothing. Keys and clicks go through xdotool.
+/// costs the server and the program nothing. Keys and clicks go through xdotool. Programs that are
+/// started while it lives show their windows on it.
 class VirtualScreen {
   public:
     static constexpr std::size_t Width = 900;
     static constexpr std::size_t Height = 500;
 
     /// Throws when the server does not come up.
-    VirtualScreen()
+    VirtualScreen() {
         // Without -noreset the server starts anew whenever its last client leaves.
-        : server_({"Xvfb", "-displayfd", "1", "-screen", "0", "900x500x24", "-nolisten", "tcp",
-                   "-noreset", "-fbdir", directory_.Path().string()},
-                  directory_ / "server.log") {
-        WaitUntil([this] { return !NumberLine(server_.Output()).empty() || !server_.Running(); },
-                  kPatience);
-        display_ = ":" + NumberLine(server_.Output());
-        if (display_ == ":") {
-            throw std::runtime_error("no X server: " + server_.Output());
+        server_.start("Xvfb", {"-displayfd", "1", "-screen", "0", "900x500x24", "-nolisten", "tcp",
+                               "-noreset", "-fbdir", directory_.path()});
+        while (!server_.canReadLine() && server_.waitForReadyRead(10000)) {
         }
-        Map(directory_ / "Xvfb_screen0");
+        const QByteArray display = server_.readLine().trimmed();
+        if (display.isEmpty()) {
+            throw std::runtime_error("no X server");
+        }
+        qputenv("DISPLAY", ":" + display);
+        Map();
     }
-    VirtualScreen(const VirtualScreen&) = delete;
-    VirtualScreen& operator=(const VirtualScreen&) = delete;
-    ~VirtualScreen() { munmap(file_, size_); }
 
     /// Lets a window manager place and decorate the windows; super+m maximises.
     void ManageWindows() {
-        const auto settings = directory_.Write(
-            "openbox.xml",
-            "<openbox_config><keyboard><keybind key='W-m'><action name='ToggleMaximize'/>"
-            "</keybind></keyboard></openbox_config>");
-        manager_.emplace(std::vector<std::string>{"env", "DISPLAY=" + display_, "openbox",
-                                                  "--config-file", settings.string()},
-                         directory_ / "openbox.log");
-        const auto ready = [this] { return !NumberLine(Xdotool({"get_num_desktops"})).empty(); };
-        if (!WaitUntil(ready, kPatience)) {
-            throw std::runtime_error("no window manager: " + manager_->Output());
+        QFile settings(directory_.filePath("openbox.xml"));
+        settings.open(QIODevice::WriteOnly);
+        settings.write(
+            "<openbox_config><keyboard><keybind key='W-m'>"
+            "<action name='ToggleMaximize'/></keybind></keyboard></openbox_config>");
+        settings.close();
+        manager_.start("openbox", {"--config-file", settings.fileName()});
+        if (!WaitUntil([this] { return !Xdotool({"get_num_desktops"}).empty(); })) {
+            throw std::runtime_error("no window manager");
         }
     }
-    /// As in the environment variable DISPLAY.
-    const std::string& Display() const { return display_; }
     /// The picture: a row after the other, 0xRRGGBB each.
     std::vector<std::uint32_t> Grab() const {
         std::vector<std::uint32_t> pixels(Width * Height);
@@ -71,13 +92,17 @@ class VirtualScreen {
     }
     /// The visible window whose title matches a regular expression, "" when there is none.
     std::string Window(const std::string& title) const {
-        return NumberLine(Xdotool({"search", "--onlyvisible", "--name", title}));
+        std::string windows;
+        // The search fails when a window goes while it is under way.
+        for (int i = 0; i < 3 && windows.empty(); ++i) {
+            windows = Xdotool({"search", "--onlyvisible", "--name", title});
+        }
+        return windows.substr(0, windows.find('\n'));
     }
     /// Place and size of a window's contents on the screen, as text.
     std::string Place(const std::string& window) const {
-        // After a line with the window's number.
         const std::string lines = Xdotool({"getwindowgeometry", "--shell", window});
-        return lines.substr(std::min(lines.find('\n'), lines.size()));
+        return lines.substr(std::min(lines.find('\n'), lines.size()));  // after the window's number
     }
     void MoveAndResize(const std::string& window, int x, int y, int width, int height) const {
         Xdotool({"windowsize", "--sync", window, std::to_string(width), std::to_string(height),
@@ -96,51 +121,43 @@ class VirtualScreen {
     }
 
   private:
-    static constexpr std::chrono::seconds kPatience{10};
-
-    /// The first line that is a number: programs may have something to complain about before it.
-    static std::string NumberLine(const std::string& output) {
-        static const std::regex line("(?:^|\n)([0-9]+)\n");
-        std::smatch found;
-        return std::regex_search(output, found, line) ? found[1].str() : "";
-    }
-    std::string Xdotool(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), {"env", "DISPLAY=" + display_, "xdotool"});
-        Process process(arguments, directory_ / "xdotool.log");
-        if (!process.WaitForEnd(kPatience)) {
+    static std::string Xdotool(const std::vector<std::string>& arguments) {
+        Program program;
+        program.setProcessChannelMode(QProcess::SeparateChannels);
+        QStringList words;
+        for (const std::string& argument : arguments) {
+            words << QString::fromStdString(argument);
+        }
+        program.start("xdotool", words);
+        if (!program.waitForFinished(10000)) {
             throw std::runtime_error("xdotool hangs");
         }
-        return process.Output();
+        return program.readAllStandardOutput().toStdString();
     }
     /// Maps the picture, an XWD file: a header of words that begin with the highest byte, a table
     /// of colours, the pixels.
-    void Map(const std::filesystem::path& path) {
-        size_ = std::filesystem::file_size(path);
-        const int handle = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        file_ = mmap(nullptr, size_, PROT_READ, MAP_SHARED, handle, 0);
-        close(handle);
-        if (file_ == MAP_FAILED) {
+    void Map() {
+        file_.setFileName(directory_.filePath("Xvfb_screen0"));
+        const uchar* header =
+            file_.open(QIODevice::ReadOnly) ? file_.map(0, file_.size()) : nullptr;
+        if (header == nullptr) {
             throw std::runtime_error("the screen's picture cannot be read");
         }
-        const auto* header = static_cast<const std::uint8_t*>(file_);
-        const auto word = [header](std::size_t number) {
-            return std::size_t{header[4 * number + 2]} * 256 + header[4 * number + 3];
+        const auto word = [header](int number) {
+            return qFromBigEndian<quint32>(header + 4 * number);
         };
-        constexpr std::size_t bytesPerColour = 12;
-        const std::size_t first = word(0) + bytesPerColour * word(19);
-        if (word(12) != 4 * Width || first + 4 * Width * Height > size_) {
+        constexpr int bytesPerColour = 12;
+        pixels_ = header + word(0) + bytesPerColour * word(19);
+        if (word(12) != 4 * Width || pixels_ + 4 * Width * Height > header + file_.size()) {
             throw std::runtime_error("the screen's picture has an unknown form");
         }
-        pixels_ = header + first;
     }
 
-    TempDirectory directory_;
-    Process server_;
-    std::optional<Process> manager_;
-    std::string display_;
-    std::size_t size_ = 0;
-    void* file_ = nullptr;
-    const std::uint8_t* pixels_ = nullptr;
+    QTemporaryDir directory_;
+    Program server_;
+    Program manager_;
+    QFile file_;
+    const uchar* pixels_ = nullptr;
 };
 
 }  // namespace sonnel::test

@@ -10,8 +10,6 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 namespace sonnel::test {
 
 /// A song of the demo library, made from its score as the build makes it.
@@ -32,13 +30,6 @@ inline std::vector<std::filesystem::path> DemoScores() {
     }
     std::sort(scores.begin(), scores.end());
     return scores;
-}
-
-/// The name of a score as a test's name.
-inline std::string TestName(const testing::TestParamInfo<std::filesystem::path>& test) {
-    std::string name = test.param.stem().string();
-    std::erase(name, ' ');
-    return name;
 }
 
 }  // namespace sonnel::test

@@ -47,7 +47,7 @@ class FakeLibraryWindows : public ListaBrani, public FinestraMessaggio, public S
     std::vector<std::string> log;
     std::int16_t selected = 0;
     int turns = 0;
-    std::function<void(int)> onTurn = [](int) {};  ///< what goes on while events run
+    std::function<void(int)> onTurn = [](int) {};  ///< called while events run
     Pointer pointer = Pointer::Normal;
 };
 

@@ -10,6 +10,20 @@
 
 namespace sonnel::test {
 
+/// The usable commands, one letter each: Open, Calibrate, Play, pAuse, Stop, Info, oPtions button,
+/// sLider, Timer of the slider.
+inline std::string Usable(const StatoComandi& state) {
+    const std::vector<std::pair<bool, char>> commands{
+        {state.FileLoad, 'O'},       {state.VisCalibratura, 'C'}, {state.SoundPlay, 'P'},
+        {state.SoundPause, 'A'},     {state.SoundStop, 'S'},      {state.VisInfo, 'I'},
+        {state.BottoneOpzioni, 'p'}, {state.Cursore, 'L'},        {state.TimerCursore, 'T'}};
+    std::string usable;
+    for (const auto& [on, letter] : commands) {
+        usable += on ? std::string(1, letter) : "";
+    }
+    return usable;
+}
+
 /// The main window around the lyrics, as playback leaves it. Lengths in twips.
 class FakeMainWindow : public CorniceParole, public VistaKaraoke {
   public:

@@ -11,7 +11,7 @@
 
 namespace sonnel::test {
 
-/// A karaoke directory and everything the library's operations stand on.
+/// A karaoke directory and everything the library's operations use.
 struct SongLibrary {
     SongLibrary() { config.OpenDir = directory.Path().string() + "/"; }
 

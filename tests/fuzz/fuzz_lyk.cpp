@@ -4,13 +4,12 @@
 #include "fakes/ScriptedMsgBox.h"
 #include "platform/Text.h"
 #include "song/LeggiKaraoke.h"
+#include "ui/basCommon.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -20,22 +19,15 @@ void Require(bool condition) {
     }
 }
 
-std::size_t LineBreaks(std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t at = text.find("\r\n"); at != std::string_view::npos;
-         at = text.find("\r\n", at + 2)) {
-        ++count;
-    }
-    return count;
-}
-
 void CheckTimeline(const sonnel::Timeline& timeline) {
     Require(timeline.NumEventi() >= 0 && timeline.NumEventi() <= timeline.MaxEventi());
     for (std::int16_t i = 1; i <= timeline.NumEventi(); ++i) {
         const sonnel::Evento& event = timeline.Eventi(i);
         Require(event.Tipo >= sonnel::TipoEvento::Marcatore &&
                 event.Tipo <= sonnel::TipoEvento::Colore);
-        Require(event.Tipo != sonnel::TipoEvento::Pagina || LineBreaks(event.Testo) < 4);
+        std::string text = event.Testo;
+        Require(event.Tipo != sonnel::TipoEvento::Pagina ||
+                sonnel::SostituisciTesto(text, "\r\n", " ") < 4);
     }
 }
 

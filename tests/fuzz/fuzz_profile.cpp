@@ -26,23 +26,18 @@ sonnel::ProfileText Landed(const sonnel::ProfileText& profile) {
     return sonnel::ProfileText(sonnel::DecodeFileText(bytes));
 }
 
-/// Both say the same of every key of a section.
-void RequireSameKeys(const sonnel::ProfileText& one, const sonnel::ProfileText& other,
-                     std::string_view section) {
-    Require(one.Keys(section) == other.Keys(section));
-    for (const std::string_view key : one.Keys(section)) {
-        Require(one.Find(section, key) && one.Find(section, key) == other.Find(section, key));
-    }
-}
-
-/// Both say the same of every section that either has.
+/// Both have the same keys and values in every section of either.
 void RequireSame(const sonnel::ProfileText& one, const sonnel::ProfileText& other) {
-    for (const std::string& text : {one.Text(), other.Text()}) {
-        sonnel::LineReader lines(text);
-        while (const auto line = lines.Next()) {
-            if (line->starts_with('[')) {
-                RequireSameKeys(one, other, line->substr(1, line->find(']') - 1));
-            }
+    const std::string text = one.Text() + other.Text();
+    sonnel::LineReader lines(text);
+    while (const auto line = lines.Next()) {
+        if (!line->starts_with('[')) {
+            continue;
+        }
+        const std::string_view section = line->substr(1, line->find(']') - 1);
+        Require(one.Keys(section) == other.Keys(section));
+        for (const std::string_view key : one.Keys(section)) {
+            Require(one.Find(section, key) && one.Find(section, key) == other.Find(section, key));
         }
     }
 }

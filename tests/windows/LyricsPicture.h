@@ -21,7 +21,7 @@ inline QImage LyricsPicture(const QtPictureBox& lyrics, int width, const Config&
                             const Lines& page, const Lines& sung) {
     QFont font(QString::fromStdString(config.FontName));
     font.setPixelSize(RoundHalfEven<int>(lyrics.Font().size * 20 / Scale));
-    font.setBold(config.FontBold != 0);
+    font.setBold(config.FontBold);
     font.setHintingPreference(QFont::PreferNoHinting);
     const QFontMetricsF metrics(font);
     QImage area(lyrics.size() * lyrics.devicePixelRatioF(), QImage::Format_RGB32);
@@ -38,7 +38,7 @@ inline QImage LyricsPicture(const QtPictureBox& lyrics, int width, const Config&
                          QString::fromStdString(texts[line]));
     };
     for (std::size_t line = 0; line < page.size(); ++line) {
-        if (config.Ombra != 0) {
+        if (config.Ombra) {
             print(line, page, config.ColoreOmbra, 30);
         }
         print(line, page, config.ColoreTesto, 0);

@@ -20,10 +20,8 @@ class frmOpzioniTest : public ::testing::Test {
   protected:
     void Open() {
         window = std::make_unique<frmOpzioni>(frmOpzioni::Parti{
-            {config, store, msgBox, [](const std::string& dir) { return dir == "/songs/"; }, [] {},
-             [this] { usableInRebuild = window->isEnabled(); }, [] {}, [] {},
-             [](const std::string&) {}},
-            dialog,
+            {config, store, msgBox, dialog, [](const std::string& dir) { return dir == "/songs/"; },
+             [this] { usableInRebuild = window->isEnabled(); }, [] {}},
             screen});
         window->show();
     }
@@ -33,7 +31,7 @@ class frmOpzioniTest : public ::testing::Test {
     }
 
     const QStringList fonts = QFontDatabase::families();
-    Config config{.FontName = fonts.at(0).toStdString(), .AutoFont = 0, .OpenDir = "/songs/"};
+    Config config{.FontName = fonts.at(0).toStdString(), .AutoFont = false, .OpenDir = "/songs/"};
     MemoryRegistry store;
     ScriptedMsgBox msgBox;
     ScriptedDialog dialog;
@@ -45,7 +43,7 @@ class frmOpzioniTest : public ::testing::Test {
 TEST_F(frmOpzioniTest, EditsACopyUntilOk) {
     msgBox.answers = {Answer::No, Answer::Yes};
     for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
-        EXPECT_TRUE(store.written.empty());
+        EXPECT_TRUE(store.changes.empty());
         EXPECT_TRUE(config.FontSize == 24 && config.ColoreTesto == Config().ColoreTesto);
         Open();
         dialog.colours = {0x123456, 0x654321};  // the third is cancelled
@@ -65,13 +63,13 @@ TEST_F(frmOpzioniTest, EditsACopyUntilOk) {
     EXPECT_EQ(config.OpenDir, dialog.asked.at(1).directory);
     QTest::keyClick(window.get(), Qt::Key_Return);
     EXPECT_FALSE(window->isVisible() || usableInRebuild);
-    EXPECT_EQ(store.written.size(), 12U);
+    EXPECT_EQ(store.changes.size(), 12U);
     EXPECT_EQ(config.FontName, fonts.constLast().toStdString());
     EXPECT_EQ(config.FontSize, 9);
     EXPECT_EQ(config.OpenDir, "/new songs/");
     EXPECT_EQ((std::vector<int>{config.ColoreTesto, config.ColoreSfondo, config.ColoreSelezione,
                                 config.FontBold, config.Ombra, config.AutoFont, config.Autoplay}),
-              (std::vector<int>{0x123456, 0x654321, 0xFFFFFF, 0, 0, -1, 0}));
+              (std::vector<int>{0x123456, 0x654321, 0xFFFFFF, false, false, true, false}));
 }
 
 TEST_F(frmOpzioniTest, ShowsAtOnceWhatIsChosen) {

@@ -5,8 +5,8 @@
 namespace sonnel {
 
 /// Keeps other players from rewriting files of a directory for as long as it lives. Advisory: it
-/// waits up to two seconds for another's lock and then goes on without one, and so it does where
-/// the system or the directory cannot be locked. Leaves nothing in the directory.
+/// waits up to two seconds for another process's lock and then goes on without one. It also goes on
+/// where the directory cannot be locked. Leaves nothing in the directory.
 class DirectoryLock {
   public:
     explicit DirectoryLock(const std::filesystem::path& directory);

@@ -93,7 +93,7 @@ std::optional<fs::path> FindFile(const fs::path& path) {
     if (IsRegularFile(path)) {
         return path;
     }
-    // The usual spellings spare reading a directory of thousands of songs for each of them.
+    // Trying the usual spellings avoids reading a directory of thousands of songs for each song.
     for (const fs::path& spelling : UsualSpellings(path)) {
         if (IsRegularFile(spelling)) {
             return spelling;

@@ -28,7 +28,7 @@ namespace sonnel {
 class FileReader {
   public:
     /// Anything but a regular file (a directory, a pipe, a device) is an error. The error's number
-    /// is the system's and its text the system's reason; so are those of the operations below.
+    /// is the system's and its text the system's reason; the same holds for the operations below.
     static Result<FileReader> Open(const std::filesystem::path& path);
 
     /// Appends up to `size` bytes to `content`; nothing more is appended at the end of the file. On
@@ -55,8 +55,8 @@ inline constexpr std::size_t MaxFileSize = std::size_t{1} << 30U;
 /// Replaces a file's content, or makes the file: written beside it, flushed, renamed, so that a
 /// crash at any moment leaves the old or the new file whole. The permissions of an existing file
 /// are kept, and a symbolic link stays one: its target is written. A write-protected file is not
-/// replaced. On failure the old file stays and nothing is left behind; what a crash leaves goes
-/// with the next write in that directory. The error's number is the system's and its text a
+/// replaced. On failure the old file stays and nothing is left behind; the next write in that
+/// directory removes what a crash has left. The error's number is the system's and its text a
 /// sentence with the file's name and the reason.
 [[nodiscard]] std::optional<Error> WriteFileAtomically(const std::filesystem::path& path,
                                                        std::string_view content);
@@ -67,8 +67,8 @@ struct ReplacementNames {
     std::string backup;     ///< the old content until the new one is in place
 };
 /// Replaces the content of a file that is there, as WriteFileAtomically does, by way of two files
-/// of these names; what had them before is gone, and so are they afterwards. A crash may leave
-/// them.
+/// of these names. Older files of these names are removed first, and both are removed afterwards; a
+/// crash may leave them.
 [[nodiscard]] std::optional<Error> ReplaceFileWithBackup(const std::filesystem::path& path,
                                                          std::string_view content,
                                                          const ReplacementNames& names);
@@ -80,7 +80,7 @@ struct FileToCopy {
 /// Copies the content and time stamp of files, replacing files as WriteFileAtomically does. All
 /// copies are written and flushed before the first takes its place, in the order given: what
 /// cannot be read or finds no room changes nothing. When one cannot take its place, those before it
-/// that replaced no file are gone again. A crash leaves whole files only.
+/// that replaced no file are removed again. A crash leaves whole files only.
 [[nodiscard]] std::optional<Error> CopyFilesAtomically(const std::vector<FileToCopy>& files);
 
 }  // namespace sonnel

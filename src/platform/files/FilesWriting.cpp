@@ -108,13 +108,13 @@ int InOrder(std::initializer_list<std::function<int()>> steps) {
     return 0;
 }
 
-/// A copy that stands, whole and flushed, beside the place it will take.
+/// A copy, whole and flushed, in the directory of the file that it will become.
 class PreparedCopy {
   public:
     explicit PreparedCopy(const FileToCopy& copy) : copy_(copy) {}
     std::optional<Error> Prepare();
     std::optional<Error> TakePlace();
-    /// Gives up a place that nothing had before.
+    /// Removes the copy from its place, unless it has replaced a file.
     void Withdraw() const;
 
   private:
@@ -163,7 +163,7 @@ std::optional<Error> PreparedCopy::Prepare() {
     }
     std::error_code unknown;
     if (const auto time = fs::last_write_time(copy_.from, unknown); !unknown) {
-        // Some file systems let nobody set a time; the copy is as good without.
+        // Some file systems do not allow setting a time; the copy is good without it.
         (void)file_.SetTime(time);
     }
     return std::nullopt;
@@ -192,7 +192,7 @@ int TakePlaceWithBackup(TemporaryFile& file, const fs::path& target, const fs::p
     if (!error) {
         fs::create_hard_link(target, backup, error);
         if (error) {
-            // Not every file system knows links.
+            // Not every file system supports links.
             fs::copy_file(target, backup, error);
         }
     }

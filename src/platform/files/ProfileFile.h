@@ -12,7 +12,7 @@
 namespace sonnel {
 
 /// A profile file: sections of key=value lines, such as the library's index. How its text is read
-/// is told at ProfileText. On disk it is Windows-1252, or UTF-8 after its byte order mark.
+/// is described at ProfileText. On disk it is Windows-1252, or UTF-8 after its byte order mark.
 ///
 /// Nothing is held in memory outside a batch: every operation sees what is on disk. A file that is
 /// missing or cannot be read has no sections. A write makes the file when it is missing, replaces

@@ -13,7 +13,7 @@ namespace sonnel {
 ///
 /// A section line begins with "[", holds no "=", and its first "]" is its last character but for
 /// blanks. Any other line is a key up to its first "=" and a value, taken raw, after it; a line
-/// without "=" is a key without a value. Lines that say nothing are kept where they are: blank
+/// without "=" is a key without a value. Lines without meaning are kept where they are: blank
 /// ones, those without a key or with a NUL character in it, those before the first section, and
 /// those that begin with ";" and hold no "=". Names differ regardless of letter case. Sections of
 /// one name are read as one; of several lines for one key the first counts and the others are
@@ -23,7 +23,7 @@ class ProfileText {
     explicit ProfileText(std::string_view text);
 
     /// The key's value ("" when it has none), or nothing when the key is absent. Refers into this
-    /// text and is good until it changes.
+    /// text and is valid until it changes.
     [[nodiscard]] std::optional<std::string_view> Find(std::string_view section,
                                                        std::string_view key) const;
     /// The names of the section's keys in the order of the file.
@@ -44,7 +44,7 @@ class ProfileText {
   private:
     struct Line {
         std::string text;
-        std::size_t keyLength = 0;  ///< 0: the line says nothing
+        std::size_t keyLength = 0;  ///< 0: the line has no meaning
         bool removed = false;
     };
     struct Section {

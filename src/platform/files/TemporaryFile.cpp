@@ -36,13 +36,13 @@ bool HasName(int handle, const fs::path& path) {
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-/// Removes a temporary file that nobody has locked: whoever wrote it is dead.
+/// Removes a temporary file that is not locked: the process that wrote it has ended.
 bool RemoveLeftover(const fs::path& path) {
     const int handle = open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (handle < 0) {
         return false;
     }
-    // Only while it is locked its name cannot pass to another file.
+    // While it is locked, its name cannot pass to another file.
     const bool removed =
         flock(handle, LOCK_EX | LOCK_NB) == 0 && HasName(handle, path) && unlink(path.c_str()) == 0;
     (void)close(handle);
@@ -51,7 +51,7 @@ bool RemoveLeftover(const fs::path& path) {
 
 #endif
 
-/// Removes what the dead have left by this name and those that follow it; false when it is in use.
+/// Removes leftovers by this name and the names that follow it; false when it is in use.
 bool RemoveLeftovers(const fs::path& directory, int number) {
     int next = number;
     while (RemoveLeftover(NumberedName(directory, next))) {
@@ -77,7 +77,7 @@ TemporaryFile::~TemporaryFile() {
 #endif
 }
 
-/// False when somebody has taken the file, new as it is, for a leftover.
+/// False when another process has already taken the new file for a leftover.
 bool TemporaryFile::Lock([[maybe_unused]] const fs::path& path) {
 #ifndef _WIN32
     // A descriptor of its own: the lock outlives the closing of the file.
@@ -94,7 +94,7 @@ bool TemporaryFile::Lock([[maybe_unused]] const fs::path& path) {
 
 int TemporaryFile::Open(const fs::path& path) {
     errno = 0;
-    // "x": never a file that is there already, be it another writer's or one a crash left.
+    // "x": never a file that exists already, which is another writer's or was left by a crash.
 #ifdef _WIN32
     file_ = _wfopen(path.c_str(), L"wbx");
 #else

@@ -7,7 +7,7 @@
 namespace sonnel {
 
 /// A file beside the one it is to become, removed again unless it was renamed to that. It is locked
-/// for as long as it lives, so that what a crash leaves can be told from a file that is being
+/// for as long as it lives, so that what a crash leaves differs from a file that is being
 /// written. What can fail returns 0 or the system's error number.
 class TemporaryFile {
   public:

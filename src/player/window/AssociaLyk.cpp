@@ -19,8 +19,7 @@ std::string Classe(std::string_view sotto = "") {
 
 /// Whether an installation left it to this start to register the player.
 bool DaAssociare(Registry& registro) {
-    return LeggiChiave(registro, Macchina, Estensione, Predefinito) ==
-           ValoreRegistro{std::string()};
+    return LeggiChiave(registro, Macchina, Estensione, Predefinito) == RegistryValue{std::string()};
 }
 
 }  // namespace
@@ -33,7 +32,7 @@ void AssociaLyk(Registry& registro, Shell& shell, const std::filesystem::path& p
     const auto crea = [&](std::string_view chiave) { CreaChiave(registro, Macchina, chiave); };
     const auto scrivi = [&](std::string_view chiave, std::string_view nome,
                             const std::string& testo) {
-        ScriviChiave(registro, Macchina, chiave, nome, testo, RegistryType::String);
+        ScriviChiave(registro, Macchina, chiave, nome, testo);
     };
     const std::string exe = Utf8FromPath(programma);
 
@@ -44,7 +43,7 @@ void AssociaLyk(Registry& registro, Shell& shell, const std::filesystem::path& p
         crea(Classe(chiave));
     }
     scrivi(Classe(), Predefinito, "Sonnel Karaoke");
-    ScriviChiave(registro, Macchina, Classe(), "EditFlags", 0, RegistryType::Number);
+    ScriviChiave(registro, Macchina, Classe(), "EditFlags", 0);
     scrivi(Classe(), "AlwaysShowExt", "");
     scrivi(Classe("\\Shell\\open\\command"), Predefinito, exe + " \"%1\"");
     scrivi(Classe("\\DefaultIcon"), Predefinito, exe);

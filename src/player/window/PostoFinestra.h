@@ -6,7 +6,7 @@
 
 namespace sonnel {
 
-/// Where a window opens that was closed at `voluto`: there, if a person can see and take its upper
+/// Where a window opens that was closed at `voluto`: there, if the user can see and take its upper
 /// edge on one of the screens, else at the corner of the first one. It is never larger than the
 /// screen it opens on and never narrower than `larghezzaMinima`. All lengths in twips; with no
 /// screens the place is taken as it stands.

@@ -39,7 +39,7 @@ namespace sonnel {
 /// The main window: it shows the lyrics and the position of the song and passes commands on.
 class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaKaraoke {
   public:
-    /// What the window stands on; all of it outlives the window.
+    /// What the window uses; all of it outlives the window.
     struct Parti {
         Config& config;
         Timeline& timeline;
@@ -160,7 +160,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
         bool StatoComandi::*stato;
     };
     std::vector<Legame> legami_;
-    std::optional<StatoComandi> comandi_;  ///< what the commands were last told
+    std::optional<StatoComandi> comandi_;  ///< the states applied last
 
     std::unique_ptr<frmSplash> splash_;  ///< while it is loaded
     std::unique_ptr<frmInfo> info_;      ///< from its first use on

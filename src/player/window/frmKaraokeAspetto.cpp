@@ -1,4 +1,4 @@
-// What the main window shows: its layout, and what playback tells it.
+// What the main window shows: its layout, and what playback reports to it.
 
 #include "platform/Numbers.h"
 #include "platform/qt/QtColour.h"
@@ -78,7 +78,7 @@ void frmKaraoke::ColoreSfondo(Colour colore) {
 // What playback shows
 
 void frmKaraoke::Titolo(const std::string& titolo) {
-    // The window system's mark for unsaved changes stands for itself when it is doubled.
+    // "[*]" is the window system's mark for unsaved changes; doubled it is shown as text.
     setWindowTitle(QString::fromStdString(titolo).replace("[*]", "[*][*]"));
 }
 

@@ -98,7 +98,7 @@ void frmKaraoke::CaricaDaRigaComando(const std::string& riga) {
 /// Puts the window where it was closed; a maximised one gets that place when it is restored.
 void frmKaraoke::RipristinaPosto() {
     const Config& config = p_.config;
-    if (isMinimized() && config.FullScreen == 0) {
+    if (isMinimized() && !config.FullScreen) {
         return;
     }
     const Rectangle posto =
@@ -106,7 +106,7 @@ void frmKaraoke::RipristinaPosto() {
                       LarghezzaMinima, p_.schermo.Screens());
     resize(Pixel(posto.width), Pixel(posto.height));
     move(Pixel(posto.left), Pixel(posto.top));
-    if (config.FullScreen != 0) {
+    if (config.FullScreen) {
         setWindowState(Qt::WindowMaximized);
     }
 }

@@ -1,0 +1,142 @@
+#include "fakes/TempDirectory.h"
+#include "platform/qt/QtRegistry.h"
+
+#include <QCoreApplication>
+#include <map>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace sonnel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+const RegistryKey Font{RegistryRoot::CurrentUser, "Software\\Corvane\\Sonnel Player\\Font"};
+const RegistryKey Lyk{RegistryRoot::LocalMachine, "SOFTWARE\\Classes\\.lyk"};
+
+class QtRegistryTest : public ::testing::Test {
+  protected:
+    /// The text of one of the user's settings, "(absent)" when there is none.
+    std::string Get(std::string_view name, const RegistryKey& key = Font) {
+        return std::get<std::string>(Open(key).Read(key, name).value_or("(absent)"));
+    }
+    /// A store that sees the files as they are now; Qt would share what another one has read.
+    QtRegistry Open(const RegistryKey& key) {
+        const fs::path copy = directory / std::to_string(++copies);
+        fs::copy_file(key.root == Font.root ? user : machine, copy);
+        return {copy, copy};
+    }
+
+    TempDirectory directory;
+    fs::path user = directory / "user/sonnel/settings.conf";
+    fs::path machine = directory / "machine.conf";
+    int copies = 0;
+};
+
+TEST_F(QtRegistryTest, WhateverIsWrittenReadsTheSame) {
+    const std::vector<std::string> texts{
+        "", "@Invalid()", "  \"C:\\Songs\\\", a;b=c [%2F/] \u00E8 \u0416\t\r\nend\r\n ", "nul\0\0"s,
+        "caf\xE9"};
+    {
+        QtRegistry store(user, machine);
+        for (const std::string& text : texts) {
+            store.Write(Font, "value of " + text, text);
+        }
+        store.Write(Font, "number", -2);
+        store.Write(Font, "gone", "x");
+        store.Remove(Font, "gone");
+    }
+    for (const std::string& text : texts) {
+        EXPECT_EQ(Get("value of " + text), text);
+    }
+    EXPECT_EQ(Get("number"), "-2");
+    EXPECT_EQ(Get("gone"), "(absent)");
+}
+
+TEST_F(QtRegistryTest, KeysHaveTheirPlaceInOneFileForEachRoot) {
+    {
+        QtRegistry store(user, machine);
+        EXPECT_TRUE(store.Create({Lyk.root, "SOFTWARE\\Classes\\LYKfile\\Shell"}));
+        store.Write(Font, "Nome", "Noto Sans");
+        store.Write({Font.root, std::string(PlayerPath)}, "top", "1");
+        store.Write(Lyk, "", "LYKfile");
+        store.Write({Lyk.root, "SOFTWARE\\Classes\\LYKfile"}, "", "Sonnel Karaoke");
+        store.Write({Lyk.root, "SOFTWARE\\Classes\\LYKfile"}, "EditFlags", 0);
+        store.Remove({Lyk.root, "SOFTWARE\\Classes\\LYKfile"}, "");
+        EXPECT_FALSE(fs::exists(user) || fs::exists(machine)) << "before the command has ended";
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Content(user), "[General]\ntop=1\n\n[Font]\nNome=Noto Sans\n");
+        EXPECT_EQ(Content(machine),
+                  "[SOFTWARE]\nClasses\\.lyk=LYKfile\n"
+                  "Classes\\LYKfile=Sonnel Karaoke\nClasses\\LYKfile\\EditFlags=0\n");
+
+        directory.Write("user/sonnel/settings.conf", "[Font]\nNome=Other\nDimensione=12\n");
+        EXPECT_EQ(store.Read(Font, "Nome"), RegistryValue("Other")) << "another player's write";
+        store.Write(Font, "Grassetto", "0");
+        directory.Write("user/sonnel/settings.conf", "[Font]\nNome=Third\nDimensione=13.5\n");
+    }
+    EXPECT_EQ(Content(user), "[Font]\nDimensione=13.5\nGrassetto=0\nNome=Third\n");
+}
+
+TEST_F(QtRegistryTest, ReadsWhatIsWrittenByHand) {
+    directory.Write("machine.conf", "; a remark\r\n[SOFTWARE]\r\nClasses\\.lyk=\r\n");
+    EXPECT_EQ(Get("", Lyk), "");
+    EXPECT_EQ(Get("", {Lyk.root, "SOFTWARE\\Classes\\.kar"}), "(absent)");
+
+    fs::create_directories(user.parent_path());
+    directory.Write("user/sonnel/settings.conf",
+                    "\xEF\xBB\xBF[Font]\r\n  Nome = Noto Sans \r\nplain=a,b,  c\nquoted=\"a,b;c\"\n"
+                    "path=\"C:\\\\Songs\"\nrectangle=@Rect(1 2 3 4)\nnonsense\ntwice=1\ntwice=2");
+    const std::map<std::string, std::string> values{
+        {"Nome", "Noto Sans"}, {"plain", "a, b, c"},      {"quoted", "a,b;c"},
+        {"path", "C:\\Songs"}, {"rectangle", "(absent)"}, {"nonsense", "(absent)"},
+        {"twice", "2"}};
+    for (const auto& [name, value] : values) {
+        EXPECT_EQ(Get(name), value) << name;
+    }
+}
+
+TEST_F(QtRegistryTest, WhatIsNoFileOfItsOwnIsLeftAlone) {
+    fs::create_directories(user.parent_path());
+    ASSERT_EQ(mkfifo(user.c_str(), 0600), 0);
+    const int pipe = open(user.c_str(), O_RDWR);  // nobody waits for the other end
+    {
+        QtRegistry store(user, "");
+        for (const RegistryKey& key : {Font, Lyk}) {
+            store.Write(key, "name", "x");
+            EXPECT_FALSE(store.Create(key) || store.Read(key, "name"));
+        }
+    }
+    EXPECT_TRUE(fs::is_fifo(user));
+    close(pipe);
+}
+
+TEST(SettingsFiles, AreWhereTheEnvironmentSays) {
+    using Variables = std::map<std::string, std::string>;
+    const std::vector<std::tuple<Variables, std::string, std::string>> cases{
+        {{{"HOME", "/home/ada"}}, "/home/ada/.config/sonnel", "/etc/xdg/sonnel"},
+        {{{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "/cfg"}, {"XDG_CONFIG_DIRS", "/opt/etc:/etc"}},
+         "/cfg/sonnel",
+         "/opt/etc/sonnel"},
+        {{{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "relative"}, {"XDG_CONFIG_DIRS", ":/etc"}},
+         "/home/ada/.config/sonnel",
+         "/etc/sonnel"},
+    };
+    for (const auto& [variables, user, machine] : cases) {
+        const Environment lookup = [&known = variables](const std::string& name) {
+            return known.contains(name) ? known.at(name) : std::string();
+        };
+        EXPECT_EQ(UserSettingsFile(lookup), user + "/settings.conf");
+        EXPECT_EQ(MachineSettingsFile(lookup), machine + "/settings.conf");
+    }
+}
+
+}  // namespace
+}  // namespace sonnel::test
