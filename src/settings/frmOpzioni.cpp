@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 #include "platform/ScopeExit.h"
 #include "settings/TestoNumero.h"
+#include "ui/basCommon.h"
 #include "ui/frmCentraForm.h"
 
 #include <QDialogButtonBox>

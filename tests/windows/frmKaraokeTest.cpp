@@ -50,8 +50,7 @@ class frmKaraokeTest : public testing::Test, protected PlayerRig {
 
 TEST_F(frmKaraokeTest, AFirstStartCalibratesInViewAndThenLoadsTheLibrary) {
     Store("Opzioni", "Compensazione", "-1");
-    ScriviChiave(registry, RegistryRoot::LocalMachine, R"(SOFTWARE\Classes\.lyk)", "", "",
-                 RegistryType::String);
+    ScriviChiave(registry, RegistryRoot::LocalMachine, R"(SOFTWARE\Classes\.lyk)", "", "");
     const auto note = [this](const std::string& step) {
         const QWidgetList all = QApplication::topLevelWidgets();
         const auto shown = std::count_if(all.begin(), all.end(),
