@@ -39,7 +39,7 @@ void OpenSong::Seek(std::int32_t ms) {
                      ? sequence_.endFrame
                      : std::min(RoundHalfEven<std::int64_t>(1e-3 * seekMs_ * sequence_.rate),
                                 sequence_.endFrame);
-    backlog_.clear();  // a Seek makes an end of all that waits before it
+    backlog_.clear();  // a Seek replaces all commands before it
     auto chase = std::make_unique<const ChaseList>(
         ChaseList{serial_ + 1, Chase(sequence_, sequence_.FirstAt(seekFrame_))});
     const std::vector<std::uint32_t>* events = &chase->events;
@@ -68,7 +68,7 @@ void OpenSong::Tidy() {
     }
 }
 
-/// What the engine did last, as far as it is heard.
+/// The last thing the engine did that is already heard.
 EngineSegment OpenSong::Heard() {
     const std::int64_t rendered = engine_.FramesRendered();
     const std::int64_t heard = heard_.Update(output_.FramesHeard(), rendered, clock_.Steady());
