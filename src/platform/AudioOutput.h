@@ -26,12 +26,11 @@ class AudioOutput {
     /// Starts asking `source` for frames; it must live until Stop has returned. Fails when there is
     /// no device or file to play to.
     virtual std::optional<Error> Start(SoundSource& source) = 0;
-    /// Ends the asking; no Fill runs after it has returned. Harmless when not started.
+    /// After it has returned no Fill runs. Harmless when not started.
     virtual void Stop() = 0;
-    /// Frames of those asked for since Start that have really been heard, as the device reports
-    /// them. May stand still between two readings and, on a device that has just started, run
-    /// ahead.
-    [[nodiscard]] virtual std::int64_t FramesHeard() const = 0;
+    /// Frames heard since Start, as the device reports them. The count may stand still between two
+    /// readings and may be too high when the device has just started.
+    [[nodiscard]] virtual std::int64_t FramesHeard() = 0;
     /// Called now and then on the user-interface thread: replaces a device that went away. The
     /// count of frames heard goes on.
     virtual void Maintain() {}

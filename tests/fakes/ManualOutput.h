@@ -1,33 +1,37 @@
 #pragma once
 
-#include "platform/AudioOutput.h"
+#include "platform/audio/DeviceOutput.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <utility>
+#include <string>
 #include <vector>
 
 namespace sonnel::test {
 
-/// A sound output that asks for frames when the test says so. What was asked for is heard after
-/// `latency` frames, unless the test says what is reported.
-class ManualOutput : public AudioOutput {
+/// A sound device that asks for frames when the test says so. What was asked for is heard after
+/// `latency` frames, unless the test sets what is reported.
+class ManualOutput : public DeviceOutput {
   public:
-    explicit ManualOutput(int sampleRate = 44100) : rate(sampleRate) {}
-
     int SampleRate() override { return rate; }
     std::optional<Error> Start(SoundSource& source) override {
+        ++starts;
         asked = 0;
+        reported.reset();
+        lost = false;
         source_ = startError ? nullptr : &source;
         return startError;
     }
     void Stop() override { source_ = nullptr; }
-    std::int64_t FramesHeard() const override {
-        return reported ? *reported : std::max<std::int64_t>(0, asked - latency);
+    std::int64_t FramesHeard() override {
+        return reported.value_or(std::max<std::int64_t>(0, asked - latency));
     }
+    void Maintain() override { ++maintained; }
+    bool Lost() const override { return lost; }
+    std::string System() const override { return "manual"; }
 
     /// Asks for frames, `block` at a time, and appends what it got to `sound` when that is kept.
     void Ask(std::int64_t frames, std::int64_t block = 512) {
@@ -44,10 +48,13 @@ class ManualOutput : public AudioOutput {
     }
     bool Running() const { return source_ != nullptr; }
 
-    int rate;
+    int rate = 44100;
     std::int64_t latency = 0;
     std::optional<std::int64_t> reported;
     std::optional<Error> startError;
+    bool lost = false;
+    int starts = 0;
+    int maintained = 0;
     std::int64_t asked = 0;
     bool keepSound = false;
     std::vector<float> sound;

@@ -18,14 +18,13 @@ class ManualTimer : public Timer {
         interval = 0;
         tick_ = nullptr;
     }
-    bool Running() const { return interval > 0; }
     void Fire() {
         if (auto tick = tick_) {
             tick();
         }
     }
 
-    int interval = 0;
+    int interval = 0;  ///< 0 while it is stopped
 
   private:
     std::function<void()> tick_;

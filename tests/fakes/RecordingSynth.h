@@ -19,46 +19,27 @@ namespace sonnel::test {
 class RecordingSynth : public Synthesizer {
   public:
     using Message = std::vector<std::uint8_t>;
-    using Parameter = std::array<int, 3>;  ///< 0 for RPN or 1 for NRPN, its MSB, its LSB
-    static constexpr Parameter kNoParameter{-1, 127, 127};
 
-    struct Channel {
-        int program = 0;
-        std::pair<int, int> programBank{0, 0};  ///< selected when the program came
-        std::map<int, int> controllers;
-        int bend = 0x2000;
-        int pressure = 0;
-        Parameter parameter = kNoParameter;
-        std::map<Parameter, std::pair<int, int>> parameters;
-        bool operator==(const Channel&) const = default;
-    };
     struct State {
-        std::array<Channel, 16> channels;
+        /// Values by channel, controller (or one of `Kind`) and key or parameter.
+        std::map<std::array<int, 3>, int> values;
         std::vector<Message> exclusive;
         bool operator==(const State&) const = default;
     };
-    struct Recorded {
-        std::int64_t frame;
-        Message message;
-        bool operator==(const Recorded&) const = default;
-    };
 
-    std::optional<Error> Prepare(int sampleRate) override {
-        rate = sampleRate;
-        return prepareError;
-    }
+    std::optional<Error> Prepare(int /*sampleRate*/) override { return prepareError; }
     void Reset() noexcept override {
         state = {};
         sounding.clear();
     }
     void ChannelMessage(std::uint8_t status, std::uint8_t data1,
                         std::uint8_t data2) noexcept override {
-        recorded.push_back({frame, {status, data1, data2}});
-        Apply(status, data1, data2);
+        recorded.emplace_back(frame, Message{status, data1, data2});
+        Apply(status & 0xF0, status & 0x0F, data1, data2);
     }
     void SystemExclusive(std::span<const std::uint8_t> data) noexcept override {
-        recorded.push_back({frame, Message(data.begin(), data.end())});
-        state.exclusive.emplace_back(data.begin(), data.end());
+        recorded.emplace_back(frame, Message(data.begin(), data.end()));
+        state.exclusive.push_back(recorded.back().second);
     }
     void AllSoundOff() noexcept override { sounding.clear(); }
     void Render(std::span<float> out) noexcept override {
@@ -66,77 +47,59 @@ class RecordingSynth : public Synthesizer {
         frame += static_cast<std::int64_t>(out.size() / 2);
     }
 
-    int rate = 0;
     std::optional<Error> prepareError;
     std::int64_t frame = 0;  ///< rendered so far
-    std::vector<Recorded> recorded;
+    std::vector<std::pair<std::int64_t, Message>> recorded;
     std::set<std::pair<int, int>> sounding;  ///< channel and key
     State state;
 
   private:
-    void Apply(int status, int data1, int data2) {
-        const int number = status & 0x0F;
-        Channel& channel = state.channels.at(static_cast<std::size_t>(number));
-        switch (status & 0xF0) {
-            case 0x80:
-                sounding.erase({number, data1});
-                break;
-            case 0x90:
-                sounding.erase({number, data1});
-                if (data2 > 0) {
-                    sounding.insert({number, data1});
-                }
-                break;
-            case 0xB0:
-                Control(number, channel, data1, data2);
-                break;
-            case 0xC0:
-                channel.program = data1;
-                channel.programBank = {channel.controllers[0], channel.controllers[32]};
-                break;
-            case 0xD0:
-                channel.pressure = data1;
-                break;
-            case 0xE0:
-                channel.bend = data2 * 128 + data1;
-                break;
-            default:
-                break;
-        }
+    /// What is kept besides controllers: a status, or one of these.
+    enum Kind { ProgramBank = 256, SelectedParameters };
+
+    int& At(int channel, int kind, int parameter = 0) {
+        return state.values[{channel, kind, parameter}];
     }
 
-    void Control(int number, Channel& channel, int controller, int value) {
-        if (controller == 120 || controller == 123) {
-            std::erase_if(sounding, [number](const auto& note) { return note.first == number; });
-        } else if (controller == 121) {
-            channel.bend = 0x2000;
-            channel.pressure = 0;
-            channel.parameter = kNoParameter;
-            for (const int reset : {1, 11, 64, 65, 66, 67}) {
-                channel.controllers.erase(reset);
+    void Apply(int status, int channel, int data1, int data2) {
+        if (status == 0xB0) {
+            Control(channel, data1, data2);
+        } else if (status >= 0xA0) {
+            At(channel, status, status == 0xA0 ? data1 : 0) = data2 * 128 + data1;
+            if (status == 0xC0) {
+                At(channel, ProgramBank) = At(channel, 0) * 128 + At(channel, 32);
             }
-        } else if (controller >= 98 && controller <= 101) {
-            channel.parameter[0] = controller >= 100 ? 0 : 1;
-            channel.parameter.at(controller % 2 == 1 ? 1 : 2) = value;
-        } else if (controller == 6 || controller == 38 || controller == 96 || controller == 97) {
-            EnterData(channel, controller, value);
         } else {
-            channel.controllers[controller] = value;
+            sounding.erase({channel, data1});
+            if (status == 0x90 && data2 > 0) {
+                sounding.insert({channel, data1});
+            }
         }
     }
 
-    static void EnterData(Channel& channel, int controller, int value) {
-        if (channel.parameter[0] < 0) {
-            return;
-        }
-        auto& [coarse, fine] = channel.parameters[channel.parameter];
-        if (controller == 6) {
-            coarse = value;
-        } else if (controller == 38) {
-            fine = value;
+    void Control(int channel, int controller, int value) {
+        if (controller == 120 || controller == 123) {
+            std::erase_if(sounding, [channel](const auto& note) { return note.first == channel; });
+        } else if (controller == 121) {
+            for (const int reset : {1, 11, 64, 65, 66, 67, 0xD0, 0xE0, int{SelectedParameters}}) {
+                state.values.erase({channel, reset, 0});
+            }
+        } else if (controller == 96 || controller == 97) {
+            At(channel, 6, Parameter(channel)) += controller == 96 ? 1 : -1;
+        } else if (controller == 6 || controller == 38) {
+            At(channel, controller, Parameter(channel)) = value;
         } else {
-            coarse += controller == 96 ? 1 : -1;
+            At(channel, controller) = value;
+            if (controller >= 98 && controller <= 101) {
+                At(channel, SelectedParameters) = controller / 2 * 2;  // 98: NRPN, 100: RPN
+            }
         }
+    }
+
+    /// The parameter that data entries change; 0 when none is selected.
+    int Parameter(int channel) {
+        const int kind = At(channel, SelectedParameters);
+        return kind == 0 ? 0 : kind * 16384 + At(channel, kind + 1) * 128 + At(channel, kind);
     }
 };
 

@@ -6,14 +6,12 @@
 #include "fakes/RecordingSynth.h"
 #include "fakes/TempDirectory.h"
 #include "platform/Numbers.h"
-#include "platform/Synthesizer.h"
 #include "platform/midi/MMControl.h"
 
 #include <chrono>
 #include <cstdint>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace sonnel::test {
 
@@ -21,11 +19,9 @@ namespace sonnel::test {
 /// moved by hand.
 struct SequencerRig {
     SequencerRig() : SequencerRig(synth) {}
-    explicit SequencerRig(Synthesizer& chosen) : control(chosen, output, timer, clock) {
-        control.onDone = [this](MciNotify how) { done.push_back(how); };
-    }
+    explicit SequencerRig(Synthesizer& chosen) : control(chosen, output, timer, clock) {}
 
-    /// Opens a song of these bytes; what went wrong, or "".
+    /// Opens a song of these bytes; returns the error's text, or "".
     std::string Open(const std::string& midi) {
         control.SetFileName(folder.Write("song.mid", midi).string());
         const auto error = control.Command(MciCommand::Open);
@@ -44,10 +40,8 @@ struct SequencerRig {
         }
     }
     /// What the sequencer does, and at which millisecond.
-    [[nodiscard]] std::pair<MciMode, std::int32_t> State() const {
-        return {control.Mode(), control.Position()};
-    }
-    [[nodiscard]] std::int64_t Frame(double ms) const {
+    std::pair<MciMode, std::int32_t> State() { return {control.Mode(), control.Position()}; }
+    std::int64_t Frame(double ms) const {
         return RoundHalfEven<std::int64_t>(ms * output.rate / 1000);
     }
 
@@ -57,7 +51,6 @@ struct SequencerRig {
     ManualTimer timer;
     ManualClock clock;
     MMControl control;
-    std::vector<MciNotify> done;
 };
 
 }  // namespace sonnel::test

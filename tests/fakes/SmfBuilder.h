@@ -10,8 +10,8 @@
 
 namespace sonnel::test {
 
-/// Writes MIDI files for tests. Times are ticks from the start; each track may be filled in any
-/// order of time, and what comes at the same tick keeps the order in which it was written.
+/// Writes MIDI files for tests. Times are ticks from the start, in any order; events at the same
+/// tick keep the order in which they were added.
 class SmfBuilder {
   public:
     explicit SmfBuilder(int format = 1, int division = 480)
@@ -45,9 +45,6 @@ class SmfBuilder {
     SmfBuilder& Program(std::uint32_t tick, int program, int channel = 0) {
         return Message(tick, {0xC0 + channel, program});
     }
-    SmfBuilder& Bend(std::uint32_t tick, int value, int channel = 0) {
-        return Message(tick, {0xE0 + channel, value % 128, value / 128});
-    }
     SmfBuilder& Tempo(std::uint32_t tick, int micros) {
         return Message(tick, {0xFF, 0x51, 3, micros >> 16, (micros >> 8) & 0xFF, micros & 0xFF});
     }
@@ -57,8 +54,8 @@ class SmfBuilder {
     }
     /// A packet of an exclusive message (status F0) or what continues it (status F7).
     SmfBuilder& Exclusive(std::uint32_t tick, std::string_view data, char status = '\xF0') {
-        return Raw(tick,
-                   status + Number(static_cast<std::uint32_t>(data.size())) + std::string(data));
+        const std::string size = Number(static_cast<std::uint32_t>(data.size()));
+        return Raw(tick, status + size + std::string(data));
     }
 
     std::string Bytes() const {

@@ -15,7 +15,7 @@ namespace {
 constexpr int kUsualRate = 48000;
 constexpr int kLowestRate = 8000;
 constexpr int kHighestRate = 96000;
-/// Small enough to follow a command at once, large enough for a busy machine.
+/// Short enough for commands to act at once, long enough for a busy machine.
 constexpr unsigned kLatencyMs = 20;
 
 struct Deleter {
@@ -147,7 +147,7 @@ void CubebOutput::Stop() {
     }
 }
 
-std::int64_t CubebOutput::FramesHeard() const {
+std::int64_t CubebOutput::FramesHeard() {
     std::uint64_t position = 0;
     if (impl_->stream && cubeb_stream_get_position(impl_->stream.get(), &position) == CUBEB_OK) {
         const std::int64_t asked = impl_->asked.load(std::memory_order_acquire);

@@ -10,23 +10,23 @@ namespace sonnel {
 /// The default sound device, through cubeb.
 class CubebOutput final : public DeviceOutput {
   public:
-    /// `system`: the cubeb backend to use when it can be ("pulse", "alsa", "jack", ...); "" leaves
+    /// `system`: the cubeb backend to use if possible ("pulse", "alsa", "jack", ...); "" leaves
     /// the choice to cubeb.
     explicit CubebOutput(std::string system = {});
     ~CubebOutput() override;
     CubebOutput(const CubebOutput&) = delete;
     CubebOutput& operator=(const CubebOutput&) = delete;
 
-    /// The rate the device prefers when first asked; the same ever after.
+    /// The rate the device prefers when first asked; later calls return the same.
     int SampleRate() override;
     /// Fails when no device can be opened; works again after a device was lost.
     std::optional<Error> Start(SoundSource& source) override;
     void Stop() override;
-    /// Never more than were asked for, never less than before.
-    [[nodiscard]] std::int64_t FramesHeard() const override;
+    /// At most the frames asked for, and never less than before.
+    [[nodiscard]] std::int64_t FramesHeard() override;
     [[nodiscard]] bool Lost() const override;
     [[nodiscard]] std::string System() const override;
-    /// Frames between asking and hearing as the stream was opened; 0 before Start.
+    /// The latency the stream was opened with, in frames; 0 before Start.
     [[nodiscard]] int LatencyFrames() const;
 
   private:

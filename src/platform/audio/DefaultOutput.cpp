@@ -3,7 +3,6 @@
 #include "platform/Paths.h"
 #include "platform/audio/CubebOutput.h"
 #include "platform/audio/SilentOutput.h"
-#include "platform/audio/WavOutput.h"
 
 #include <algorithm>
 #include <iostream>
@@ -46,7 +45,8 @@ void DefaultOutput::Choose() {
             other_ = std::make_unique<SilentOutput>(device_->SampleRate());
             break;
         case AudioDriver::Kind::File:
-            other_ = std::make_unique<WavOutput>(PathFromUtf8(driver_.name), kRateWithoutDevice);
+            other_ = std::make_unique<SilentOutput>(kRateWithoutDevice,
+                                                    WavFile(PathFromUtf8(driver_.name)));
             break;
         case AudioDriver::Kind::Silence:
             other_ = std::make_unique<SilentOutput>(kRateWithoutDevice);
@@ -87,7 +87,7 @@ std::optional<Error> DefaultOutput::Start(SoundSource& source) {
     return Use(*other_);
 }
 
-/// Starts an output that goes on where the counter stands.
+/// Starts an output that continues at the current count.
 std::optional<Error> DefaultOutput::Use(AudioOutput& output) {
     before_ = counter_.asked;
     current_ = &output;
@@ -106,7 +106,7 @@ void DefaultOutput::Stop() {
     }
 }
 
-std::int64_t DefaultOutput::FramesHeard() const {
+std::int64_t DefaultOutput::FramesHeard() {
     if (current_ == nullptr) {
         return heardAtStop_;
     }
@@ -123,7 +123,7 @@ void DefaultOutput::Maintain() {
         return;
     }
     current_->Stop();
-    // A device that fails again and again must not keep the user waiting at every turn.
+    // A device that fails again and again must not delay every call.
     deviceMissing_ = !mayTry || !TryDevice();
     if (deviceMissing_) {
         static_cast<void>(Use(*other_));  // silence always starts

@@ -12,17 +12,16 @@
 
 namespace sonnel {
 
-/// The output the player uses: a device, a WAV file or silence, as `driver` says. Where no device
-/// can be opened it plays silently and says so once; a device that goes away is replaced by the
-/// default one, or by silence until there is one again. All but Fill on one thread.
+/// The output the player uses: a device, a WAV file or silence, as `driver` says. When no device
+/// can be opened it plays silently and reports that once; a device that goes away is replaced by
+/// the default one, or by silence until there is one again. All but Fill on one thread.
 class DefaultOutput final : public AudioOutput {
   public:
     using DeviceMaker = std::function<std::unique_ptr<DeviceOutput>(const std::string&)>;
     using Say = std::function<void(const std::string& sentence)>;
 
     explicit DefaultOutput(AudioDriver driver);
-    /// `makeDevice` makes the output for a sound system's name; `say` gets sentences for the
-    /// person.
+    /// `makeDevice` makes the output for a sound system's name; `say` gets messages for the user.
     DefaultOutput(AudioDriver driver, DeviceMaker makeDevice, Say say);
     ~DefaultOutput() override;
     DefaultOutput(const DefaultOutput&) = delete;
@@ -32,11 +31,11 @@ class DefaultOutput final : public AudioOutput {
     /// Fails only when a file cannot be written.
     std::optional<Error> Start(SoundSource& source) override;
     void Stop() override;
-    [[nodiscard]] std::int64_t FramesHeard() const override;
+    [[nodiscard]] std::int64_t FramesHeard() override;
     void Maintain() override;
 
   private:
-    /// Stands between the output in use and the source to count across replacements.
+    /// Passes the frames of the source on, and counts them across replacements.
     struct Counter final : SoundSource {
         void Fill(std::span<float> out) noexcept override;
         SoundSource* source = nullptr;
@@ -55,9 +54,9 @@ class DefaultOutput final : public AudioOutput {
     bool saidSilent_ = false;
     Counter counter_;
     std::unique_ptr<DeviceOutput> device_;
-    std::unique_ptr<AudioOutput> other_;  // the file or the silence
-    AudioOutput* current_ = nullptr;      // the one that runs
-    std::int64_t before_ = 0;             // frames asked for by those that ran before it
+    std::unique_ptr<AudioOutput> other_;  ///< the file or the silence
+    AudioOutput* current_ = nullptr;      ///< the one that runs
+    std::int64_t before_ = 0;             ///< frames asked for by those that ran before it
     std::int64_t heardAtStop_ = 0;
     bool deviceMissing_ = false;
     SteadyClock::time_point nextTry_;

@@ -29,7 +29,7 @@ struct Deleter {
 using Settings = std::unique_ptr<fluid_settings_t, Deleter>;
 using Synth = std::unique_ptr<fluid_synth_t, Deleter>;
 
-/// FluidSynth's log: the last error goes to the text it is given, everything else nowhere.
+/// Receives FluidSynth's log: keeps the last error in the text it is given, drops the rest.
 void KeepError(int level, const char* message, void* text) {
     if (text != nullptr && level <= FLUID_ERR) {
         *static_cast<std::string*>(text) = message;
@@ -66,8 +66,8 @@ struct FluidSynthesizer::Impl {
     Settings settings;
     Synth synth;  // after the settings: it must go first
     std::array<float, 2 * kBlockFrames> block{};
-    std::size_t used = 2 * kBlockFrames;  // floats of the block that were handed out
-    bool tuned = false;                   // a tuning message has come since the start
+    std::size_t used = 2 * kBlockFrames;  ///< floats of the block that were already used
+    bool tuned = false;                   ///< a tuning message came since the start
 
     std::optional<Error> Load();
     void RenderBlock() {
@@ -77,10 +77,10 @@ struct FluidSynthesizer::Impl {
     void EvenOutVoices();
     void Restart();
     void ForgetTunings();
-    [[nodiscard]] bool MasterVolume(std::span<const std::uint8_t> data) const;
+    [[nodiscard]] bool MasterVolume(std::span<const std::uint8_t> data);
 };
 
-/// Makes the synthesiser for this rate and gives it the SoundFont.
+/// Makes the synthesiser for this rate and loads the SoundFont.
 std::optional<Error> FluidSynthesizer::Impl::Load() {
     std::string reason;
     SendLogTo(&reason);
@@ -104,8 +104,8 @@ std::optional<Error> FluidSynthesizer::Impl::Load() {
     return {};
 }
 
-/// FluidSynth takes voices away only when it renders, and a system reset before that brings them
-/// back to life; so a block is rendered and dropped.
+/// FluidSynth removes voices only when it renders, and a system reset before that revives them; so
+/// a block is rendered and dropped.
 void FluidSynthesizer::Impl::Silence() {
     fluid_synth_all_sounds_off(synth.get(), -1);
     RenderBlock();
@@ -135,7 +135,7 @@ void FluidSynthesizer::Impl::EvenOutVoices() {
     fluid_synth_set_gain(synth.get(), static_cast<float>(kGain));
 }
 
-/// Tunings stay in FluidSynth's table after a reset; equal temperament stands for "none".
+/// Tunings stay in FluidSynth's table after a reset; equal temperament means "none".
 void FluidSynthesizer::Impl::ForgetTunings() {
     constexpr int entries = 128 * 128;
     std::array<double, 128> pitches{};
@@ -167,8 +167,8 @@ void FluidSynthesizer::Impl::Restart() {
                       nullptr, nullptr, nullptr, 0);
 }
 
-/// Universal real-time master volume, which FluidSynth itself passes over.
-bool FluidSynthesizer::Impl::MasterVolume(std::span<const std::uint8_t> data) const {
+/// Universal real-time master volume, which FluidSynth itself ignores.
+bool FluidSynthesizer::Impl::MasterVolume(std::span<const std::uint8_t> data) {
     if (data.size() != 6 || data[0] != 0x7F || data[2] != 0x04 || data[3] != 0x01) {
         return false;
     }

@@ -9,18 +9,18 @@ namespace {
 
 constexpr int kPiecesPerSecond = 200;
 constexpr int kPiecesAhead = 2;
-/// After a longer halt of the whole process the sound goes on from where it was.
+/// After the whole process has stood still for longer, the sound goes on from where it was.
 constexpr std::int64_t kLongestCatchUpSeconds = 1;
 
 }  // namespace
 
-SilentOutput::SilentOutput(int sampleRate, std::unique_ptr<FrameSink> sink)
+SilentOutput::SilentOutput(int sampleRate, std::optional<WavFile> file)
     : sampleRate_(sampleRate),
-      sink_(std::move(sink)),
+      file_(std::move(file)),
       piece_(2 * static_cast<std::size_t>(sampleRate / kPiecesPerSecond)) {}
 
 SilentOutput::~SilentOutput() {
-    Halt();
+    SilentOutput::Stop();
 }
 
 int SilentOutput::SampleRate() {
@@ -28,11 +28,9 @@ int SilentOutput::SampleRate() {
 }
 
 std::optional<Error> SilentOutput::Start(SoundSource& source) {
-    Halt();
-    if (sink_) {
-        if (auto error = sink_->Begin(sampleRate_)) {
-            return error;
-        }
+    Stop();
+    if (auto error = file_ ? file_->Begin(sampleRate_) : std::nullopt) {
+        return error;
     }
     source_ = &source;
     asked_ = 0;
@@ -43,10 +41,6 @@ std::optional<Error> SilentOutput::Start(SoundSource& source) {
 }
 
 void SilentOutput::Stop() {
-    Halt();
-}
-
-void SilentOutput::Halt() {
     if (!thread_.joinable()) {
         return;
     }
@@ -57,12 +51,12 @@ void SilentOutput::Halt() {
     wake_.notify_one();
     thread_.join();
     heardAtStop_ = std::min(Elapsed(), asked_.load());
-    if (sink_) {
-        sink_->End();
+    if (file_) {
+        file_->End();
     }
 }
 
-std::int64_t SilentOutput::FramesHeard() const {
+std::int64_t SilentOutput::FramesHeard() {
     return thread_.joinable() ? std::clamp<std::int64_t>(Elapsed(), 0, asked_) : heardAtStop_;
 }
 
@@ -77,8 +71,8 @@ std::int64_t SilentOutput::Elapsed() const {
 void SilentOutput::AskUpTo(std::int64_t frames) {
     while (asked_ < frames) {
         source_->Fill(piece_);
-        if (sink_) {
-            sink_->Take(piece_);
+        if (file_) {
+            file_->Take(piece_);
         }
         asked_ += static_cast<std::int64_t>(piece_.size() / 2);
     }

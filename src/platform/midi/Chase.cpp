@@ -25,14 +25,14 @@ enum Controller : std::uint8_t {
     OmniOff = 124
 };
 
-/// Controllers whose effect depends on those of this group that came before them.
+/// Controllers whose effect depends on earlier ones of this group.
 bool DependsOnOrder(std::uint8_t controller) {
     return controller == DataEntryMsb || controller == DataEntryLsb ||
            (controller >= DataIncrement && controller <= RpnMsb) ||
            controller == ResetAllControllers || controller >= OmniOff;
 }
 
-/// Which of the chased events hold for one channel, by their place in the list.
+/// The chased events that are in force for one channel, by their places in the list.
 struct Channel {
     Channel() {
         controllers.fill(kNone);
@@ -85,7 +85,7 @@ class Chaser {
     }
 
   private:
-    /// The newest event of a kind stays at its own place, so the order to all others is kept.
+    /// Keeps only the newest event of a kind, at its own place in the order.
     void Replace(std::uint32_t& place, std::uint32_t number) {
         Drop(place);
         place = static_cast<std::uint32_t>(list_.size());
@@ -98,8 +98,8 @@ class Chaser {
         }
     }
 
-    /// What a system-exclusive message does is not known, so it stays, and so does what stands
-    /// before it and may depend on a selection that the message takes back.
+    /// The effect of a system-exclusive message is unknown, so it is kept, and so are the data
+    /// entries before it, whose parameter selection it may change.
     void AddExclusive(std::uint32_t number) {
         list_.push_back(number);
         for (Channel& channel : channels_) {
@@ -123,8 +123,8 @@ class Chaser {
         Replace(channel.lastOrdered, number);
     }
 
-    /// A program comes from the bank selected before it; a bank selected after it waits for the
-    /// next program and must not be taken for this one's.
+    /// A program comes from the bank selected before it. A bank selected later belongs to the next
+    /// program and must not replace this one's.
     void TakeBank(Channel& channel, std::size_t part, Controller controller) {
         std::uint32_t& selected = channel.controllers.at(controller);
         if (selected != kNone) {

@@ -6,15 +6,14 @@
 
 namespace sonnel {
 
-/// Turns the readings of a sound device, which stand still between two updates and are not to be
-/// trusted in all, into a steady count of the frames heard.
+/// Turns the readings of a sound device, which stand still between two updates and may be wrong,
+/// into a steady count of the frames heard.
 class HeardFrames {
   public:
     explicit HeardFrames(int rate) : rate_(rate) {}
 
-    /// The frames heard at `now`, given what the device says and how many frames were rendered:
-    /// never more than those, and never less than the last time. Between two changes of the reading
-    /// it goes on with the clock.
+    /// The frames heard at `now`, from what the device reports: never more than were rendered, and
+    /// never less than the last time. Between two changes of the reading the clock is used.
     std::int64_t Update(std::int64_t reading, std::int64_t rendered, std::chrono::nanoseconds now);
 
   private:

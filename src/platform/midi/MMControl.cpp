@@ -10,241 +10,46 @@
 namespace sonnel {
 namespace {
 
-/// Sets a flag while it lives.
-class Flag {
-  public:
-    explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Flag() { flag_ = false; }
-    Flag(const Flag&) = delete;
-    Flag& operator=(const Flag&) = delete;
-
-  private:
-    bool& flag_;
-};
+/// Calls a copy of the handler, because a handler may replace itself.
+template <class Handler, class... Arguments>
+void Call(Handler handler, Arguments... arguments) {
+    if (handler) {
+        handler(arguments...);
+    }
+}
 
 }  // namespace
 
-struct MMControl::Impl {
-    Impl(MMControl& owner, Synthesizer& synthesizer, AudioOutput& audioOutput, Timer& ticks,
-         const Clock& time)
-        : control(owner), synth(synthesizer), output(audioOutput), timer(ticks), clock(time) {}
-
-    std::optional<Error> Open();
-    std::optional<Error> OpenFile(const std::string& name);
-    void Close();
-    void Play();
-    void Pause();
-    void Seek(std::int32_t ms);
-    void EndPlaying(MciMode next);
-    void RequestReport();
-    [[nodiscard]] bool ReportDue() const {
-        return mode == MciMode::Playing || reportDue || aborted > 0;
-    }
-
-    void Tick();
-    void Deliver();
-    bool DeliverStatus(std::uint64_t opening);
-    [[nodiscard]] bool DeliverDone(MciNotify how, std::uint64_t opening) const;
-    void UpdateTimer();
-
-    MMControl& control;
-    Synthesizer& synth;
-    AudioOutput& output;
-    Timer& timer;
-    const Clock& clock;
-
-    std::string fileName;
-    std::unique_ptr<OpenSong> song;
-    MciMode mode = MciMode::NotReady;
-    std::int32_t seekTarget = 0;
-    int updateInterval = 10;
-    int timerInterval = 0;  ///< 0 while the timer stands
-
-    std::uint64_t openings = 0;  ///< tells a handler's caller that the song has changed
-    int aborted = 0;             ///< Plays that were interrupted and not yet reported
-    bool reportDue = false;
-    bool pausing = false;  ///< until the Pause is heard
-    bool delivering = false;
-    int quiet = 0;
-};
-
-std::optional<Error> MMControl::Impl::Open() {
-    const std::string name = fileName;
-    Close();
-    auto error = OpenFile(name);
-    if (error) {
-        song.reset();
-        return error;
-    }
-    fileName = name;
-    mode = MciMode::Stopped;
-    RequestReport();
-    return std::nullopt;
-}
-
-std::optional<Error> MMControl::Impl::OpenFile(const std::string& name) {
-    const auto file = ReadSmfFile(PathFromUtf8(name));
-    if (!file) {
-        return file.error();
-    }
-    const int rate = std::max(1, output.SampleRate());
-    if (auto error = synth.Prepare(rate)) {
-        return error;
-    }
-    synth.Reset();
-    song = std::make_unique<OpenSong>(MakeSequence(*file, rate), synth, output, clock);
-    return song->Start();
-}
-
-void MMControl::Impl::Close() {
-    ++openings;
-    song.reset();
-    fileName.clear();
-    mode = MciMode::NotReady;
-    aborted = 0;
-    reportDue = false;
-    pausing = false;
-    UpdateTimer();
-}
-
-void MMControl::Impl::Play() {
-    if (mode != MciMode::Playing) {
-        output.Maintain();
-        mode = MciMode::Playing;
-        pausing = false;
-        song->Play();
-    }
-    RequestReport();
-}
-
-void MMControl::Impl::Pause() {
-    if (mode == MciMode::Playing) {
-        EndPlaying(MciMode::Paused);
-        song->Pause();
-        pausing = true;
-    }
-    RequestReport();
-}
-
-void MMControl::Impl::Seek(std::int32_t ms) {
-    EndPlaying(MciMode::Stopped);
-    pausing = false;
-    song->Seek(ms);
-    RequestReport();
-}
-
-void MMControl::Impl::EndPlaying(MciMode next) {
-    aborted += mode == MciMode::Playing ? 1 : 0;
-    mode = next;
-}
-
-void MMControl::Impl::RequestReport() {
-    reportDue = true;
-    UpdateTimer();
-}
-
-void MMControl::Impl::Tick() {
-    output.Maintain();
-    if (song) {
-        song->Tidy();
-    }
-    // The position has moved on since the report that followed the command.
-    if (pausing && song->Settled()) {
-        pausing = false;
-        reportDue = true;
-    }
-    // A handler may let events run: a report never overlaps another one.
-    if (song && quiet == 0 && !delivering && ReportDue()) {
-        const Flag flag(delivering);
-        Deliver();
-    }
-    UpdateTimer();
-}
-
-void MMControl::Impl::Deliver() {
-    const std::uint64_t opening = openings;
-    const bool ended = mode == MciMode::Playing && song->Ended();
-    if (ended) {
-        mode = MciMode::Stopped;
-    }
-    for (int i = std::exchange(aborted, 0); i > 0; --i) {
-        if (!DeliverDone(MciNotify::Aborted, opening)) {
-            return;
-        }
-    }
-    if (DeliverStatus(opening) && ended) {
-        (void)DeliverDone(MciNotify::Successful, opening);  // nothing comes after it
-    }
-}
-
-/// Both return whether the song is still the one that was open; a handler may have closed it.
-bool MMControl::Impl::DeliverStatus(std::uint64_t opening) {
-    reportDue = false;
-    if (const auto handler = control.onStatusUpdate) {
-        handler();
-    }
-    return openings == opening;
-}
-
-bool MMControl::Impl::DeliverDone(MciNotify how, std::uint64_t opening) const {
-    if (const auto handler = control.onDone) {
-        handler(how);
-    }
-    return openings == opening;
-}
-
-void MMControl::Impl::UpdateTimer() {
-    const bool needed = song && (ReportDue() || pausing || song->HasBacklog());
-    const int interval = needed ? updateInterval : 0;
-    if (interval == timerInterval) {
-        return;
-    }
-    timerInterval = interval;
-    if (needed) {
-        timer.Start(interval, [this] { Tick(); });
-    } else {
-        timer.Stop();
-    }
-}
-
 MMControl::MMControl(Synthesizer& synthesizer, AudioOutput& output, Timer& timer,
                      const Clock& clock)
-    : impl_(std::make_unique<Impl>(*this, synthesizer, output, timer, clock)) {}
+    : synth_(synthesizer), output_(output), timer_(timer), clock_(clock) {}
 
 MMControl::~MMControl() {
-    impl_->Close();
-}
-
-void MMControl::SetFileName(std::string fileName) {
-    impl_->fileName = std::move(fileName);
-}
-
-const std::string& MMControl::FileName() const {
-    return impl_->fileName;
+    Close();
 }
 
 std::optional<Error> MMControl::Command(MciCommand command) {
     if (command == MciCommand::Open) {
-        return impl_->Open();
+        return Open();
     }
-    if (!impl_->song) {
+    if (!song_) {
         return std::nullopt;
     }
     switch (command) {
         case MciCommand::Close:
-            impl_->Close();
+            Close();
             break;
         case MciCommand::Play:
-            impl_->Play();
+            Play();
             break;
         case MciCommand::Pause:
-            impl_->Pause();
+            Pause();
             break;
         case MciCommand::Seek:
-            impl_->Seek(impl_->seekTarget);
+            Seek(seekTarget_);
             break;
         case MciCommand::Prev:
-            impl_->Seek(0);
+            Seek(0);
             break;
         case MciCommand::Open:
             break;
@@ -252,33 +57,147 @@ std::optional<Error> MMControl::Command(MciCommand command) {
     return std::nullopt;
 }
 
-MciMode MMControl::Mode() const {
-    return impl_->mode;
+std::optional<Error> MMControl::Open() {
+    const std::string name = fileName_;
+    Close();
+    auto error = OpenFile(name);
+    if (error) {
+        song_.reset();
+        return error;
+    }
+    fileName_ = name;
+    mode_ = MciMode::Stopped;
+    RequestReport();
+    return std::nullopt;
 }
 
-std::int32_t MMControl::Position() const {
-    return impl_->song ? impl_->song->PositionMs() : 0;
+std::optional<Error> MMControl::OpenFile(const std::string& name) {
+    const auto file = ReadSmfFile(PathFromUtf8(name));
+    if (!file) {
+        return file.error();
+    }
+    const int rate = std::max(1, output_.SampleRate());
+    if (auto error = synth_.Prepare(rate)) {
+        return error;
+    }
+    synth_.Reset();
+    song_ = std::make_unique<OpenSong>(MakeSequence(*file, rate), synth_, output_, clock_);
+    return song_->Start();
+}
+
+void MMControl::Close() {
+    ++openings_;
+    song_.reset();
+    fileName_.clear();
+    mode_ = MciMode::NotReady;
+    aborted_ = 0;
+    reportDue_ = false;
+    pausing_ = false;
+    UpdateTimer();
+}
+
+void MMControl::Play() {
+    if (mode_ != MciMode::Playing) {
+        output_.Maintain();
+        mode_ = MciMode::Playing;
+        pausing_ = false;
+        song_->Play();
+    }
+    RequestReport();
+}
+
+void MMControl::Pause() {
+    if (mode_ == MciMode::Playing) {
+        EndPlaying(MciMode::Paused);
+        song_->Pause();
+        pausing_ = true;
+    }
+    RequestReport();
+}
+
+void MMControl::Seek(std::int32_t ms) {
+    EndPlaying(MciMode::Stopped);
+    pausing_ = false;
+    song_->Seek(ms);
+    RequestReport();
+}
+
+void MMControl::EndPlaying(MciMode next) {
+    aborted_ += mode_ == MciMode::Playing ? 1 : 0;
+    mode_ = next;
+}
+
+void MMControl::RequestReport() {
+    reportDue_ = true;
+    UpdateTimer();
+}
+
+bool MMControl::ReportDue() const {
+    return mode_ == MciMode::Playing || reportDue_ || aborted_ > 0;
+}
+
+void MMControl::Tick() {
+    output_.Maintain();
+    if (song_) {
+        song_->Tidy();
+    }
+    // The position has moved on since the report that followed the command.
+    if (pausing_ && song_->Settled()) {
+        pausing_ = false;
+        reportDue_ = true;
+    }
+    if (song_ && quiet_ == 0 && ReportDue()) {
+        const Quiet quiet(*this);  // a handler may let events run, and reports never overlap
+        Deliver();
+    }
+    UpdateTimer();
+}
+
+void MMControl::Deliver() {
+    const bool ended = mode_ == MciMode::Playing && song_->Ended();
+    if (ended) {
+        mode_ = MciMode::Stopped;
+    }
+    // Once a handler has opened or closed a song, the remaining reports no longer apply.
+    const std::uint64_t opening = openings_;
+    for (int i = std::exchange(aborted_, 0); i > 0 && openings_ == opening; --i) {
+        Call(onDone, MciNotify::Aborted);
+    }
+    if (openings_ != opening) {
+        return;
+    }
+    reportDue_ = false;
+    Call(onStatusUpdate);
+    if (ended && openings_ == opening) {
+        Call(onDone, MciNotify::Successful);
+    }
+}
+
+void MMControl::UpdateTimer() {
+    const bool needed = song_ && (ReportDue() || pausing_ || song_->HasBacklog());
+    const int interval = needed ? updateInterval_ : 0;
+    if (interval == timerInterval_) {
+        return;
+    }
+    timerInterval_ = interval;
+    if (needed) {
+        timer_.Start(interval, [this] { Tick(); });
+    } else {
+        timer_.Stop();
+    }
+}
+
+std::int32_t MMControl::Position() {
+    return song_ ? song_->PositionMs() : 0;
 }
 
 std::int32_t MMControl::Length() const {
-    return impl_->song ? impl_->song->LengthMs() : 0;
-}
-
-void MMControl::SetTo(std::int32_t ms) {
-    impl_->seekTarget = ms;
+    return song_ ? song_->LengthMs() : 0;
 }
 
 void MMControl::SetUpdateInterval(int ms) {
-    impl_->updateInterval = std::max(1, ms);
-    impl_->UpdateTimer();
-}
-
-MMControl::Quiet::Quiet(MMControl& control) : control_(control) {
-    ++control_.impl_->quiet;
-}
-
-MMControl::Quiet::~Quiet() {
-    --control_.impl_->quiet;
+    updateInterval_ = std::max(1, ms);
+    UpdateTimer();
 }
 
 }  // namespace sonnel

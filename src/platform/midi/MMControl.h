@@ -11,9 +11,11 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <utility>
 
 namespace sonnel {
+
+class OpenSong;
 
 /// State of the sequencer, with the numbers it shows.
 enum class MciMode : int {
@@ -40,26 +42,26 @@ class MMControl {
     MMControl(const MMControl&) = delete;
     MMControl& operator=(const MMControl&) = delete;
 
-    /// The file the next Open opens; "" when no file is open. Closing
-    /// a file and a failed Open empty it.
-    void SetFileName(std::string fileName);
-    [[nodiscard]] const std::string& FileName() const;
+    /// The file that the next Open opens; "" when no file is open. Close and a failed Open clear
+    /// it.
+    void SetFileName(std::string fileName) { fileName_ = std::move(fileName); }
+    [[nodiscard]] const std::string& FileName() const { return fileName_; }
 
-    /// Carries out a command. Only Open says what went wrong; the others ignore what cannot be
-    /// done.
+    /// Carries out a command. Only Open reports an error; the others ignore what cannot be done.
     std::optional<Error> Command(MciCommand command);
 
-    [[nodiscard]] MciMode Mode() const;
-    /// Position heard, in milliseconds; never goes back while playing.
-    [[nodiscard]] std::int32_t Position() const;
+    [[nodiscard]] MciMode Mode() const { return mode_; }
+    /// The position that is heard, in milliseconds; never goes back while playing.
+    [[nodiscard]] std::int32_t Position();
     /// Length of the open file in milliseconds: its last event that is not an end-of-track mark.
     [[nodiscard]] std::int32_t Length() const;
     /// Target of the next Seek, in milliseconds; beyond the end means the end.
-    void SetTo(std::int32_t ms);
+    void SetTo(std::int32_t ms) { seekTarget_ = ms; }
 
     /// Asks for status reports every `ms` milliseconds while playing, one after each command, and
     /// one when the last sound before a Pause has been heard.
     void SetUpdateInterval(int ms);
+    /// Handlers are called by the timer. Whoever sets one clears it before it goes away.
     std::function<void()> onStatusUpdate;
     /// Play completes with Successful at the end of the song, with Aborted by Pause and Seek.
     std::function<void(MciNotify)> onDone;
@@ -67,8 +69,8 @@ class MMControl {
     /// While one of these lives no report and no completion is delivered; they come afterwards.
     class Quiet {
       public:
-        explicit Quiet(MMControl& control);
-        ~Quiet();
+        explicit Quiet(MMControl& control) : control_(control) { ++control_.quiet_; }
+        ~Quiet() { --control_.quiet_; }
         Quiet(const Quiet&) = delete;
         Quiet& operator=(const Quiet&) = delete;
 
@@ -77,8 +79,36 @@ class MMControl {
     };
 
   private:
-    struct Impl;
-    std::unique_ptr<Impl> impl_;
+    std::optional<Error> Open();
+    std::optional<Error> OpenFile(const std::string& name);
+    void Close();
+    void Play();
+    void Pause();
+    void Seek(std::int32_t ms);
+    void EndPlaying(MciMode next);
+    void RequestReport();
+    [[nodiscard]] bool ReportDue() const;
+    void Tick();
+    void Deliver();
+    void UpdateTimer();
+
+    Synthesizer& synth_;
+    AudioOutput& output_;
+    Timer& timer_;
+    const Clock& clock_;
+
+    std::string fileName_;
+    std::unique_ptr<OpenSong> song_;
+    MciMode mode_ = MciMode::NotReady;
+    std::int32_t seekTarget_ = 0;
+    int updateInterval_ = 10;
+    int timerInterval_ = 0;  ///< 0 while the timer is stopped
+
+    std::uint64_t openings_ = 0;  ///< counts Open and Close
+    int aborted_ = 0;             ///< Plays that were interrupted and not yet reported
+    bool reportDue_ = false;
+    bool pausing_ = false;  ///< until the Pause is heard
+    int quiet_ = 0;         ///< so many Quiets live
 };
 
 /// The player's test for playing: true for the modes 526 and 527 only.

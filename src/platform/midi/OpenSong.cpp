@@ -34,12 +34,11 @@ void OpenSong::Pause() {
 }
 
 void OpenSong::Seek(std::int32_t ms) {
-    seekMs_ = std::clamp(ms, 0, sequence_.lengthMs);
-    seekFrame_ = seekMs_ == sequence_.lengthMs
+    const double frame = 1e-3 * std::max(ms, 0) * sequence_.rate;
+    seekFrame_ = ms >= sequence_.lengthMs
                      ? sequence_.endFrame
-                     : std::min(RoundHalfEven<std::int64_t>(1e-3 * seekMs_ * sequence_.rate),
-                                sequence_.endFrame);
-    backlog_.clear();  // a Seek makes an end of all that waits before it
+                     : std::min(RoundHalfEven<std::int64_t>(frame), sequence_.endFrame);
+    backlog_.clear();  // a Seek replaces all commands before it
     auto chase = std::make_unique<const ChaseList>(
         ChaseList{serial_ + 1, Chase(sequence_, sequence_.FirstAt(seekFrame_))});
     const std::vector<std::uint32_t>* events = &chase->events;
@@ -68,7 +67,7 @@ void OpenSong::Tidy() {
     }
 }
 
-/// What the engine did last, as far as it is heard.
+/// The last thing the engine did that is already heard.
 EngineSegment OpenSong::Heard() {
     const std::int64_t rendered = engine_.FramesRendered();
     const std::int64_t heard = heard_.Update(output_.FramesHeard(), rendered, clock_.Steady());
@@ -97,9 +96,6 @@ bool OpenSong::Ended() {
 }
 
 std::int32_t OpenSong::ToMs(std::int64_t songFrame) const {
-    if (songFrame == seekFrame_) {
-        return seekMs_;
-    }
     if (songFrame >= sequence_.endFrame) {
         return sequence_.lengthMs;
     }

@@ -15,8 +15,8 @@
 
 namespace sonnel {
 
-/// A song while it is open, as the user-interface thread sees it: hands commands to the engine and
-/// knows which place of the song is being heard.
+/// An open song on the user-interface thread: sends commands to the engine and works out which
+/// place of the song is heard.
 class OpenSong {
   public:
     /// The synthesiser must be freshly reset.
@@ -29,20 +29,20 @@ class OpenSong {
     std::optional<Error> Start();
     void Play();
     void Pause();
-    /// Puts the song to a place; before the start and past the end mean these.
+    /// Moves to a place, at most to the start or the end.
     void Seek(std::int32_t ms);
 
     [[nodiscard]] std::int32_t LengthMs() const { return sequence_.lengthMs; }
-    /// The place that is heard, in milliseconds; right after a Seek its target.
+    /// The place that is heard, in milliseconds; right after a Seek, its target.
     [[nodiscard]] std::int32_t PositionMs();
     /// True when the last command is heard.
     [[nodiscard]] bool Settled() { return Heard().serial >= serial_; }
     /// True when the end of the last Play has been heard.
     [[nodiscard]] bool Ended();
 
-    /// Hands over what the engine had no room for and frees what it no longer needs.
+    /// Sends the commands that the engine had no room for and frees what it no longer needs.
     void Tidy();
-    /// True while Tidy is to be called again.
+    /// True while Tidy has to be called again.
     [[nodiscard]] bool HasBacklog() const { return !backlog_.empty(); }
 
   private:
@@ -64,7 +64,6 @@ class OpenSong {
     std::uint64_t playSerial_ = 0;
     std::uint64_t seekSerial_ = 0;
     std::int64_t seekFrame_ = 0;
-    std::int32_t seekMs_ = 0;
     std::deque<EngineSegment> segments_;
     std::deque<EngineCommand> backlog_;
     std::deque<std::unique_ptr<const ChaseList>> chases_;

@@ -8,7 +8,7 @@
 namespace sonnel {
 namespace {
 
-/// Adds the messages of one track to a sequence, their ticks standing in for their frames.
+/// Adds the messages of one track to a sequence, with ticks in place of frames for now.
 class TrackPlayer {
   public:
     explicit TrackPlayer(Sequence& sequence) : sequence_(sequence) {}
@@ -63,7 +63,7 @@ class TrackPlayer {
         }
     }
 
-    /// Many files leave the final F7 out, so what comes next ends a message too.
+    /// Many files leave out the final F7, so the next event ends a message too.
     void FinishExclusive() {
         if (!open_) {
             return;

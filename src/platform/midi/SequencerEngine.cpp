@@ -7,6 +7,7 @@
 namespace sonnel {
 namespace {
 
+constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
 constexpr int kFadesPerSecond = 200;  // 5 ms each
 /// A synthesiser with all its voices in use takes some 7 microseconds for a note, so this many take
 /// about as long as the window lasts.
@@ -27,18 +28,12 @@ SequencerEngine::SequencerEngine(const Sequence& sequence, Synthesizer& synthesi
 
 void SequencerEngine::Fill(std::span<float> out) noexcept {
     while (out.size() >= 2) {
-        if (restoring_) {
+        if (state_ == State::Restoring) {
             RestoreSome();
         }
         TakeCommands();
-        auto frames = static_cast<std::int64_t>(out.size() / 2);
-        if (fading_) {
-            frames = std::min(frames, level_);
-        } else if (restoring_) {
-            frames = std::min(frames, kWindowFrames);
-        } else if (running_) {
-            frames = std::min(frames, SendDue());
-        }
+        const auto room = static_cast<std::int64_t>(out.size() / 2);
+        const std::int64_t frames = std::min(room, FramesToNextStep());
         const auto samples = 2 * static_cast<std::size_t>(frames);
         RenderBlock(out.first(samples));
         out = out.subspan(samples);
@@ -48,7 +43,7 @@ void SequencerEngine::Fill(std::span<float> out) noexcept {
 
 void SequencerEngine::TakeCommands() noexcept {
     EngineCommand command;
-    while (!fading_ && !restoring_ && commands_.Pop(command)) {
+    while (state_ != State::Fading && state_ != State::Restoring && commands_.Pop(command)) {
         serial_ = command.serial;
         switch (command.kind) {
             case EngineCommand::Kind::Play:
@@ -65,62 +60,58 @@ void SequencerEngine::TakeCommands() noexcept {
 }
 
 void SequencerEngine::HandlePlay() noexcept {
-    if (restorePending_) {
-        playAfterFade_ = true;
-        StartFade();
+    if (state_ == State::Rewound) {
+        StartFade(Goal::RestoredAndPlaying);
     } else {
-        StartPlaying();
+        Enter(State::Playing);
     }
 }
 
 void SequencerEngine::HandlePause() noexcept {
-    running_ = false;
-    ended_ = false;
-    Publish();
-    StartFade();
+    const Goal goal = state_ == State::Rewound ? Goal::Restored : Goal::Silence;
+    Enter(State::Stopped);
+    StartFade(goal);
 }
 
 void SequencerEngine::HandleSeek(const EngineCommand& command) noexcept {
     seek_ = command;
-    restorePending_ = true;
     songFrame_ = command.frame;
     cursor_ = sequence_.FirstAt(command.frame);
     window_ = -1;
-    running_ = false;
-    const bool rewound = ended_;
-    ended_ = false;
-    Publish();
-    if (rewound) {
-        // The last chord may ring on while the song is rewound; Play will restore.
+    if (state_ == State::Ended) {
+        Enter(State::Rewound);
         ReleaseNotes();
     } else {
-        StartFade();
+        Enter(State::Stopped);
+        StartFade(Goal::Restored);
     }
 }
 
-void SequencerEngine::StartPlaying() noexcept {
-    running_ = true;
-    ended_ = false;
-    Publish();
+/// Enters a state and reports it to the other thread, with the place in the song.
+void SequencerEngine::Enter(State state) noexcept {
+    state_ = state;
+    segments_.Push(
+        {streamFrame_, songFrame_, serial_, state == State::Playing, state == State::Ended});
 }
 
-void SequencerEngine::StartFade() noexcept {
-    fading_ = true;
+void SequencerEngine::StartFade(Goal goal) noexcept {
+    state_ = State::Fading;
+    goal_ = goal;
     if (level_ == 0) {
         FinishFade();
     }
 }
 
 void SequencerEngine::FinishFade() noexcept {
-    fading_ = false;
     synth_.AllSoundOff();
-    if (restorePending_) {
-        restorePending_ = false;
-        synth_.Reset();
-        restoring_ = true;
-        restoredEvents_ = 0;
-        RestoreSome();
+    if (goal_ == Goal::Silence) {
+        state_ = State::Stopped;
+        return;
     }
+    synth_.Reset();
+    state_ = State::Restoring;
+    restoredEvents_ = 0;
+    RestoreSome();
 }
 
 void SequencerEngine::ReleaseNotes() noexcept {
@@ -132,7 +123,7 @@ void SequencerEngine::ReleaseNotes() noexcept {
     }
 }
 
-/// Sends the next of the chased events, and begins to play after the last of them when that is due.
+/// Sends the next of the chased events; after the last one the song stands still or plays.
 void SequencerEngine::RestoreSome() noexcept {
     const std::vector<std::uint32_t>& chase = *seek_.chase;
     const std::size_t end = std::min(chase.size(), restoredEvents_ + kMostInWindow);
@@ -142,12 +133,26 @@ void SequencerEngine::RestoreSome() noexcept {
     if (restoredEvents_ < chase.size()) {
         return;
     }
-    restoring_ = false;
     level_ = fadeFrames_;
     restored_.store(seek_.serial, std::memory_order_release);
-    if (playAfterFade_) {
-        playAfterFade_ = false;
-        StartPlaying();
+    if (goal_ == Goal::RestoredAndPlaying) {
+        Enter(State::Playing);
+    } else {
+        state_ = State::Stopped;
+    }
+}
+
+/// Frames that can be rendered at once before there is something to do.
+std::int64_t SequencerEngine::FramesToNextStep() noexcept {
+    switch (state_) {
+        case State::Fading:
+            return level_;
+        case State::Restoring:
+            return kWindowFrames;
+        case State::Playing:
+            return SendDue();
+        default:
+            return kNever;
     }
 }
 
@@ -166,10 +171,8 @@ std::int64_t SequencerEngine::SendDue() noexcept {
         Send(events[cursor_++]);
     }
     if (songFrame_ >= sequence_.endFrame) {
-        running_ = false;
-        ended_ = true;
-        Publish();
-        return std::numeric_limits<std::int64_t>::max();
+        Enter(State::Ended);
+        return kNever;
     }
     const std::int64_t next = cursor_ < events.size() ? events[cursor_].frame : sequence_.endFrame;
     return next - songFrame_;
@@ -187,30 +190,24 @@ void SequencerEngine::RenderBlock(std::span<float> block) noexcept {
     const auto frames = static_cast<std::int64_t>(block.size() / 2);
     synth_.Render(block);
     streamFrame_ += frames;
-    if (running_) {
+    if (state_ == State::Playing) {
         songFrame_ += frames;
     }
-    if (fading_ || level_ < fadeFrames_) {
-        Ramp(block);
-    }
+    Ramp(block);
 }
 
-/// Takes the sound down to silence, or up again (an echo may be left), without a step that would
-/// click.
+/// Takes the sound down to silence, or up again (an echo may be left), without a click.
 void SequencerEngine::Ramp(std::span<float> block) noexcept {
-    for (std::size_t i = 0; i + 1 < block.size() && (fading_ || level_ < fadeFrames_); i += 2) {
-        level_ += fading_ ? -1 : 1;
+    const bool fading = state_ == State::Fading;
+    for (std::size_t i = 0; i + 1 < block.size() && (fading || level_ < fadeFrames_); i += 2) {
+        level_ += fading ? -1 : 1;
         const float gain = static_cast<float>(level_) / static_cast<float>(fadeFrames_);
         block[i] *= gain;
         block[i + 1] *= gain;
     }
-    if (fading_ && level_ == 0) {
+    if (fading && level_ == 0) {
         FinishFade();
     }
-}
-
-void SequencerEngine::Publish() noexcept {
-    segments_.Push({streamFrame_, songFrame_, serial_, running_, ended_});
 }
 
 }  // namespace sonnel

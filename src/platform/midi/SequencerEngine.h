@@ -12,8 +12,8 @@
 
 namespace sonnel {
 
-/// What the engine is to do. Serials count up from 1. The events to chase stay the sender's and
-/// must live until Restored() has reached the serial.
+/// A command to the engine. Serials count up from 1. The sender owns the events to chase and keeps
+/// them until Restored() has reached the serial.
 struct EngineCommand {
     enum class Kind { Play, Pause, Seek };
     Kind kind = Kind::Play;
@@ -22,8 +22,8 @@ struct EngineCommand {
     const std::vector<std::uint32_t>* chase = nullptr;  ///< of a Seek, never null: see Chase()
 };
 
-/// From `streamFrame` of the sound output on the song is at `songFrame`, and goes on from there
-/// when it is running.
+/// At `streamFrame` of the sound output the song is at `songFrame`, and advances from there when it
+/// is running.
 struct EngineSegment {
     std::int64_t streamFrame = 0;
     std::int64_t songFrame = 0;
@@ -33,9 +33,9 @@ struct EngineSegment {
 };
 
 /// Plays a sequence on a synthesiser, on the sound output's thread: it neither locks, allocates nor
-/// throws. Post, NextSegment and the counters are for one other thread. While the song does not run
-/// the synthesiser is still rendered, so what rings on is heard. Where a song has more messages at
-/// once than can be sent in time, they come a little later, so that the sound goes on.
+/// throws. Post, NextSegment and the counters are for one other thread. The synthesiser is also
+/// rendered while the song stands still, so that its last sound can fade away. When a song has more
+/// messages at once than can be sent in time, some are sent late so that the sound has no gaps.
 class SequencerEngine final : public SoundSource {
   public:
     /// Both must outlive the engine; the synthesiser is freshly reset.
@@ -43,11 +43,11 @@ class SequencerEngine final : public SoundSource {
 
     void Fill(std::span<float> out) noexcept override;
 
-    /// Hands a command over; false when there is no room for it now. Each gives at most two
-    /// segments; there is room for all as long as NextSegment is emptied before each Post.
+    /// Hands a command over; false when the queue is full. Each command gives at most two segments,
+    /// which always fit when NextSegment is called until it returns false before each Post.
     bool Post(const EngineCommand& command) noexcept { return commands_.Push(command); }
     bool NextSegment(EngineSegment& segment) noexcept { return segments_.Pop(segment); }
-    /// Frames given to the output so far. All segments that begin before are there to be taken.
+    /// Frames given to the output so far. All segments that begin before them can be taken.
     [[nodiscard]] std::int64_t FramesRendered() const noexcept {
         return rendered_.load(std::memory_order_acquire);
     }
@@ -57,20 +57,31 @@ class SequencerEngine final : public SoundSource {
     }
 
   private:
+    enum class State : std::uint8_t {
+        Stopped,   ///< the song stands still
+        Playing,   ///< the song runs
+        Ended,     ///< it ran to its end; the last sound rings on
+        Rewound,   ///< then it was sought: the sound rings on, restoring waits for Play or Pause
+        Fading,    ///< the sound goes down to silence, then on to goal_
+        Restoring  ///< the chased events are being sent, then on to goal_
+    };
+    /// Where Fading and Restoring lead.
+    enum class Goal : std::uint8_t { Silence, Restored, RestoredAndPlaying };
+
     void TakeCommands() noexcept;
     void HandlePlay() noexcept;
     void HandlePause() noexcept;
     void HandleSeek(const EngineCommand& command) noexcept;
-    void StartPlaying() noexcept;
-    void StartFade() noexcept;
+    void Enter(State state) noexcept;
+    void StartFade(Goal goal) noexcept;
     void FinishFade() noexcept;
     void ReleaseNotes() noexcept;
     void RestoreSome() noexcept;
+    std::int64_t FramesToNextStep() noexcept;
     std::int64_t SendDue() noexcept;
     void Send(const SequenceEvent& event) noexcept;
     void RenderBlock(std::span<float> block) noexcept;
     void Ramp(std::span<float> block) noexcept;
-    void Publish() noexcept;
 
     const Sequence& sequence_;
     Synthesizer& synth_;
@@ -82,14 +93,10 @@ class SequencerEngine final : public SoundSource {
     std::int64_t window_ = -1;  ///< of the song: this many kWindowFrames from its start
     int room_ = 0;              ///< messages that may still be sent in it
     std::uint64_t serial_ = 0;
-    bool running_ = false;
-    bool ended_ = false;
-    EngineCommand seek_;           ///< whose restoring is still to be done
-    bool restorePending_ = false;  ///< for seek_
-    bool restoring_ = false;       ///< it is under way
+    State state_ = State::Stopped;
+    Goal goal_ = Goal::Silence;
+    EngineCommand seek_;  ///< the last Seek
     std::size_t restoredEvents_ = 0;
-    bool playAfterFade_ = false;  ///< and after the restoring it leads to
-    bool fading_ = false;
     std::int64_t level_;  ///< of the sound: 0 is silence, fadeFrames_ all of it
 
     SpscRing<EngineCommand, 64> commands_;

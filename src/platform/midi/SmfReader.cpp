@@ -32,9 +32,9 @@ int DataBytes(std::uint8_t status) {
     return kind == 0xC0 || kind == 0xD0 ? 1 : 2;
 }
 
-/// Reads the events of one track chunk until its end-of-track mark or the first that makes no
-/// sense. Their number is not known before: with no place to put them they are only counted, so
-/// that the place can be made to measure.
+/// Reads the events of one track chunk up to its end-of-track mark or the first that makes no
+/// sense. Without a track to fill it only counts them, so that the track can reserve exactly their
+/// room.
 class TrackReader {
   public:
     TrackReader(std::string_view bytes, std::size_t begin, SmfTrack* events)
@@ -82,7 +82,7 @@ class TrackReader {
         if (status >= 0x80) {
             ++pos_;
         } else if (running_ != 0) {
-            // A meta or exclusive event ends the running status, but there are files that go on.
+            // A meta or exclusive event ends the running status, but some files go on using it.
             damaged = damaged || runningEnded_;
             status = running_;
         } else {
@@ -140,7 +140,7 @@ class TrackReader {
         return !ended_;
     }
 
-    /// System common and real-time messages have no place in a file.
+    /// System common and real-time messages do not belong in a file.
     bool SkipSystemMessage(std::uint8_t status) {
         damaged = true;
         const std::size_t count = status == 0xF2 ? 2 : (status == 0xF1 || status == 0xF3 ? 1 : 0);
@@ -199,7 +199,7 @@ bool IsChunkName(std::string_view name) {
     return std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-/// Reads the track chunk that begins at `begin`; returns where the next chunk is to be sought.
+/// Reads the track chunk that begins at `begin`; returns where to look for the next chunk.
 std::size_t ReadTrack(SmfFile& file, std::size_t begin, std::size_t end) {
     const std::string_view bytes = file.bytes;
     TrackReader counter(bytes.substr(0, end), begin, nullptr);

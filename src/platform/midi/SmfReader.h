@@ -12,7 +12,7 @@
 
 namespace sonnel {
 
-/// Numbers of the errors with which a file is refused.
+/// Error numbers of refused files.
 enum class SmfError : int { NotMidi = 1001, Format = 1002, NoTracks = 1003, TooLarge = 1004 };
 
 constexpr std::uint8_t kSysEx = 0xF0;
@@ -23,7 +23,7 @@ constexpr std::uint8_t kMetaEndOfTrack = 0x2F;
 constexpr std::uint8_t kMetaTempo = 0x51;
 
 /// One event of a track. A channel message has its data bytes in `data1` and `data2` (0 when it has
-/// one byte only); the bytes of all others are read through SmfFile::Data.
+/// one byte only); for the bytes of others see SmfFile::Data.
 struct SmfEvent {
     std::uint64_t tick = 0;    ///< since the start of the track
     std::uint32_t offset = 0;  ///< of the data in the file
@@ -43,8 +43,8 @@ struct SmfEvent {
 /// short.
 [[nodiscard]] std::optional<std::uint32_t> TempoOf(std::string_view data);
 
-/// What a tick is: a part of a quarter note, or of a frame of film when `framesPerSecond` is not 0
-/// (29 stands for 30000/1001).
+/// What a tick is: a part of a quarter note, or of a film frame when `framesPerSecond` is not 0 (29
+/// stands for 30000/1001).
 struct SmfDivision {
     int framesPerSecond = 0;
     int ticks = 96;
@@ -68,7 +68,7 @@ struct SmfFile {
 };
 
 /// Reads a file of format 0 or 1. Tracks that are cut off or broken are read as far as they make
-/// sense. Refused are what is no MIDI file, other formats and a file without a track.
+/// sense. Refuses what is not a MIDI file, other formats, and a file without a track.
 [[nodiscard]] Result<SmfFile> ReadSmf(std::string bytes);
 
 /// The same for a file on disk. One that cannot be read is refused with the system's number and

@@ -7,8 +7,8 @@
 
 namespace sonnel {
 
-/// When the ticks of a file come. The tempo changes of all tracks count for all tracks. Times past
-/// the range of 32-bit milliseconds stop at its end.
+/// The times of a file's ticks. The tempo changes of all tracks count for all tracks. Times are at
+/// most the largest 32-bit number of milliseconds.
 class TempoMap {
   public:
     explicit TempoMap(const SmfFile& file);

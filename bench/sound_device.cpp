@@ -1,7 +1,10 @@
-// Plays a song into the real sound device, with the player's own sequencer and synthesiser, and
-// compares what is heard there with the position the sequencer shows.
-//   sonnel_audio_device_test sync PIPE   the position at each onset, against the recording in PIPE
-//   sonnel_audio_device_test loss        plays for ten seconds while the device goes and comes
+// Plays a song on the default sound device, with the player's own sequencer and synthesiser. Run by
+// sound_device.py.
+//   sound_device sync PIPE   compares the position at each onset with the recording in PIPE; prints
+//                            the largest difference in milliseconds
+//   sound_device loss        plays for ten seconds while the device goes away and comes back;
+//   prints
+//                            the longest time in milliseconds in which the position stood still
 
 #include "fakes/ManualTimer.h"
 #include "fakes/SmallSoundFont.h"
@@ -16,10 +19,8 @@
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <exception>
 #include <iostream>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -34,7 +35,6 @@ using Steady = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr double kToleranceMs = 25;
 constexpr int kRecordingRate = 48000;
 constexpr int kClicks = 40;
 
@@ -48,8 +48,8 @@ int ClickMs(int number) {
     return 1500 + 200 * number + 30 * (number * number % 4);
 }
 
-/// A song of side sticks, a sound that is there with its first milliseconds and soon gone, without
-/// echo. A tick is a millisecond. A last note nobody hears keeps the song going.
+/// A song of side sticks, which are loud from their first milliseconds and soon over, without echo.
+/// A tick is a millisecond. A last, silent event keeps the song going.
 std::string ClickSong() {
     constexpr int drums = 9;
     constexpr int sideStick = 37;
@@ -79,7 +79,7 @@ class Player {
         }
         control_.Command(MciCommand::Play);
     }
-    /// The position in milliseconds. To be asked often: runs the timer of the user interface.
+    /// The position in milliseconds. To be called often, because it runs the timer.
     int Position() {
         if (Steady::now() >= next_) {
             next_ = Steady::now() + milliseconds(10);
@@ -106,7 +106,7 @@ class Recording {
     Recording& operator=(const Recording&) = delete;
     ~Recording() { close(file_); }
 
-    /// Takes what has come; false when that is nothing.
+    /// Takes what has arrived; false when nothing has.
     bool Read() {
         std::array<float, 8192> samples{};
         const ssize_t bytes = read(file_, samples.data(), sizeof samples);
@@ -142,8 +142,8 @@ class Recording {
         std::size_t frames = 0;  // received so far
     };
 
-    /// A reading can only come late, never early: of the readings within a second after the frame
-    /// the one that puts the frame earliest tells when it sounded.
+    /// A reading can only come late, never early: the reading within a second after the frame that
+    /// gives the earliest time is the right one.
     Steady::time_point TimeOf(std::size_t frame) const {
         Steady::time_point earliest = Steady::time_point::max();
         for (const Arrival& arrival : arrivals_) {
@@ -169,12 +169,12 @@ struct Reading {
 std::vector<Reading> Play(Recording& recording) {
     CubebOutput output;
     Player player(output);
-    std::cout << "output: " << output.System() << ", " << output.SampleRate() << " Hz, latency "
+    std::cerr << "output: " << output.System() << ", " << output.SampleRate() << " Hz, latency "
               << output.LatencyFrames() * 1000.0 / output.SampleRate() << " ms\n";
     std::vector<Reading> readings;
     const Steady::time_point limit = Steady::now() + seconds(30);
-    // The stream runs on until its last click is recorded: the sink works in other steps when a
-    // stream ends, which moves what it has in hand.
+    // The stream runs on until its last click is recorded, because the sink changes its step when a
+    // stream ends, and that moves what is still to be heard.
     for (int position = 0; position < ClickMs(kClicks - 1) + 1500 && Steady::now() < limit;) {
         position = player.Position();
         readings.push_back({Steady::now(), position});
@@ -184,9 +184,9 @@ std::vector<Reading> Play(Recording& recording) {
     return readings;
 }
 
-/// The farthest that the position reported is from what is heard, in milliseconds; nothing when not
-/// exactly the clicks were heard.
-std::optional<double> Worst(const std::string& pipe) {
+/// Prints how far the position reported is at most from what is heard. Fails when other onsets than
+/// the clicks are heard.
+bool MeasureSync(const std::string& pipe) {
     Recording recording(pipe);
     for (const auto limit = Steady::now() + seconds(10); !recording.Read();) {
         if (Steady::now() > limit) {
@@ -197,8 +197,8 @@ std::optional<double> Worst(const std::string& pipe) {
     const std::vector<Reading> readings = Play(recording);
     const auto heard = recording.Onsets();
     if (heard.size() != kClicks) {
-        std::cout << kClicks << " onsets were played, " << heard.size() << " heard\n";
-        return {};
+        std::cerr << kClicks << " onsets were played, " << heard.size() << " heard\n";
+        return false;
     }
     double worst = 0;
     for (int i = 0; i < kClicks; ++i) {
@@ -209,27 +209,13 @@ std::optional<double> Worst(const std::string& pipe) {
         const double position = after->position - Ms(after->time - onset);
         worst = std::max(worst, std::abs(position - ClickMs(i)));
     }
-    return worst;
-}
-
-bool TestSync(const std::string& pipe) {
-    constexpr int attempts = 3;  // a busy machine may halt the recording
-    for (int attempt = 1; attempt <= attempts; ++attempt) {
-        const auto worst = Worst(pipe);
-        std::cout << "attempt " << attempt << ": position and sound apart by at most "
-                  << worst.value_or(-1) << " ms" << std::endl;
-        if (worst && *worst <= kToleranceMs) {
-            return true;
-        }
-    }
-    return false;
+    std::cout << worst << std::endl;
+    return true;
 }
 
 /// Plays for ten seconds as the player does, while the script takes the device away and brings it
-/// back. The position must go on, without going back and without long halts.
-bool TestLoss() {
-    // A null sink that nobody listens to yet works in steps of two seconds.
-    constexpr double longestHaltMs = 2500;
+/// back, and prints the longest halt. Fails when the position goes back or does not go on.
+bool MeasureLoss() {
     DefaultOutput output({});
     Player player(output);
     std::cout << "playing" << std::endl;  // the script waits for this line
@@ -248,9 +234,8 @@ bool TestLoss() {
         last = position;
         std::this_thread::sleep_for(milliseconds(10));
     }
-    std::printf("position after 10 s: %.2f s, longest halt %.0f ms%s\n", last / 1000.0, longest,
-                wentBack ? ", WENT BACK" : "");
-    return !wentBack && longest <= longestHaltMs && last > 6000;
+    std::cout << longest << std::endl;
+    return !wentBack && last > 6000;
 }
 
 }  // namespace
@@ -258,7 +243,8 @@ bool TestLoss() {
 
 int main(int argc, char** argv) {
     try {
-        return (argc == 3 ? sonnel::test::TestSync(argv[2]) : sonnel::test::TestLoss()) ? 0 : 1;
+        return (argc == 3 ? sonnel::test::MeasureSync(argv[2]) : sonnel::test::MeasureLoss()) ? 0
+                                                                                              : 1;
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";
         return 1;

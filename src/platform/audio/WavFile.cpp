@@ -1,4 +1,4 @@
-#include "platform/audio/WavOutput.h"
+#include "platform/audio/WavFile.h"
 
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
