@@ -26,7 +26,7 @@ TEST(FindFile, TakesTheRegularFileOfTheNearestName) {
     };
     const std::vector<Case> cases{
         {{"Song.Lyk"}, "Song.LYK", "Song.Lyk"},
-        {{"sONG.LYK", "Song.lyK"}, "Song.LYK", "Song.lyK"},
+        {{"SONG.Lyk", "Song.lyK"}, "Song.LYK", "Song.lyK"},
         {{"song.lyk", "SONG.lyk"}, "Song.LYK", "SONG.lyk"},
         {{"PERCH\u00C9.MID"}, "perch\u00E9.mid", "PERCH\u00C9.MID"},
         {{"Song.lyk.bak", "Song2.lyk"}, "Song.LYK", ""},

@@ -61,8 +61,7 @@ TEST(EliminaFileBrano, TakesTheFilesOfOneSongOnly) {
                                                  {"lone", {"lone.lyk"}},
                                                  {"[a]*", {"[a]*.lyk"}},
                                                  {"sonnel", {"sonnel.lyk"}},
-                                                 {"", {}},
-                                                 {"../x", {}}};
+                                                 {"", {}}};
     for (const auto& [song, gone] : deletions) {
         const TempDirectory library;
         for (const std::string& file : files) {
@@ -73,6 +72,11 @@ TEST(EliminaFileBrano, TakesTheFilesOfOneSongOnly) {
         std::erase_if(left, [&gone = gone](const auto& name) { return gone.contains(name); });
         EXPECT_EQ(library.Names(), left) << song;
     }
+    const TempDirectory outside;
+    outside.Write("x.lyk", "");
+    fs::create_directory(outside / "library");
+    EliminaFileBrano(outside / "library", "../x");
+    EXPECT_EQ(outside.Names(), (Names{"library", "x.lyk"}));
 }
 
 /// Title, author and album, separated by "|".

@@ -223,6 +223,11 @@ TEST_F(AggiungiBraniTest, GoesOnAfterASongItCannotTakeUntilACopyFails) {
     EXPECT_THAT(Table(), ElementsAre("good=T||New"));
     EXPECT_THAT(directory.Names(),
                 ElementsAre("big.mid", "good.lyk", "good.mid", "sonnel.snl", "there.lyk"));
+
+    fs::remove(directory / "sonnel.snl");
+    fs::create_directory(directory / "sonnel.snl");
+    Import({source / "z.lyk"});
+    EXPECT_THAT(Messages(), ElementsAre(HasSubstr("copied, but the index of the database can't")));
 }
 
 }  // namespace
