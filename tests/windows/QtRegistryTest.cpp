@@ -40,21 +40,22 @@ class QtRegistryTest : public ::testing::Test {
     int copies = 0;
 };
 
-TEST_F(QtRegistryTest, WhateverIsWrittenReadsTheSame) {
+TEST_F(QtRegistryTest, NamesAndValuesReadAsTheyWereWritten) {
     const std::vector<std::string> texts{
-        "", "@Invalid()", "  \"C:\\Songs\\\", a;b=c [%2F/] \u00E8 \u0416\t\r\nend\r\n ", "nul\0\0"s,
-        "caf\xE9"};
+        "",         "@Invalid()", "  \"C:\\Songs\\\", a;b=c [%2F/] \u00E8 \u0416\t\r\nend\r\n ",
+        "nul\0\0"s, "caf\xE9",    "a/b",
+        "a//b"};
     {
         QtRegistry store(user, machine);
         for (const std::string& text : texts) {
-            store.Write(Font, "value of " + text, text);
+            store.Write(Font, text, text);
         }
         store.Write(Font, "number", -2);
         store.Write(Font, "gone", "x");
         store.Remove(Font, "gone");
     }
     for (const std::string& text : texts) {
-        EXPECT_EQ(Get("value of " + text), text);
+        EXPECT_EQ(Get(text), text);
     }
     EXPECT_EQ(Get("number"), "-2");
     EXPECT_EQ(Get("gone"), "(absent)");
