@@ -20,8 +20,8 @@ enum class EsitoLettura {
 };
 
 /// Reads the text of a LYK file (UTF-8) into an empty timeline and empty song information;
-/// reports pages that are too long. `intero` false: the text breaks off somewhere and what is left of
-/// its last line is not read.
+/// reports pages that are too long. `intero` false: the text breaks off somewhere and what is left
+/// of its last line is not read.
 [[nodiscard]] EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
                                       InformazioniBrano& informazioni, MsgBox& msgBox);
 
