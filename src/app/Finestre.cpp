@@ -71,9 +71,7 @@ PartiOpzioni Finestre::Opzioni() {
                 },
             .aggiornaIndice = [this] { (void)AggiornaIndice(libreria_); },
             .caricaIndice = [this] { CaricaIndice(libreria_); },
-            .scaricaSelezione = [this] { selezione_.reset(); },
-            .dialogoParteDa =
-                [this](const std::string& openDir) { p_.dialoghi.StartIn(PathFromUtf8(openDir)); }};
+            .scaricaSelezione = [this] { selezione_.reset(); }};
 }
 
 }  // namespace sonnel

@@ -23,8 +23,11 @@ enum class StatoIndice {
 /// What an error of the file functions, or none, says of the index.
 [[nodiscard]] StatoIndice StatoDaErrore(const std::error_code& errore);
 
-/// Looks for the file on disk.
+/// Looks for the file on disk and whether it can be read.
 [[nodiscard]] StatoIndice CercaIndice(const std::filesystem::path& indice);
+
+/// Whether the directory is there and can be listed.
+[[nodiscard]] bool Accessibile(const std::filesystem::path& directory);
 
 /// What the operations on the library stand on; all of it outlives them. The directory is the one
 /// the settings name when an operation begins.

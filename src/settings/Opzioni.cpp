@@ -58,7 +58,6 @@ bool ConfermaOpzioni(const PartiOpzioni& parti, Config copia) {
     parti.config = std::move(copia);
     const std::string& openDir = parti.config.OpenDir;
     SalvaOpzioni(parti.registro, parti.config);
-    parti.dialogoParteDa(openDir);
     if (!parti.esisteIndice(openDir)) {
         parti.creaIndice();
         parti.aggiornaIndice();

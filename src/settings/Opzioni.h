@@ -25,7 +25,6 @@ struct PartiOpzioni {
     std::function<void()> aggiornaIndice;
     std::function<void()> caricaIndice;
     std::function<void()> scaricaSelezione;  ///< unloads the song selection window
-    std::function<void(const std::string& openDir)> dialogoParteDa;  ///< the main file dialog
 };
 
 /// The OK of the options: makes `copia` the program's settings, stores them and loads the library
