@@ -139,6 +139,9 @@ EsitoAggiornamento AggiornaIndice(const Libreria& libreria) {
         }
         if (elenco) {
             RiempiTabella(indice, *elenco, libreria);
+            if (elenco->empty() && Accessibile(directory)) {
+                AssicuraIndice(indice);
+            }
             esito.errore = lotto.Commit();
         } else {
             esito.errore = elenco.error();

@@ -7,6 +7,7 @@
 #include "ui/PuntatoreOccupato.h"
 #include "ui/basCommon.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <system_error>
@@ -52,9 +53,8 @@ bool EntraNelBuffer(const std::vector<fs::path>& scelti) {
 /// One run of the import.
 class Importazione {
   public:
-    Importazione(const Libreria& libreria, const fs::path& origine)
+    explicit Importazione(const Libreria& libreria)
         : libreria_(libreria),
-          origine_(origine),
           destinazione_(PathFromUtf8(libreria.config.OpenDir)),
           indice_(PercorsoIndice(libreria.config.OpenDir)) {}
 
@@ -63,12 +63,12 @@ class Importazione {
 
   private:
     bool Aggiungi(const fs::path& scelto);
-    std::optional<Error> Copia(const std::string& nome, const fs::path& mid);
+    std::optional<Error> Copia(const fs::path& scelto, const std::string& nome,
+                               const fs::path& mid);
     void Registra(const std::string& nome);
     void Avvisa(const std::string& testo, const std::string& titolo = Message::UsualTitle);
 
     const Libreria& libreria_;
-    fs::path origine_;
     fs::path destinazione_;
     ProfileFile indice_;
     int importati_ = 0;
@@ -91,14 +91,14 @@ int Importazione::Esegui(const std::vector<fs::path>& scelti) {
 /// Imports the song of a chosen file, or reports why not. False when the import cannot go on.
 bool Importazione::Aggiungi(const fs::path& scelto) {
     const std::string nome = WithoutExtension(Utf8FromPath(scelto.filename()));
-    const auto mid = FindFile(origine_ / PathFromUtf8(nome + ".mid"));
+    const auto mid = FindFile(scelto.parent_path() / PathFromUtf8(nome + ".mid"));
     if (!mid) {
         Avvisa(MancaMid, nome);
     } else if (FindFile(destinazione_ / PathFromUtf8(nome + ".lyk"))) {
         Avvisa(BranoGiaPresente, nome);
     } else if (!ImpedimentoNome(nome).empty()) {
         Avvisa(NomeBranoImpossibile, nome);
-    } else if (const std::optional<Error> errore = Copia(nome, *mid)) {
+    } else if (const std::optional<Error> errore = Copia(scelto, nome, *mid)) {
         Avvisa(errore->text + "\r\n\r\n" + Interrotto);
         return false;
     } else {
@@ -107,18 +107,20 @@ bool Importazione::Aggiungi(const fs::path& scelto) {
     return true;
 }
 
-std::optional<Error> Importazione::Copia(const std::string& nome, const fs::path& mid) {
+std::optional<Error> Importazione::Copia(const fs::path& scelto, const std::string& nome,
+                                         const fs::path& mid) {
     const fs::path nomeLyk = PathFromUtf8(nome + ".lyk");
+    const fs::path lyk = scelto.parent_path() / nomeLyk;
     const fs::path midNuovo = destinazione_ / PathFromUtf8(nome + ".mid");
     // The words come last: a song without music could be neither played nor imported again.
-    return CopyFilesAtomically(
-        {{mid, FindFile(midNuovo).value_or(midNuovo)},
-         {FindFile(origine_ / nomeLyk).value_or(origine_ / nomeLyk), destinazione_ / nomeLyk}});
+    return CopyFilesAtomically({{mid, FindFile(midNuovo).value_or(midNuovo)},
+                                {FindFile(lyk).value_or(lyk), destinazione_ / nomeLyk}});
 }
 
 void Importazione::Registra(const std::string& nome) {
     const Result<Intestazione> letta = LeggiIntestazione(destinazione_, nome);
     const Intestazione campi = letta ? *letta : Intestazione{};
+    AssicuraIndice(indice_);
     (void)indice_.Respell(SezioneBrani, nome);
     ScriviBrano(indice_, nome, campi.Titolo, campi.Autore, campi.Album);
     ++importati_;
@@ -164,12 +166,14 @@ void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani&
         return avvisa(TroppiFile);
     }
     PuntatoreOccupato puntatore(libreria.eventi);
-    const fs::path origine = scelti.front().parent_path();
-    if (StessaDirectory(origine, PathFromUtf8(libreria.config.OpenDir))) {
+    const fs::path database = PathFromUtf8(libreria.config.OpenDir);
+    if (std::any_of(scelti.begin(), scelti.end(), [&](const fs::path& scelto) {
+            return StessaDirectory(scelto.parent_path(), database);
+        })) {
         puntatore.Ripristina();
         return avvisa(DirectoryDelDatabase);
     }
-    const int importati = Importazione(libreria, origine).Esegui(scelti);
+    const int importati = Importazione(libreria).Esegui(scelti);
     if (importati > 0) {
         CaricaIndice(libreria);
         lista.AggiornaLista();

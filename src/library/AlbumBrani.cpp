@@ -118,13 +118,13 @@ bool EliminaAlbum(const Libreria& libreria, ListaBrani& lista, const std::string
 
 bool RinominaAlbum(const Libreria& libreria, ListaBrani& lista, const std::string& vecchio,
                    const std::string& nuovo) {
-    if (vecchio == AlbumGenerico) {
-        return false;
-    }
     std::string motivo = ImpedimentoAlbum(nuovo);
     if (EsisteAlbum(libreria, nuovo)) {
         motivo = "Can't reate album \"" + std::string(AlbumMostrato(nuovo)) +
                  "\" because it already exists!";
+    }
+    if (vecchio == AlbumGenerico) {
+        motivo = "\"<None>\" is no album and can't be renamed: pick the album to be renamed first.";
     }
     if (!motivo.empty()) {
         Avvisa(libreria.msgBox, motivo);

@@ -27,7 +27,7 @@ bool InserisciAlbum(const Libreria& libreria, const std::string& nome);
 /// Asks, and asks again when the album has songs, which then belong to no album.
 bool EliminaAlbum(const Libreria& libreria, ListaBrani& lista, const std::string& album);
 /// Moves the songs of the old album to the new one, which must not exist yet. The generic album is
-/// not renamed, without a message.
+/// not renamed.
 bool RinominaAlbum(const Libreria& libreria, ListaBrani& lista, const std::string& vecchio,
                    const std::string& nuovo);
 

@@ -2,6 +2,7 @@
 
 #include "library/Indice.h"
 #include "platform/Paths.h"
+#include "platform/files/Files.h"
 #include "ui/PuntatoreOccupato.h"
 #include "ui/Titoli.h"
 
@@ -38,13 +39,6 @@ Answer Avvisa(const Libreria& libreria, std::string_view testo, Buttons bottoni)
     const Answer risposta = libreria.msgBox.Show({std::string(testo), Icon::Exclamation, bottoni});
     libreria.eventi.SetPointer(mostrato);
     return risposta;
-}
-
-/// Whether the directory is there and can be listed.
-bool Accessibile(const fs::path& directory) {
-    std::error_code errore;
-    const fs::directory_iterator prima(directory, errore);
-    return !errore;
 }
 
 /// Looks for the index as often as the user asks for it; false when there is none to load, which a
@@ -100,7 +94,16 @@ StatoIndice CercaIndice(const fs::path& indice) {
     if (stato.type() == fs::file_type::not_found || (!errore && !fs::is_regular_file(stato))) {
         return StatoIndice::Assente;
     }
-    return StatoDaErrore(errore);
+    if (errore) {
+        return StatoDaErrore(errore);
+    }
+    return FileReader::Open(indice) ? StatoIndice::Presente : StatoIndice::UnitaNonPronta;
+}
+
+bool Accessibile(const fs::path& directory) {
+    std::error_code errore;
+    const fs::directory_iterator prima(directory, errore);
+    return !errore;
 }
 
 void CaricaTabella(const ProfileFile& indice, TabellaBrani& brani) {

@@ -23,8 +23,11 @@ enum class StatoIndice {
 /// The state of the index that an error of the file functions, or none, means.
 [[nodiscard]] StatoIndice StatoDaErrore(const std::error_code& errore);
 
-/// Looks for the file on disk.
+/// Looks for the file on disk and whether it can be read.
 [[nodiscard]] StatoIndice CercaIndice(const std::filesystem::path& indice);
+
+/// Whether the directory is there and can be listed.
+[[nodiscard]] bool Accessibile(const std::filesystem::path& directory);
 
 /// What the operations on the library use; all of it outlives them. The directory is the one
 /// the settings name when an operation begins.

@@ -50,7 +50,7 @@ void ScriviIndice(ProfileFile& indice, std::string_view sezione, std::string_vie
                   std::string_view valore) {
     if (valore.empty()) {
         (void)indice.Remove(sezione, chiave);
-    } else {
+    } else if (chiave.find('=') == std::string_view::npos) {
         (void)indice.Set(sezione, chiave, valore);
     }
 }
@@ -111,6 +111,12 @@ void CreaIndice(ProfileFile& indice) {
     RimuoviVoce(indice, AlbumGenerico);
     ScriviIndice(indice, SezioneAlbum, AlbumGenerico, ValoreAlbum);
     (void)lotto.Commit();
+}
+
+void AssicuraIndice(ProfileFile& indice) {
+    if (!FindFile(indice.Path())) {
+        CreaIndice(indice);
+    }
 }
 
 }  // namespace sonnel

@@ -32,8 +32,8 @@ inline constexpr std::string_view ValoreAlbum = "|";
 [[nodiscard]] std::string LeggiIndice(const ProfileFile& indice, std::string_view sezione,
                                       std::string_view chiave, std::string_view predefinito);
 
-/// Sets the key, or removes it when the value is empty. A write that fails changes nothing and is
-/// not reported.
+/// Sets the key, or removes it when the value is empty. A key with "=" in it, which could not be
+/// read back, is not written. A write that fails changes nothing and is not reported.
 void ScriviIndice(ProfileFile& indice, std::string_view sezione, std::string_view chiave,
                   std::string_view valore);
 
@@ -57,5 +57,8 @@ void RimuoviVoce(ProfileFile& indice, std::string_view nome);
 
 /// Writes what a new index holds: no song and the generic album.
 void CreaIndice(ProfileFile& indice);
+
+/// Makes a new index where there is none yet.
+void AssicuraIndice(ProfileFile& indice);
 
 }  // namespace sonnel

@@ -15,7 +15,7 @@ constexpr int AriaRiga = 4;  // pixels between two lines
 
 /// The language whose order the list has; a machine without one gets an order for people too.
 QLocale LinguaElenco() {
-    const QLocale utente;
+    const QLocale utente = QLocale().collation();
     return utente.language() == QLocale::C ? QLocale(QLocale::English) : utente;
 }
 
@@ -67,6 +67,11 @@ void VistaBrani::keyPressEvent(QKeyEvent* event) {
     } else {
         QListView::keyPressEvent(event);
     }
+}
+
+QItemSelectionModel::SelectionFlags VistaBrani::selectionCommand(const QModelIndex& index,
+                                                                 const QEvent* /*event*/) const {
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }
 
 QSize DisegnoRiga::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -29,14 +29,16 @@ class ModelloBrani : public QAbstractListModel {
     std::vector<RigaElenco> righe_;
 };
 
-/// The list. While no line is selected, a key that moves upwards or down selects the line with the
-/// frame, which would be passed over otherwise.
+/// The list. The selection changes only to another line. While no line is selected, a key that
+/// moves upwards or down selects the line with the frame, which would be passed over otherwise.
 class VistaBrani : public QListView {
   public:
     using QListView::QListView;
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex& index, const QEvent* event) const override;
 };
 
 /// Draws the lines as wide as the list; one that is cut off shows itself whole in a tooltip.

@@ -14,8 +14,10 @@ struct FileRequest {
     std::string title;
     std::string extension;  ///< without the dot; added to a name that has none
     std::string name;       ///< filled in at the start: a file's name or a pattern ("*.lyk")
-    std::filesystem::path directory;  ///< where it starts; empty for where the last one ended
-    bool mustExist = true;            ///< only files that are there
+    /// Where it starts. Empty for where the last file was chosen in a dialog that named none, at
+    /// first the process's current directory.
+    std::filesystem::path directory;
+    bool mustExist = true;  ///< only files that are there
     bool several = false;
     /// Kinds of files to choose from, such as "MIDI file (*.mid)"; none for those of `extension`.
     std::vector<std::string> filters{};
@@ -25,11 +27,9 @@ struct FileRequest {
 class CommonDialog {
   public:
     virtual ~CommonDialog() = default;
-    /// The files chosen, all of one directory; none when the person has cancelled.
+    /// The files chosen; none when the user cancels.
     virtual std::vector<std::filesystem::path> ChooseFiles(const FileRequest& request) = 0;
-    /// Lets the next dialog that names no directory start in this one.
-    virtual void StartIn(const std::filesystem::path& directory) = 0;
-    /// The colour chosen, nothing when the person has cancelled.
+    /// The colour chosen, nothing when the user cancels.
     virtual std::optional<Colour> ChooseColour(const std::string& title, Colour initial) = 0;
 };
 

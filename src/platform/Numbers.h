@@ -27,15 +27,15 @@ template <class Int>
     return static_cast<Int>(rounded);
 }
 
-/// The whole number a text begins with: leading blanks skipped, a sign and digits read up to the
-/// first other character; no digits give 0. Saturates at the bounds of 64 bits.
-[[nodiscard]] std::int64_t ReadNumberPrefix(std::string_view text);
+/// The number a text begins with, rounded: leading blanks skipped, a sign, digits and decimals read
+/// up to the first other character; no digits give 0. Saturates at the bounds of 64 bits.
+[[nodiscard]] std::int64_t ReadRounded(std::string_view text);
 
 /// The same, with a value past the range of Int taking the nearest bound.
 template <class Int>
 [[nodiscard]] Int ReadInteger(std::string_view text) {
     return static_cast<Int>(std::clamp<std::int64_t>(
-        ReadNumberPrefix(text), std::numeric_limits<Int>::min(), std::numeric_limits<Int>::max()));
+        ReadRounded(text), std::numeric_limits<Int>::min(), std::numeric_limits<Int>::max()));
 }
 
 /// A number of 0 or more with zeros in front of it where it has fewer digits than `digits`.

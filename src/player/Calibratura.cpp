@@ -110,8 +110,9 @@ GiudizioCalibratura Giudica(float secondi) {
     return esito;
 }
 
-void Calibratura::EseguiCalibratura() {
-    if (Chiedi()) {
+bool Calibratura::EseguiCalibratura() {
+    const bool misura = Chiedi();
+    if (misura) {
         p_.eventi.SetPointer(Pointer::Busy);
         const float secondi = Misura();
         p_.config.Compensazione = CompensazioneDa(secondi);
@@ -121,6 +122,7 @@ void Calibratura::EseguiCalibratura() {
         Riferisci(secondi);
     }
     Disponi();
+    return misura;
 }
 
 bool Calibratura::Chiedi() {

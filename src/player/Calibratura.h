@@ -50,8 +50,9 @@ class Calibratura {
     explicit Calibratura(Parti parti) : p_(std::move(parti)) {}
 
     /// Asks, measures, stores the compensation and reports the result. Leaves the lyrics area clear
-    /// and in the configured font, unless the user has declined.
-    void EseguiCalibratura();
+    /// and in the configured font; false when the user declines, and nothing but the area's height
+    /// has changed.
+    bool EseguiCalibratura();
 
   private:
     [[nodiscard]] bool Chiedi();

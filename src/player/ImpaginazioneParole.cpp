@@ -3,6 +3,7 @@
 #include "platform/Numbers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sonnel {
 namespace {
@@ -39,7 +40,12 @@ void ImpaginazioneParole::ApplicaConfig() {
 }
 
 void ImpaginazioneParole::FontAutomatico() {
-    if (AdattaFont()) {
+    avvisato_ = false;
+    RiadattaFont();
+}
+
+void ImpaginazioneParole::RiadattaFont() {
+    if (AdattaFont() && !std::exchange(avvisato_, true)) {
         msgBox_.Show(AvvisoRigheLunghe);
     }
 }

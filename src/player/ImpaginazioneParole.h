@@ -23,6 +23,8 @@ class ImpaginazioneParole {
     /// which the widest line of every page fits the area; not below 8 points. Warns once when a
     /// page takes 10 points or less.
     void FontAutomatico();
+    /// The same again for a song that was fitted already: after a warning it gives none.
+    void RiadattaFont();
     /// The same without the warning: true when it would be due.
     [[nodiscard]] bool AdattaFont();
     /// Makes the area high enough for `righe` lines (at least 1, which is written back) and centres
@@ -37,6 +39,7 @@ class ImpaginazioneParole {
     PictureBox& parole_;
     CorniceParole& cornice_;
     MsgBox& msgBox_;
+    bool avvisato_ = false;  ///< about the song that was fitted last
 };
 
 }  // namespace sonnel

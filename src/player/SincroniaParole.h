@@ -29,8 +29,8 @@ class SincroniaParole {
     DisegnoParole& disegno_;
 };
 
-/// How many characters a colour event's text counts: none below 0; more than 32,767 mean the whole
-/// page.
+/// How many characters a colour event's text counts, decimals rounded: none below 0; more than
+/// 32,767 mean the whole page.
 [[nodiscard]] std::int32_t ConteggioColore(const Evento& evento);
 
 }  // namespace sonnel

@@ -58,7 +58,6 @@ bool ConfermaOpzioni(const PartiOpzioni& parti, Config copia) {
     parti.config = std::move(copia);
     const std::string& openDir = parti.config.OpenDir;
     SalvaOpzioni(parti.registro, parti.config);
-    parti.dialoghi.StartIn(PathFromUtf8(openDir));
     if (!parti.esisteIndice(openDir)) {
         parti.creaIndice();
         // Where nothing could be written, loading reports next that there is no index.

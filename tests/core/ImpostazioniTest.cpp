@@ -112,7 +112,6 @@ TEST(OptionsOk, StoresLoadsAndAsksBeforeItMakesAnIndex) {
 
     EXPECT_TRUE(ConfermaOpzioni(parts, edited));
     EXPECT_EQ(log, "create /songs/ load /songs/");
-    EXPECT_EQ(dialog.start, "/songs/");
     EXPECT_EQ(msgBox.shown.back().text, "Index creation completed.");
     std::string stored;
     for (const std::string& change : store.changes) {

@@ -60,8 +60,8 @@ TEST(Text, FoldsCaseByCodePoint) {
 
 TEST(Numbers, ReadsTheNumberATextBeginsWith) {
     const std::vector<std::pair<std::string, std::int16_t>> cases{
-        {"", 0},   {"00150", 150}, {" \t 1", 1},     {"12.7", 12},      {"-4x", -4},
-        {"+7", 7}, {"+-7", 0},     {"40000", 32767}, {"-40000", -32768}};
+        {"", 0},  {"00150", 150}, {" \t 1", 1}, {"2.7", 3}, {"2.5", 2},       {"-.6", -1},
+        {".", 0}, {"-4x", -4},    {"+7", 7},    {"+-7", 0}, {"40000", 32767}, {"-40000", -32768}};
     for (const auto& [text, number] : cases) {
         EXPECT_EQ(ReadInteger<std::int16_t>(text), number) << text;
     }

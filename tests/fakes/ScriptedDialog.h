@@ -14,7 +14,6 @@ class ScriptedDialog : public CommonDialog {
         asked.push_back(request);
         return Next(files, {});
     }
-    void StartIn(const std::filesystem::path& directory) override { start = directory; }
     std::optional<Colour> ChooseColour(const std::string& /*title*/, Colour /*initial*/) override {
         return Next(colours, std::optional<Colour>());
     }
@@ -22,7 +21,6 @@ class ScriptedDialog : public CommonDialog {
     std::deque<std::vector<std::filesystem::path>> files;
     std::deque<std::optional<Colour>> colours;
     std::vector<FileRequest> asked;
-    std::filesystem::path start;
 
   private:
     template <typename Value>

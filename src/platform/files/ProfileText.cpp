@@ -47,7 +47,9 @@ ProfileText::ProfileText(std::string_view text) {
     }
     // The current section by its number: the sections move when one is added.
     std::optional<std::size_t> current;
-    LineReader lines(text);
+    // A file without a single CR was written by another editor.
+    const bool unix = text.find('\r') == std::string_view::npos;
+    LineReader lines(text, unix ? LineEnds::AlsoLf : LineEnds::CrOnly);
     while (const std::optional<std::string_view> line = lines.Next()) {
         if (const auto name = SectionName(*line)) {
             current = static_cast<std::size_t>(&SectionOf(*name, *line) - sections_.data());

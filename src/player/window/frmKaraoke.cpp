@@ -80,10 +80,15 @@ void frmKaraoke::mnuVisMixer_Click() {
 }
 
 void frmKaraoke::mnuVisCalibratura_Click() {
-    Calibratura({p_.config, Parole, disegno_, impaginazione_, p_.registro, p_.msgBox, p_.eventi,
-                 p_.orologio, [this] { riproduzione_.RisincronizzaParole(); }})
-        .EseguiCalibratura();
-    riproduzione_.Riadatta();
+    const bool misurato =
+        Calibratura({p_.config, Parole, disegno_, impaginazione_, p_.registro, p_.msgBox, p_.eventi,
+                     p_.orologio, [this] { riproduzione_.RisincronizzaParole(); }})
+            .EseguiCalibratura();
+    if (misurato) {
+        // The test has drawn in the configured font.
+        (void)impaginazione_.AdattaFont();
+    }
+    riproduzione_.RisincronizzaParole();
 }
 
 void frmKaraoke::mnuVisInfo_Click() {

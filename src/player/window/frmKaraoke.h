@@ -133,6 +133,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void RipristinaPosto();
     void MostraFinestra();
     void SalvaFinestra();
+    [[nodiscard]] bool BranoAperto() const { return !p_.sequencer.FileName().empty(); }
     [[nodiscard]] int Twips(double pixel) const;
     [[nodiscard]] int Pixel(double twips) const;
 

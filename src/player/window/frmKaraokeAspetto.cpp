@@ -126,14 +126,19 @@ void frmKaraoke::Comandi(const StatoComandi& stato) {
         return;
     }
     comandi_ = stato;
+    // The focus leaves before its control is put out of use, which would pass it on to a button.
+    if (stato.TimerCursore && !tmrSlider.isActive()) {
+        Parole.setFocus();
+    }
     for (const Legame& legame : legami_) {
         legame.azione->setEnabled(stato.*legame.stato);
     }
     sldPosition->setEnabled(stato.Cursore);
     if (stato.TimerCursore) {
         tmrSlider.start();
-    } else {
+    } else if (tmrSlider.isActive()) {
         tmrSlider.stop();
+        sldPosition->setFocus();
     }
 }
 

@@ -45,6 +45,9 @@ void frmKaraoke::Form_Load() {
         mnuVisCalibratura_Click();
     }
     p_.finestre.CaricaLibreria();
+    if (p_.config.Autoplay && BranoAperto()) {
+        mnuSoundPlay_Click();
+    }
 }
 
 void frmKaraoke::CreaRebar() {
@@ -95,7 +98,8 @@ void frmKaraoke::CaricaDaRigaComando(const std::string& riga) {
     p_.msgBox.Show({"Wrong parameter: '" + avvio_.CmdLine + "'", Icon::Critical});
 }
 
-/// Puts the window where it was closed; a maximised one gets that place when it is restored.
+/// Puts the window where it was closed; a maximised one gets that place when it is restored. A song
+/// that is loaded was fitted to the width of the screen, which a maximised window has too.
 void frmKaraoke::RipristinaPosto() {
     const Config& config = p_.config;
     if (isMinimized() && !config.FullScreen) {
@@ -108,6 +112,10 @@ void frmKaraoke::RipristinaPosto() {
     move(Pixel(posto.left), Pixel(posto.top));
     if (config.FullScreen) {
         setWindowState(Qt::WindowMaximized);
+    } else if (BranoAperto()) {
+        DisponiFinestra();
+        impaginazione_.RiadattaFont();
+        riproduzione_.RisincronizzaParole();
     }
 }
 
