@@ -1,11 +1,13 @@
-// What a window shows.
+// What a window shows, and what is done in it while it waits for its user.
 #pragma once
 
 #include "platform/qt/QtColour.h"
 
 #include <QAction>
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -52,5 +54,15 @@ Control& Find(const QWidget& window, const QString& name) {
     }
     throw std::logic_error("no " + name.toStdString());
 }
+
+/// Runs an action once in the event loop of a window that opens now.
+class Later : public QTimer {
+  public:
+    Later(int ms, const std::function<void()>& action) {
+        setSingleShot(true);
+        callOnTimeout(action);
+        start(ms);
+    }
+};
 
 }  // namespace sonnel::test

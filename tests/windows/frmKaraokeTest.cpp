@@ -29,6 +29,7 @@ constexpr const char* kPlaying =
 class frmKaraokeTest : public testing::Test, protected PlayerRig {
   protected:
     void SetUp() override {
+        Store("Opzioni", "Autoplay", "0");
         rig.folder.Write("song.lyk",
                          "Cantabelle1.0\r\n*TIRondini\r\n00000 1Uno$Edue$Etre$Equattro\r\n"
                          "00010 23\r\n00020 28\r\n00030 213\r\n00040 222\r\n");
@@ -119,6 +120,9 @@ TEST_F(frmKaraokeTest, ShowsTheSongOfTheCommandLine) {
     EXPECT_EQ(events.pointer, Pointer::Normal);
     EXPECT_GT(Pixels(Unsung), 500);
     EXPECT_EQ(Pixels(Sung), 0);
+    Store("Opzioni", "Autoplay", "-1");
+    OpenSong();
+    EXPECT_TRUE(Playing());
 }
 
 /// How far a window's middle is from the screen's, in pixels.
@@ -144,8 +148,8 @@ TEST_F(frmKaraokeTest, ASongThatIsMissingIsReportedInABoxThatOutlivesTheSplash) 
     };
     msgBox.whileShown = [&] {
         if (msgBox.shown.size() == 1) {
-            QTimer::singleShot(1, endSplash);
-            QTimer::singleShot(50, endBox);
+            const Later first(1, endSplash);
+            const Later then(50, endBox);
             QtMsgBox().Show(msgBox.shown.front());
         }
     };
@@ -162,7 +166,7 @@ TEST_F(frmKaraokeTest, ASongThatIsMissingIsReportedInABoxThatOutlivesTheSplash) 
 /// button.
 std::string Seen(const std::function<void()>& command) {
     std::string seen;
-    QTimer::singleShot(1, [&seen] {
+    const Later close(1, [&seen] {
         QWidget* dialog = QApplication::activeModalWidget();
         for (const QLabel* label : dialog->findChildren<QLabel*>()) {
             seen += label->text().toStdString() + "|";

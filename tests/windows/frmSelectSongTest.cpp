@@ -55,8 +55,7 @@ class frmSelectSongTest : public testing::Test, protected SongLibrary, protected
     /// How the window was closed: its answer and the song this means. It is shown again.
     std::string Closed() {
         EXPECT_FALSE(window.isVisible());
-        const std::string answer =
-            window.Tag + (window.Scelta() ? " " + window.Scelta()->base : "");
+        std::string answer = window.Tag + (window.Scelta() ? " " + window.Scelta()->base : "");
         Show();
         return answer;
     }

@@ -68,7 +68,9 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
         for (const QString& file : dialog.selectedFiles()) {
             files.push_back(PathFromUtf8(file.toStdString()));
         }
-        start_ = files.front().parent_path();
+        if (request.directory.empty()) {
+            start_ = files.front().parent_path();
+        }
     }
     return files;
 }

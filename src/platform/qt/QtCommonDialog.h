@@ -8,7 +8,6 @@ namespace sonnel {
 class QtCommonDialog : public CommonDialog {
   public:
     std::vector<std::filesystem::path> ChooseFiles(const FileRequest& request) override;
-    void StartIn(const std::filesystem::path& directory) override { start_ = directory; }
     std::optional<Colour> ChooseColour(const std::string& title, Colour initial) override;
 
   private:
