@@ -94,6 +94,7 @@ TEST_F(MMControlTest, PlaysToTheEndAndCompletesOnce) {
     Play();
     EXPECT_EQ(After(1000), std::string(100, 'u'));
     EXPECT_EQ(State(), std::pair(MciMode::Playing, 1000));
+    EXPECT_GE(output.maintained, 100) << "a device that goes away is not noticed";
     EXPECT_EQ(After(2000), std::string(101, 'u') + "1") << "the end is heard in the next 10 ms";
     EXPECT_EQ(State(), std::pair(MciMode::Stopped, 2000));
     EXPECT_EQ(timer.interval, 0);

@@ -101,6 +101,7 @@ TEST(Sequence, JoinsExclusivePacketsAndTakesEscapes) {
     song.Exclusive(0, "whole\xF7").Exclusive(10, "sp").Exclusive(20, "l", '\xF7');
     song.Exclusive(30, "it\xF7", '\xF7').Exclusive(40, "open").Note(50, 10, 60);
     song.Exclusive(60, "\xF0"s + "escaped\xF7", '\xF7').Exclusive(70, "\xB1\x07\x50", '\xF7');
+    song.Text(99, 0x2F, "");
     const Sequence sequence = MakeSequence(*ReadSmf(song.Bytes()), 1000);
     std::string exclusives;
     for (const SequenceEvent& event : sequence.events) {
@@ -112,6 +113,7 @@ TEST(Sequence, JoinsExclusivePacketsAndTakesEscapes) {
     EXPECT_EQ(exclusives, "0whole 30split 40open 60escaped ");
     EXPECT_EQ(sequence.events.back().status, 0xB1);
     EXPECT_EQ(sequence.events.back().data2, 0x50);
+    EXPECT_EQ(sequence.lengthMs, 70) << "a late end-of-track mark plays no part";
 }
 
 TEST(TempoMap, TurnsTicksIntoTime) {
@@ -123,7 +125,7 @@ TEST(TempoMap, TurnsTicksIntoTime) {
         double ms;
     };
     std::vector<Case> cases = {
-        {SmfBuilder(1, 480).Track().Tempo(480, 1000000).Track().Tempo(960, 250000), 1440, 1750},
+        {SmfBuilder(1, 480).Track().Tempo(960, 250000).Track().Tempo(480, 1000000), 1440, 1750},
         {SmfBuilder(1, 480).Tempo(480, 0), 960, 1000},
         {SmfBuilder(1, 480).Text(480, 0x51, "\x0F"), 960, 1000},
         {SmfBuilder(1, 480).Tempo(480, 9).Tempo(480, 1000000), 960, 1500},

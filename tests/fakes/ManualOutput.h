@@ -29,6 +29,7 @@ class ManualOutput : public DeviceOutput {
     std::int64_t FramesHeard() override {
         return reported.value_or(std::max<std::int64_t>(0, asked - latency));
     }
+    void Maintain() override { ++maintained; }
     bool Lost() const override { return lost; }
     std::string System() const override { return "manual"; }
 
@@ -53,6 +54,7 @@ class ManualOutput : public DeviceOutput {
     std::optional<Error> startError;
     bool lost = false;
     int starts = 0;
+    int maintained = 0;
     std::int64_t asked = 0;
     bool keepSound = false;
     std::vector<float> sound;

@@ -34,11 +34,10 @@ void OpenSong::Pause() {
 }
 
 void OpenSong::Seek(std::int32_t ms) {
-    seekMs_ = std::clamp(ms, 0, sequence_.lengthMs);
-    seekFrame_ = seekMs_ == sequence_.lengthMs
+    const double frame = 1e-3 * std::max(ms, 0) * sequence_.rate;
+    seekFrame_ = ms >= sequence_.lengthMs
                      ? sequence_.endFrame
-                     : std::min(RoundHalfEven<std::int64_t>(1e-3 * seekMs_ * sequence_.rate),
-                                sequence_.endFrame);
+                     : std::min(RoundHalfEven<std::int64_t>(frame), sequence_.endFrame);
     backlog_.clear();  // a Seek replaces all commands before it
     auto chase = std::make_unique<const ChaseList>(
         ChaseList{serial_ + 1, Chase(sequence_, sequence_.FirstAt(seekFrame_))});
@@ -97,9 +96,6 @@ bool OpenSong::Ended() {
 }
 
 std::int32_t OpenSong::ToMs(std::int64_t songFrame) const {
-    if (songFrame == seekFrame_) {
-        return seekMs_;
-    }
     if (songFrame >= sequence_.endFrame) {
         return sequence_.lengthMs;
     }

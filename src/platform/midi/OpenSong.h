@@ -64,7 +64,6 @@ class OpenSong {
     std::uint64_t playSerial_ = 0;
     std::uint64_t seekSerial_ = 0;
     std::int64_t seekFrame_ = 0;
-    std::int32_t seekMs_ = 0;
     std::deque<EngineSegment> segments_;
     std::deque<EngineCommand> backlog_;
     std::deque<std::unique_ptr<const ChaseList>> chases_;
