@@ -58,6 +58,17 @@ Settings MakeSettings(int sampleRate) {
     return settings;
 }
 
+/// Carries out a universal real-time master volume, which FluidSynth itself ignores. False when it
+/// is another message.
+bool MasterVolume(fluid_synth_t* synth, std::span<const std::uint8_t> data) {
+    if (data.size() != 6 || data[0] != 0x7F || data[2] != 0x04 || data[3] != 0x01) {
+        return false;
+    }
+    const double volume = ((data[5] & 0x7F) * 128 + (data[4] & 0x7F)) / 16383.0;
+    fluid_synth_set_gain(synth, static_cast<float>(kGain * volume * volume));
+    return true;
+}
+
 }  // namespace
 
 struct FluidSynthesizer::Impl {
@@ -77,7 +88,6 @@ struct FluidSynthesizer::Impl {
     void EvenOutVoices();
     void Restart();
     void ForgetTunings();
-    [[nodiscard]] bool MasterVolume(std::span<const std::uint8_t> data);
 };
 
 /// Makes the synthesiser for this rate and loads the SoundFont.
@@ -167,16 +177,6 @@ void FluidSynthesizer::Impl::Restart() {
                       nullptr, nullptr, nullptr, 0);
 }
 
-/// Universal real-time master volume, which FluidSynth itself ignores.
-bool FluidSynthesizer::Impl::MasterVolume(std::span<const std::uint8_t> data) {
-    if (data.size() != 6 || data[0] != 0x7F || data[2] != 0x04 || data[3] != 0x01) {
-        return false;
-    }
-    const double volume = ((data[5] & 0x7F) * 128 + (data[4] & 0x7F)) / 16383.0;
-    fluid_synth_set_gain(synth.get(), static_cast<float>(kGain * volume * volume));
-    return true;
-}
-
 FluidSynthesizer::FluidSynthesizer(SoundFontFinder findSoundFont)
     : findSoundFont_(std::move(findSoundFont)) {}
 
@@ -246,7 +246,8 @@ void FluidSynthesizer::ChannelMessage(std::uint8_t status, std::uint8_t data1,
 
 void FluidSynthesizer::SystemExclusive(std::span<const std::uint8_t> data) noexcept {
     constexpr std::size_t longest = 65536;
-    if (!impl_ || data.size() < 4 || data.size() > longest || impl_->MasterVolume(data)) {
+    if (!impl_ || data.size() < 4 || data.size() > longest ||
+        MasterVolume(impl_->synth.get(), data)) {
         return;
     }
     constexpr std::uint8_t universal = 0x7E;
