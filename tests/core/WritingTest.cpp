@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -64,19 +65,16 @@ int Traced(const Work& work, const std::function<void(pid_t, bool)>& atStop) {
 
 /// Whether the system call that a stopped process is about to make can fail on a full disk.
 bool TakesRoom(pid_t child) {
-    const std::set<long> makers{SYS_rename, SYS_link, SYS_mkdir};
-    const std::set<long> writers{SYS_write, SYS_writev, SYS_fsync, SYS_ftruncate, SYS_sendfile};
-    const auto value = [child](std::size_t at) {
-        return ptrace(PTRACE_PEEKUSER, child, at, nullptr);
-    };
-    const long call = value(offsetof(user, regs.orig_rax));
-    if (call == SYS_openat) {
-        return (value(offsetof(user, regs.rdx)) & O_CREAT) != 0;
-    }
+    const std::set<std::uint64_t> makers{SYS_rename, SYS_link, SYS_mkdir};
+    const std::set<std::uint64_t> writers{SYS_write, SYS_writev, SYS_fsync, SYS_ftruncate,
+                                          SYS_sendfile};
+    user_regs_struct call{};
+    ptrace(PTRACE_GETREGS, child, nullptr, &call);
     // Not into a pipe, for one: the sanitizers try addresses with those.
-    const std::string file =
-        "/proc/" + std::to_string(child) + "/fd/" + std::to_string(value(offsetof(user, regs.rdi)));
-    return makers.contains(call) || (writers.contains(call) && fs::is_regular_file(file));
+    const fs::path file = "/proc/" + std::to_string(child) + "/fd/" + std::to_string(call.rdi);
+    return makers.contains(call.orig_rax) ||
+           (call.orig_rax == SYS_openat && (call.rdx & O_CREAT) != 0) ||
+           (writers.contains(call.orig_rax) && fs::is_regular_file(file));
 }
 
 /// Does `work` on a disk that is full from its call number `call` on of those that take room; its

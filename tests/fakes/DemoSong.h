@@ -5,8 +5,8 @@
 #include "generator/Smf.h"
 #include "platform/files/Files.h"
 
-#include <algorithm>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,12 +24,9 @@ struct DemoSong {
 
 /// The scores of all demo songs.
 inline std::vector<std::filesystem::path> DemoScores() {
-    std::vector<std::filesystem::path> scores;
-    for (const auto& entry : std::filesystem::directory_iterator(SONNEL_SCORES_FOLDER)) {
-        scores.push_back(entry.path());
-    }
-    std::sort(scores.begin(), scores.end());
-    return scores;
+    const std::filesystem::directory_iterator entries(SONNEL_SCORES_FOLDER);
+    const std::set<std::filesystem::path> scores(begin(entries), end(entries));
+    return {scores.begin(), scores.end()};
 }
 
 }  // namespace sonnel::test

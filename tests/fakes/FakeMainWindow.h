@@ -13,13 +13,12 @@ namespace sonnel::test {
 /// The usable commands, one letter each: Open, Calibrate, Play, pAuse, Stop, Info, oPtions button,
 /// sLider, Timer of the slider.
 inline std::string Usable(const StatoComandi& state) {
-    const std::vector<std::pair<bool, char>> commands{
-        {state.FileLoad, 'O'},       {state.VisCalibratura, 'C'}, {state.SoundPlay, 'P'},
-        {state.SoundPause, 'A'},     {state.SoundStop, 'S'},      {state.VisInfo, 'I'},
-        {state.BottoneOpzioni, 'p'}, {state.Cursore, 'L'},        {state.TimerCursore, 'T'}};
-    std::string usable;
-    for (const auto& [on, letter] : commands) {
-        usable += on ? std::string(1, letter) : "";
+    std::string usable = "OCPASIpLT";
+    auto letter = usable.begin();
+    for (const bool on :
+         {state.FileLoad, state.VisCalibratura, state.SoundPlay, state.SoundPause, state.SoundStop,
+          state.VisInfo, state.BottoneOpzioni, state.Cursore, state.TimerCursore}) {
+        letter = on ? letter + 1 : usable.erase(letter);
     }
     return usable;
 }
@@ -27,7 +26,7 @@ inline std::string Usable(const StatoComandi& state) {
 /// The main window around the lyrics, as playback leaves it. Lengths in twips.
 class FakeMainWindow : public CorniceParole, public VistaKaraoke {
   public:
-    int AltezzaBarra() const override { return barHeight; }
+    int AltezzaBarra() const override { return 600; }
     int AltezzaInterna() const override { return innerHeight; }
     int LarghezzaParole() const override { return wordsWidth; }
     void DisponiParole(int top, int height) override { words = {top, height}; }
@@ -35,8 +34,7 @@ class FakeMainWindow : public CorniceParole, public VistaKaraoke {
 
     void Titolo(const std::string& title) override { captions.push_back(title); }
     void Durata(std::int32_t seconds, const std::string& text) override {
-        sliderMax = seconds;
-        lengthText = text;
+        length = {seconds, text};
     }
     void Cursore(std::int32_t seconds) override { slider = seconds; }
     void Posizione(const std::string& text) override { positionText = text; }
@@ -48,16 +46,14 @@ class FakeMainWindow : public CorniceParole, public VistaKaraoke {
     }
     void Disabilita(bool StatoComandi::*command) override { commands.*command = false; }
 
-    int barHeight = 600;
     int innerHeight = 5000;
     int wordsWidth = 4000;
     std::pair<int, int> words;  ///< top and height of the lyrics area
     Colour background = -1;
 
     std::vector<std::string> captions;
-    std::int32_t sliderMax = -1;
+    std::pair<std::int32_t, std::string> length;
     std::int32_t slider = -1;
-    std::string lengthText;
     std::string positionText;
     StatoComandi commands;
     std::vector<std::string> log;  ///< what happened to the logo and the commands, in order

@@ -21,11 +21,11 @@ inline SmfBuilder KarScore(const std::string& score, int division = 480) {
             continue;
         }
         const std::string what = event.substr(event.find(' ') + 1);
-        const auto number = [](const std::string& digits) { return std::stoul(digits); };
-        const auto tick = static_cast<std::uint32_t>(event.front() == '=' ? number(event.substr(1))
-                                                                          : 96 * number(event));
+        const std::size_t time =
+            event.front() == '=' ? std::stoul(event.substr(1)) : 96 * std::stoul(event);
+        const auto tick = static_cast<std::uint32_t>(time);
         if (what.starts_with("tempo ")) {
-            file.Tempo(tick, static_cast<int>(number(what.substr(6))));
+            file.Tempo(tick, std::stoi(what.substr(6)));
         } else if (what == "note") {
             file.Note(tick, 1, 60);
         } else if (what.starts_with("lyric ")) {

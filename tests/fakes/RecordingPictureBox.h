@@ -4,9 +4,9 @@
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace sonnel::test {
@@ -16,13 +16,6 @@ namespace sonnel::test {
 /// takes the first that is not below the one asked for, else the last.
 class RecordingPictureBox : public PictureBox {
   public:
-    struct Printed {
-        int x;
-        int y;
-        Colour colour;
-        std::string text;
-    };
-
     void Clear() override {
         printed.clear();
         cleared = backColour;
@@ -34,9 +27,6 @@ class RecordingPictureBox : public PictureBox {
         if (!sizes.empty()) {
             const auto size = std::lower_bound(sizes.begin(), sizes.end(), wanted.size);
             font.size = size != sizes.end() ? *size : sizes.back();
-        }
-        if (++fontsSet > 1000) {
-            throw std::runtime_error("the font is being set for ever");
         }
     }
     FontSpec Font() const override { return font; }
@@ -51,15 +41,15 @@ class RecordingPictureBox : public PictureBox {
         return {10 * font.size * static_cast<double>(characters), 20 * font.size * lines};
     }
     void Print(int x, int y, std::string_view text) override {
-        printed.push_back({x, y, foreColour, std::string(text)});
+        printed.emplace_back(std::to_string(foreColour) + " " + std::string(text),
+                             " @" + std::to_string(x) + "," + std::to_string(y));
     }
 
     /// What was printed, as "colour text" or "colour text @x,y".
     std::vector<std::string> Words(bool places = false) const {
         std::vector<std::string> words;
-        for (const Printed& print : printed) {
-            const std::string at = " @" + std::to_string(print.x) + "," + std::to_string(print.y);
-            words.push_back(std::to_string(print.colour) + " " + print.text + (places ? at : ""));
+        for (const auto& [word, place] : printed) {
+            words.push_back(places ? word + place : word);
         }
         return words;
     }
@@ -68,9 +58,8 @@ class RecordingPictureBox : public PictureBox {
     std::vector<double> sizes;
     Colour backColour = -1;
     Colour foreColour = -1;
-    Colour cleared = -1;  ///< the colour of the surface
-    std::vector<Printed> printed;
-    int fontsSet = 0;
+    Colour cleared = -1;                                       ///< the colour of the surface
+    std::vector<std::pair<std::string, std::string>> printed;  ///< and where
 };
 
 }  // namespace sonnel::test

@@ -1,6 +1,8 @@
 // Any bytes as a karaoke file: whatever they are, the conversion comes to an end, and the player
 // reads back as many events as were written.
 
+#include "Fuzz.h"
+
 #include "convert/EstraiParole.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "platform/Text.h"
@@ -8,23 +10,20 @@
 #include "song/LeggiKaraoke.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
 
-namespace {
-
-void Require(bool condition) {
-    if (!condition) {
-        std::abort();
+void sonnel::Check(const std::string& bytes) {
+    Midifile midifile;
+    if (midifile.OpenContent(bytes)) {
+        return;
     }
-}
-
-void CheckSong(const sonnel::Estrazione& made) {
-    const std::string text = sonnel::DecodeFileText(sonnel::EncodeFileText(made.Testo));
+    const auto base = BaseTempi::Leggi(midifile);
+    if (!base) {
+        return;
+    }
+    const Estrazione made = EstraiParole(midifile, *base, {});
+    const std::string text = DecodeFileText(EncodeFileText(made.Testo));
     Require(text == made.Testo);
-    sonnel::LineReader lines(text);
+    LineReader lines(text);
     int written = 0;
     bool late = false;  // a time of six digits or more, which the player misreads
     for (auto line = lines.Next(); (line = lines.Next());) {
@@ -34,22 +33,9 @@ void CheckSong(const sonnel::Estrazione& made) {
         }
     }
     Require(written == made.NumEventi);
-    sonnel::Timeline timeline;
-    sonnel::InformazioniBrano info;
-    sonnel::test::ScriptedMsgBox msgBox;
-    (void)sonnel::LeggiRighe(text, true, timeline, info, msgBox);
-    Require(late || timeline.NumEventi() == std::min<int>(written, sonnel::Timeline::Capienza));
-}
-
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    sonnel::Midifile midifile;
-    if (midifile.OpenContent(std::string(data, data + size))) {
-        return 0;
-    }
-    if (const auto base = sonnel::BaseTempi::Leggi(midifile)) {
-        CheckSong(sonnel::EstraiParole(midifile, *base, {}));
-    }
-    return 0;
+    Timeline timeline;
+    InformazioniBrano info;
+    test::ScriptedMsgBox msgBox;
+    (void)LeggiRighe(text, true, timeline, info, msgBox);
+    Require(late || timeline.NumEventi() == std::min<int>(written, Timeline::Capienza));
 }

@@ -1,36 +1,16 @@
+// Any bytes as a MIDI file: what is read of it keeps to these rules, whatever is in it.
+
+#include "Fuzz.h"
+
 #include "platform/midi/Chase.h"
 #include "platform/midi/Sequence.h"
 #include "platform/midi/SmfReader.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-#include <utility>
-
 namespace {
 
-void Require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
-
-/// What every file that is read must keep to, whatever is in it.
-void Check(const sonnel::SmfFile& file) {
-    std::size_t events = 0;
-    for (const auto& track : file.tracks) {
-        events += track.size();
-        std::uint64_t tick = 0;
-        for (const auto& event : track) {
-            Require(event.tick >= tick && event.data1 < 0x80 && event.data2 < 0x80);
-            Require(file.Data(event).size() == event.size);
-            tick = event.tick;
-        }
-    }
-    Require(events <= file.bytes.size());
-    const sonnel::Sequence sequence = sonnel::MakeSequence(file, 44100);
-    Require(sequence.lengthMs >= 0 && sequence.exclusive.size() <= file.bytes.size());
+void CheckSequence(const sonnel::Sequence& sequence) {
+    using sonnel::Require;
+    Require(sequence.lengthMs >= 0);
     std::int64_t frame = 0;
     for (const auto& event : sequence.events) {
         Require(event.frame >= frame && event.frame <= sequence.endFrame);
@@ -48,14 +28,23 @@ void Check(const sonnel::SmfFile& file) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::string bytes(size, '\0');
-    for (std::size_t i = 0; i < size; ++i) {
-        bytes[i] = static_cast<char>(data[i]);
+void sonnel::Check(const std::string& bytes) {
+    const auto file = ReadSmf(bytes);
+    if (!file) {
+        return;
     }
-    const auto file = sonnel::ReadSmf(std::move(bytes));
-    if (file) {
-        Check(*file);
+    std::size_t events = 0;
+    for (const auto& track : file->tracks) {
+        events += track.size();
+        std::uint64_t tick = 0;
+        for (const auto& event : track) {
+            Require(event.tick >= tick && event.data1 < 0x80 && event.data2 < 0x80);
+            Require(file->Data(event).size() == event.size);
+            tick = event.tick;
+        }
     }
-    return 0;
+    Require(events <= bytes.size());
+    const Sequence sequence = MakeSequence(*file, 44100);
+    Require(sequence.exclusive.size() <= bytes.size());
+    CheckSequence(sequence);
 }
