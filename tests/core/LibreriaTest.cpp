@@ -167,7 +167,7 @@ TEST_F(AggiungiBraniTest, CopiesAndIndexesTheSongs) {
     fs::last_write_time(source / "a.mid", time);
     Import({source / "b.lyk", source / "a.lyk", source / "c.LYK"});
     EXPECT_THAT(Table(), ElementsAre("b=T||New", "a=T||New", "c=||?"));
-    EXPECT_THAT(Index(), HasSubstr("[Album]\r\nNew=|\r\n"));
+    EXPECT_THAT(Index(), HasSubstr("[Album]\r\n?=|\r\nNew=|\r\n"));
     EXPECT_EQ(Content(directory / "a.lyk"), Content(source / "a.lyk"));
     EXPECT_EQ(fs::last_write_time(directory / "a.mid"), time);
     EXPECT_EQ(Content(directory / "B.MID"), "music of b");

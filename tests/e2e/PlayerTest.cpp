@@ -154,7 +154,7 @@ TEST(ThePlayer, ImportsConvertsRenamesPlaysAndDeletesSongs) {
     const auto kar = other / "two.kar";
     std::filesystem::copy(SONNEL_SONGS "/../KAR/Auld Lang Syne.kar", kar);
     AwaitPlayer(player);
-    PressIn(player, kMain, {"ctrl+o"});
+    PressIn(player, kMain, {"F3", "ctrl+o"});
     PressIn(player, "^Song selection - 5 songs", {"ctrl+Insert"});
     TypeIn(player, "^Add a new LYK song$", (other / "one.lyk").string());
     TakeMessages(player, 1);
