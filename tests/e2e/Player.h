@@ -4,12 +4,7 @@
 
 #include "fakes/TempDirectory.h"
 
-#include <algorithm>
-#include <chrono>
-#include <cstdint>
 #include <filesystem>
-#include <string>
-#include <vector>
 
 namespace sonnel::test {
 
@@ -64,13 +59,6 @@ class Player {
     std::string MainWindow() const { return screen.Window("^Sonnel Player 98 4.1 beta"); }
     /// Presses a key in the main window.
     void Press(const std::string& key) const { screen.Press(MainWindow(), key); }
-    /// A click on a letter that is sung.
-    void ClickWords() const {
-        const auto pixels = screen.Grab();
-        const auto place = static_cast<std::size_t>(std::find(pixels.begin(), pixels.end(), kSung) -
-                                                    pixels.begin());
-        screen.Click(place % VirtualScreen::Width, place / VirtualScreen::Width);
-    }
     /// Whether the menu's Exit ends it in time and well.
     bool Exits() {
         Press("ctrl+x");

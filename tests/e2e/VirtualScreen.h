@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -46,7 +47,7 @@ class Program : public QProcess {
 };
 
 /// An X server without a screen of its own, whose picture lies in a mapped file: looking at it
-/// costs the server and the program nothing. Keys and clicks go through xdotool. Programs that are
+/// costs the server and the program nothing. Keys go through xdotool. Programs that are
 /// started while it lives show their windows on it.
 class VirtualScreen {
   public:
@@ -68,15 +69,11 @@ class VirtualScreen {
         Map();
     }
 
-    /// Lets a window manager place and decorate the windows; super+m maximises.
+    /// Lets a window manager place and decorate the windows.
     void ManageWindows() {
-        QFile settings(directory_.filePath("openbox.xml"));
-        settings.open(QIODevice::WriteOnly);
-        settings.write(
-            "<openbox_config><keyboard><keybind key='W-m'>"
-            "<action name='ToggleMaximize'/></keybind></keyboard></openbox_config>");
-        settings.close();
-        manager_.start("openbox", {"--config-file", settings.fileName()});
+        const QString settings = directory_.filePath("openbox.xml");
+        std::ofstream(settings.toStdString()) << "<openbox_config/>";
+        manager_.start("openbox", {"--config-file", settings});
         if (!WaitUntil([this] { return !Xdotool({"get_num_desktops"}).empty(); })) {
             throw std::runtime_error("no window manager");
         }
@@ -116,9 +113,6 @@ class VirtualScreen {
     void Type(const std::string& window, const std::string& text) const {
         Xdotool({"windowfocus", "--sync", window, "type", text});
     }
-    void Click(std::size_t x, std::size_t y) const {
-        Xdotool({"mousemove", std::to_string(x), std::to_string(y), "click", "1"});
-    }
 
   private:
     static std::string Xdotool(const std::vector<std::string>& arguments) {
@@ -143,10 +137,10 @@ class VirtualScreen {
         if (header == nullptr) {
             throw std::runtime_error("the screen's picture cannot be read");
         }
-        const auto word = [header](int number) {
+        const auto word = [header](std::size_t number) {
             return qFromBigEndian<quint32>(header + 4 * number);
         };
-        constexpr int bytesPerColour = 12;
+        constexpr std::size_t bytesPerColour = 12;
         pixels_ = header + word(0) + bytesPerColour * word(19);
         if (word(12) != 4 * Width || pixels_ + 4 * Width * Height > header + file_.size()) {
             throw std::runtime_error("the screen's picture has an unknown form");

@@ -20,9 +20,7 @@ class ClockedEvents : public SystemEvents {
     }
     void WaitPending(std::chrono::milliseconds limit) override {
         ++turns;
-        if (whileWaiting) {
-            std::exchange(whileWaiting, nullptr)();
-        }
+        std::exchange(whileWaiting, [] {})();
         clock_.Advance(std::min(limit, nextEvent));
     }
     Pointer SetPointer(Pointer shown) override { return std::exchange(pointer, shown); }
@@ -31,7 +29,7 @@ class ClockedEvents : public SystemEvents {
     std::chrono::milliseconds nextEvent = std::chrono::milliseconds::max();
     std::chrono::nanoseconds perTurn{0};  ///< what handling the pending events takes
     int turns = 0;
-    std::function<void()> whileWaiting;  ///< what goes on during the next wait
+    std::function<void()> whileWaiting = [] {};  ///< what goes on during the next wait
     int beeps = 0;
     Pointer pointer = Pointer::Normal;
 

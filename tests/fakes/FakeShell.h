@@ -19,9 +19,7 @@ class FakeShell : public Shell {
     std::optional<OpenWindow> FindMixer() override { return mixer; }
     bool StartMixer() override {
         ++starts;
-        if (works) {
-            mixer = opensAtOnce;
-        }
+        mixer = works ? opensAtOnce : mixer;
         return works;
     }
     std::string MixerProgram() const override { return "mixer"; }
@@ -31,9 +29,7 @@ class FakeShell : public Shell {
     }
     void RegisterFileType(const std::filesystem::path& program) override {
         registered.push_back(program);
-        if (whileRegistering) {
-            whileRegistering();
-        }
+        whileRegistering();
     }
 
     bool works = true;                      ///< whether programs can be started
@@ -44,7 +40,7 @@ class FakeShell : public Shell {
     std::vector<std::string> opened;
     std::vector<std::uint32_t> activated;
     std::vector<std::filesystem::path> registered;
-    std::function<void()> whileRegistering;
+    std::function<void()> whileRegistering = [] {};
 };
 
 }  // namespace sonnel::test

@@ -20,14 +20,12 @@ class OtherWindows : public AltreFinestre {
     void SincronizzaDB() override { called.emplace_back("update"); }
     void MostraOpzioni() override {
         called.emplace_back("options");
-        if (options) {
-            options();
-        }
+        options();
     }
     void CaricaLibreria() override { called.emplace_back("load library"); }
 
     std::optional<FileBrano> choice;
-    std::function<void()> options;
+    std::function<void()> options = [] {};
     std::vector<std::string> called;
 };
 

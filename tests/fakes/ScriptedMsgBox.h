@@ -13,9 +13,7 @@ class ScriptedMsgBox : public MsgBox {
   public:
     Answer Show(const Message& message) override {
         shown.push_back(message);
-        if (whileShown) {
-            whileShown();
-        }
+        whileShown();
         if (answers.empty()) {
             return Answer::Ok;
         }
@@ -26,7 +24,7 @@ class ScriptedMsgBox : public MsgBox {
 
     std::vector<Message> shown;
     std::deque<Answer> answers;
-    std::function<void()> whileShown;  ///< what goes on behind an open box
+    std::function<void()> whileShown = [] {};  ///< what goes on behind an open box
 };
 
 }  // namespace sonnel::test

@@ -20,8 +20,6 @@ TEST(CRebar, HoldsToolbarsInAStripAsWideAsItsWindow) {
 
     const QPointer<QToolBar> bar = new QToolBar;
     bar->resize(100, 30);
-    CRebar::TBMakeFlat(*bar, false);
-    EXPECT_EQ(bar->toolButtonStyle(), Qt::ToolButtonIconOnly);
     rebar.AddBands("", 1, bar, 1);
     EXPECT_EQ(bar->geometry(), QRect(0, 0, 100, 30));
     EXPECT_TRUE(bar->isVisible());

@@ -55,10 +55,7 @@ struct PlayerRig {
         window->Form_Load();
         window->activateWindow();
         (void)QTest::qWaitForWindowActive(window.get());
-        for (QWidget* widget : window->findChildren<QWidget*>()) {
-            auto* found = dynamic_cast<QtPictureBox*>(widget);
-            lyrics = found != nullptr ? found : lyrics;
-        }
+        lyrics = dynamic_cast<QtPictureBox*>(&Find<QWidget>(*window, "Lyrics"));
         slider = window->findChild<QSlider*>();
         buttons = window->findChild<QToolBar*>()->actions();
     }

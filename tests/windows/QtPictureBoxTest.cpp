@@ -2,48 +2,35 @@
 
 #include "platform/qt/QtPictureBox.h"
 
-#include <string_view>
-
 #include <gtest/gtest.h>
 
 namespace sonnel::test {
 namespace {
 
-constexpr double TwipsPerPixel = 15;
-constexpr Colour Black = 0;
 constexpr Colour White = 0xFFFFFF;
 constexpr Colour Red = 0x0000FF;
 constexpr Colour Teal = 0x808000;
-const FontSpec Large{"Arial", 30, true};
 
-/// A drawing surface on the screen, black.
-class Surface : public QtPictureBox {
-  public:
-    explicit Surface(QSize size = {500, 120}, QWidget* parent = nullptr)
-        : QtPictureBox(TwipsPerPixel, parent) {
-        resize(size);
-        SetFont(Large);
-        SetBackColor(Black);
-        Clear();
-        show();
-    }
-    void Print(int x, int y, Colour colour, std::string_view text) {
-        SetForeColor(colour);
-        QtPictureBox::Print(x, y, text);
-    }
-};
-
-TEST(QtPictureBox, ShowsItsPictureAgainAsItWas) {
+TEST(QtPictureBox, MeasuresLinesAndShowsItsPictureAgainAsItWas) {
     QWidget window;
     window.resize(600, 200);
     window.show();
-    Surface surface({250, 120}, &window);
+    QtPictureBox surface(Scale, &window);
+    surface.SetFont({"Arial", 30, true});
+    const TextSize line = surface.Measure("HHHHHHHHHH");
+    const TextSize lines = surface.Measure("H\r\nHHHHHHHHHH\r\nHH");
+    EXPECT_EQ(lines.width, line.width);
+    EXPECT_NEAR(lines.height, 3 * line.height, 2);
+
+    surface.resize(250, 120);
+    surface.show();
     surface.SetBackColor(Red);
     surface.Clear();
     surface.resize(500, 120);
     Shot(surface);
     surface.SetBackColor(White);
-    surface.Print(3000, 150, Teal, "Rondine");
+    surface.SetForeColor(Teal);
+    surface.Print(3000, 150, "Rondine");
     const QImage before = Shot(surface);
     EXPECT_EQ(Count(before, White), 0) << "the paper is that of the last clearing";
     EXPECT_GT(Count(before, Teal), 200);
@@ -60,14 +47,6 @@ TEST(QtPictureBox, ShowsItsPictureAgainAsItWas) {
         surface.resize(500, 120);
         EXPECT_TRUE(Shot(surface) == before) << "resized to " << size.width();
     }
-}
-
-TEST(QtPictureBox, MeasuresTheWidestOfItsLines) {
-    Surface surface;
-    const TextSize size = surface.Measure("HHHHHHHHHH");
-    const TextSize lines = surface.Measure("H\r\nHHHHHHHHHH\r\nHH");
-    EXPECT_EQ(lines.width, size.width);
-    EXPECT_NEAR(lines.height, 3 * size.height, 2);
 }
 
 }  // namespace

@@ -6,8 +6,7 @@
 #include <QApplication>
 #include <QTest>
 #include <functional>
-#include <string>
-#include <vector>
+#include <tuple>
 
 #include <gmock/gmock.h>
 
@@ -105,24 +104,21 @@ TEST_F(frmInfoBranoTest, EnablesWhatCanBeDoneAndCancelWritesNothing) {
 }
 
 TEST_F(frmInfoBranoTest, OkWritesTableIndexAndFile) {
-    struct Case {
-        QString title, album;
-        std::string song;  ///< "" when OK is refused
-    };
-    const std::vector<Case> cases{{"  New \n |=&\r\n", "Old", "New   |=&|A|Old"},
-                                  {"", "<None>", "|A|?"},
-                                  {"\u0416", " Fresh ", "\u0416|A|Fresh"},
-                                  {QString(10'000, 'x'), "Old", ""},
-                                  {"T", "a=b", ""}};
-    std::string song = "T|A|Hits";
-    for (const Case& c : cases) {
-        Edit([&] {
-            TypeTitle(c.title);
-            TypeAlbum(c.album);
+    const std::string last = "\u0416|A|Fresh";
+    const std::vector<std::tuple<QString, QString, std::string>> cases{
+        {"  New \n |=&\r\n", "Old", "New   |=&|A|Old"},
+        {"", "<None>", "|A|?"},
+        {"\u0416", " Fresh ", last},
+        {QString(10'000, 'x'), "Old", ""},  // refused
+        {"T", "a=b", ""}};
+    for (const auto& [title, album, written] : cases) {
+        Edit([&, &title = title, &album = album] {
+            TypeTitle(title);
+            TypeAlbum(album);
             QTest::keyClick(window, Qt::Key_Return);
-            EXPECT_EQ(Messages().size(), c.song.empty() ? 1U : 0U);
         });
-        song = c.song.empty() ? song : c.song;
+        EXPECT_EQ(Messages().size(), written.empty() ? 1U : 0U);
+        const std::string& song = written.empty() ? last : written;
         EXPECT_EQ(Table()[0], "a=" + song);
         EXPECT_THAT(Index(), HasSubstr("\r\na=" + song + "\r\n"));
     }
