@@ -86,7 +86,7 @@ TEST(ThePlayer, ColoursTheWordsAsItsOptionsSayPausesResumesAndStops) {
     std::this_thread::sleep_for(milliseconds(200));
     const auto paused = sung();
     EXPECT_FALSE(WaitUntil([&] { return sung() != paused; }, milliseconds(1800)));
-    player.Press("F3");
+    player.Press("F2");
     EXPECT_TRUE(WaitUntil([&] { return sung() > paused; }));
 
     const auto wordless = [&] { return sung() + player.Pixels(Chosen) == 0; };
