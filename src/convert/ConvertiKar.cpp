@@ -248,6 +248,7 @@ std::optional<Error> ConversioneKar::Registra() {
     }
     ProfileFile indice(PercorsoIndice(libreria_.config.OpenDir));
     ProfileFile::Batch lotto(indice);
+    AssicuraIndice(indice);
     // An entry that was left from a song whose name differs in letter case takes the new spelling.
     (void)indice.Respell(SezioneBrani, base_);
     ScriviBrano(indice, base_, letta->Titolo, letta->Autore, letta->Album);
