@@ -139,7 +139,7 @@ EsitoAggiornamento AggiornaIndice(const Libreria& libreria) {
         }
         if (elenco) {
             RiempiTabella(indice, *elenco, libreria);
-            if (elenco->empty() && Accessibile(directory)) {
+            if (libreria.brani.NumBrani() == 0 && Accessibile(directory)) {
                 AssicuraIndice(indice);
             }
             esito.errore = lotto.Commit();

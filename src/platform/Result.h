@@ -6,7 +6,7 @@
 
 namespace sonnel {
 
-/// What went wrong: a number to show and one sentence for the person.
+/// What went wrong: a number to show and one sentence for the user.
 struct Error {
     int number = 0;
     std::string text;
