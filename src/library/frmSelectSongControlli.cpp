@@ -18,20 +18,20 @@ constexpr int LarghezzaIniziale = 105;  // mean characters of the list's font
 constexpr int AltezzaIniziale = 36;     // its lines
 
 /// The toolbar's buttons in their order, by the names of their menu items; "" for a separator.
-constexpr std::array<std::string_view, 14> Barra{"mnuDataAdd",
-                                                 "mnuFileProperties",
-                                                 "mnuDataDelete",
-                                                 "mnuFileRandom",
-                                                 "",
-                                                 "mnuFileOpenLyk",
-                                                 "mnuDataConvert",
-                                                 "",
-                                                 "mnuViewSort0",
-                                                 "mnuViewSort1",
-                                                 "mnuViewSort2",
-                                                 "",
-                                                 "mnuDataReload",
-                                                 "mnuDataRebuild"};
+constexpr std::array<std::string_view, 14> BarraLibreria{"mnuDataAdd",
+                                                         "mnuFileProperties",
+                                                         "mnuDataDelete",
+                                                         "mnuFileRandom",
+                                                         "",
+                                                         "mnuFileOpenLyk",
+                                                         "mnuDataConvert",
+                                                         "",
+                                                         "mnuViewSort0",
+                                                         "mnuViewSort1",
+                                                         "mnuViewSort2",
+                                                         "",
+                                                         "mnuDataReload",
+                                                         "mnuDataRebuild"};
 
 }  // namespace
 
@@ -97,12 +97,12 @@ std::span<const frmSelectSong::Comando> frmSelectSong::TabellaComandi() {
 
 const frmSelectSong::Comando* frmSelectSong::ComandoDelBottone(int indice) {
     const auto posto = static_cast<std::size_t>(indice) - 1;
-    if (posto >= Barra.size() || Barra[posto].empty()) {
+    if (posto >= BarraLibreria.size() || BarraLibreria[posto].empty()) {
         return nullptr;
     }
     const auto tabella = TabellaComandi();
     return &*std::find_if(tabella.begin(), tabella.end(),
-                          [posto](const Comando& c) { return c.nome == Barra[posto]; });
+                          [posto](const Comando& c) { return c.nome == BarraLibreria[posto]; });
 }
 
 void frmSelectSong::Esegui(const Comando& comando) {
@@ -114,16 +114,14 @@ void frmSelectSong::Esegui(const Comando& comando) {
 }
 
 void frmSelectSong::CreaMenu() {
-    QMenu* menu = nullptr;
     for (const Comando& comando : TabellaComandi()) {
-        if (comando.menu != nullptr) {
-            menu = menu_->addMenu(comando.menu);
-        }
+        QMenu& menu = comando.menu != nullptr ? *menu_->addMenu(comando.menu)
+                                              : *menu_->actions().back()->menu();
         if (comando.testo == nullptr) {
-            menu->addSeparator()->setObjectName(comando.nome);
+            menu.addSeparator()->setObjectName(comando.nome);
             continue;
         }
-        QAction* voce = menu->addAction(comando.testo, this, [this, &comando] { Esegui(comando); });
+        QAction* voce = menu.addAction(comando.testo, this, [this, &comando] { Esegui(comando); });
         voce->setObjectName(comando.nome);
         if (comando.tasti.key() != Qt::Key_unknown) {
             voce->setShortcut(comando.tasti);
@@ -139,7 +137,7 @@ QWidget* frmSelectSong::CreaBarra() {
     DressToolStrip(*striscia);
     tlbBar = AddToolBar(*striscia);
     auto* ordini = new QActionGroup(this);
-    for (int indice = 1; indice <= static_cast<int>(Barra.size()); ++indice) {
+    for (int indice = 1; indice <= static_cast<int>(BarraLibreria.size()); ++indice) {
         const Comando* comando = ComandoDelBottone(indice);
         if (comando == nullptr) {
             tlbBar->addSeparator();

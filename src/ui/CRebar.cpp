@@ -12,7 +12,7 @@ namespace sonnel {
 namespace {
 
 constexpr double TwipsPerInch = 1440;
-constexpr int AltezzaIniziale = 60;  // pixels
+constexpr int AltezzaAllaCreazione = 60;  // pixels
 constexpr const char* ProprietaStile = "tbStyle";
 
 double TwipsPerPixel(const QWidget& widget) {
@@ -38,7 +38,7 @@ QVariant CRebar::Create() {
     strip_ = new QWidget(parent_);
     strip_->lower();
     handle_ = 1;
-    Move(0, 0, parent_->width() - Margine, AltezzaIniziale);
+    Move(0, 0, parent_->width() - Margine, AltezzaAllaCreazione);
     strip_->show();
     return handle_ != 0;
 }

@@ -178,7 +178,8 @@ TEST(ConvertiKar, AStepThatFailsIsTriedAgainUntilItSucceedsOrIsGivenUp) {
             };
             const bool busy = !before.ends_with("normal ");
             const std::string failure = busy ? "normal " + step + " busy " : step + " ";
-            std::string log = before + failure + failure + kWhole.substr(before.size());
+            std::string log = before;
+            log.append(failure).append(failure).append(kWhole, before.size());
             if (answer == Cancel) {
                 log.resize(log.find(step) + step.size() + 1);
             }

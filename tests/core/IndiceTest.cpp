@@ -50,24 +50,25 @@ TEST(Indice, SplitsASongsEntry) {
 }
 
 TEST(EliminaFileBrano, TakesTheFilesOfOneSongOnly) {
-    using Names = std::set<std::string>;
-    const Names files{"tune.lyk", "tune.mid", "tune.bak", "tune",       "tune.old.mid", "Tune.lyk",
-                      "Tune.mid", "key.LYK",  "KEY.mid",  "[a]*.lyk",   "a.lyk",        "..lyk",
-                      "lone.lyk", "LONE.lyk", "LONE.mid", "sonnel.lyk", "sonnel.snl"};
-    const std::map<std::string, Names> deletions{{"tune", {"tune.lyk", "tune.mid", "tune.bak"}},
-                                                 {"kEy", {"key.LYK", "KEY.mid"}},
-                                                 {"lone", {"lone.lyk"}},
-                                                 {"[a]*", {"[a]*.lyk"}},
-                                                 {"sonnel", {"sonnel.lyk"}},
-                                                 {".", {}},
-                                                 {"", {}}};
+    using FileNames = std::set<std::string>;
+    const FileNames files{"tune.lyk",   "tune.mid",  "tune.bak", "tune",     "tune.old.mid",
+                          "Tune.lyk",   "Tune.mid",  "key.LYK",  "KEY.mid",  "[a]*.lyk",
+                          "a.lyk",      "..lyk",     "lone.lyk", "LONE.lyk", "LONE.mid",
+                          "sonnel.lyk", "sonnel.snl"};
+    const std::map<std::string, FileNames> deletions{{"tune", {"tune.lyk", "tune.mid", "tune.bak"}},
+                                                     {"kEy", {"key.LYK", "KEY.mid"}},
+                                                     {"lone", {"lone.lyk"}},
+                                                     {"[a]*", {"[a]*.lyk"}},
+                                                     {"sonnel", {"sonnel.lyk"}},
+                                                     {".", {}},
+                                                     {"", {}}};
     for (const auto& [song, gone] : deletions) {
         const TempDirectory library;
         for (const std::string& file : files) {
             library.Write(file, "");
         }
         EliminaFileBrano(library.Path(), song);
-        Names left = files;
+        FileNames left = files;
         std::erase_if(left, [&gone = gone](const auto& name) { return gone.contains(name); });
         EXPECT_EQ(library.Names(), left) << song;
     }

@@ -18,7 +18,7 @@ using ::testing::EndsWith;
 using ::testing::MatchesRegex;
 
 /// Two seconds at a tick a millisecond, with all that a song sets up.
-std::string Song() {
+std::string SongOfAllEvents() {
     SmfBuilder song(1, 500);
     song.Track().Text(0, 3, "Song").Tempo(0, 500000);
     song.Track().Control(0, 0, 2).Control(0, 32, 3).Program(0, 40).Control(5, 0, 9);
@@ -67,7 +67,7 @@ class MMControlTest : public testing::Test, protected SequencerRig {
         EXPECT_EQ(After(50), "");
     }
 
-    const std::string song = Song();
+    const std::string song = SongOfAllEvents();
     std::string log;
 };
 

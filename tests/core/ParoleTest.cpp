@@ -213,7 +213,7 @@ TEST_F(SyncTest, LiveEventsNeedNotBeSorted) {
 }
 
 /// A machine that takes `perTurn` to paint a page, and keeps the last one that it painted.
-struct Machine : ClockedEvents {
+struct CalibrationClock : ClockedEvents {
     using ClockedEvents::ClockedEvents;
     void RunPending() override {
         painted = surface->Words();
@@ -239,7 +239,7 @@ struct CalibrationTest : LyricsTest {
     }
 
     ManualClock clock;
-    Machine events{clock};
+    CalibrationClock events{clock};
     MemoryRegistry registry;
 };
 

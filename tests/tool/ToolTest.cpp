@@ -108,7 +108,9 @@ TEST_F(ToolTest, ABadFileIsNamedAndTheOthersAreDone) {
         {"header", ".lyk"}, {"check", ".lyk"}, {"midi", ".mid"}, {"convert --force", ".kar"}};
     for (const auto& [command, end] : commands) {
         for (const std::string bad : {"none", "d", "\xFF"}) {
-            const json all = Json(command + " '" + bad + end + "' ok" + end, 1);
+            std::string line = command;
+            line.append(" '").append(bad).append(end).append("' ok").append(end);
+            const json all = Json(line, 1);
             ASSERT_EQ(all.size(), 2U) << command << " " << bad << out;
             EXPECT_EQ(all[0]["ok"], false) << command << " " << bad;
             EXPECT_EQ(all[1]["ok"], true) << command << " " << bad;

@@ -18,7 +18,7 @@ constexpr int kHighestRate = 96000;
 /// Short enough for commands to act at once, long enough for a busy machine.
 constexpr unsigned kLatencyMs = 20;
 
-struct Deleter {
+struct CubebDeleter {
     void operator()(cubeb* context) const { cubeb_destroy(context); }
     void operator()(cubeb_stream* stream) const {
         cubeb_stream_stop(stream);
@@ -36,8 +36,8 @@ struct CubebOutput::Impl {
     std::atomic<std::int64_t> asked{0};
     std::atomic<bool> lost{false};
     std::int64_t heard = 0;
-    std::unique_ptr<cubeb, Deleter> context;
-    std::unique_ptr<cubeb_stream, Deleter> stream;  // after the context: it must go first
+    std::unique_ptr<cubeb, CubebDeleter> context;
+    std::unique_ptr<cubeb_stream, CubebDeleter> stream;  // after the context: it must go first
 
     bool OpenContext();
     bool OpenStream();

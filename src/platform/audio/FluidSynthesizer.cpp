@@ -22,12 +22,12 @@ constexpr int kDeviceId = 16;
 /// A loud arrangement on all 16 channels peaks at 0.7 to 0.8 with the usual SoundFonts.
 constexpr double kGain = 0.2;
 
-struct Deleter {
+struct FluidDeleter {
     void operator()(fluid_settings_t* settings) const { delete_fluid_settings(settings); }
     void operator()(fluid_synth_t* synth) const { delete_fluid_synth(synth); }
 };
-using Settings = std::unique_ptr<fluid_settings_t, Deleter>;
-using Synth = std::unique_ptr<fluid_synth_t, Deleter>;
+using Settings = std::unique_ptr<fluid_settings_t, FluidDeleter>;
+using Synth = std::unique_ptr<fluid_synth_t, FluidDeleter>;
 
 /// Receives FluidSynth's log: keeps the last error in the text it is given, drops the rest.
 void KeepError(int level, const char* message, void* text) {

@@ -6,7 +6,7 @@
 namespace sonnel {
 namespace {
 
-constexpr std::string_view Estensioni = ".mid.lyk";
+constexpr std::string_view EstensioniBrano = ".mid.lyk";
 constexpr std::size_t LunghezzaEstensione = 4;
 
 }  // namespace
@@ -32,7 +32,7 @@ std::string BranoDaRiga(std::string riga) {
     const std::size_t lunghezza = std::min(LunghezzaEstensione, riga.size());
     const std::string coda = riga.substr(riga.size() - lunghezza);
     // A line too short to lose four characters is kept: it may be a song's name.
-    if (lunghezza == LunghezzaEstensione && Estensioni.find(coda) != std::string_view::npos) {
+    if (lunghezza == LunghezzaEstensione && EstensioniBrano.find(coda) != std::string_view::npos) {
         riga.resize(riga.size() - LunghezzaEstensione);
     }
     return riga;

@@ -89,7 +89,7 @@ constexpr std::array TabellaComandi{
 };
 
 /// The toolbar's buttons in their order, by the names of their menu items; "" for a separator.
-constexpr std::array<std::string_view, 11> Barra{
+constexpr std::array<std::string_view, 11> BarraPlayer{
     "mnuFileLoad", "mnuVisInfo",     "", "mnuVisCalibratura", "mnuVisOpzioni",
     "mnuVisMixer", "mnuHelpWebHome", "", "mnuSoundPlay",      "mnuSoundPause",
     "mnuSoundStop"};
@@ -97,26 +97,24 @@ constexpr std::array<std::string_view, 11> Barra{
 /// The command of a place in the toolbar, counted from 1; null when there is none.
 const Comando* ComandoDelBottone(int indice) {
     const auto posto = static_cast<std::size_t>(indice) - 1;
-    if (posto >= Barra.size() || Barra[posto].empty()) {
+    if (posto >= BarraPlayer.size() || BarraPlayer[posto].empty()) {
         return nullptr;
     }
     return &*std::find_if(TabellaComandi.begin(), TabellaComandi.end(),
-                          [posto](const Comando& c) { return c.nome == Barra[posto]; });
+                          [posto](const Comando& c) { return c.nome == BarraPlayer[posto]; });
 }
 
 }  // namespace
 
 void frmKaraoke::CreaMenu() {
-    QMenu* menu = nullptr;
     for (const Comando& comando : TabellaComandi) {
-        if (comando.menu != nullptr) {
-            menu = menuBar()->addMenu(comando.menu);
-        }
+        QMenu& menu = comando.menu != nullptr ? *menuBar()->addMenu(comando.menu)
+                                              : *menuBar()->actions().back()->menu();
         if (comando.testo == nullptr) {
-            menu->addSeparator()->setObjectName(comando.nome);
+            menu.addSeparator()->setObjectName(comando.nome);
             continue;
         }
-        QAction* voce = menu->addAction(comando.testo, this, comando.gestore);
+        QAction* voce = menu.addAction(comando.testo, this, comando.gestore);
         voce->setObjectName(comando.nome);
         if (comando.tasti.key() != Qt::Key_unknown) {
             voce->setShortcut(comando.tasti);
@@ -125,7 +123,7 @@ void frmKaraoke::CreaMenu() {
             legami_.push_back({voce, comando.voce});
         }
         if (comando.gestore == &frmKaraoke::mnuSoundPlay_Click) {
-            connect(menu, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
+            connect(&menu, &QMenu::aboutToShow, this, &frmKaraoke::mnuSound_Click);
         }
     }
 }
@@ -135,7 +133,7 @@ void frmKaraoke::CreaBarra() {
     tlbBar = AddToolBar(*striscia_);
     tlbBar->setAccessibleName("Commands");
     tlbBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
-    for (int indice = 1; indice <= static_cast<int>(Barra.size()); ++indice) {
+    for (int indice = 1; indice <= static_cast<int>(BarraPlayer.size()); ++indice) {
         const Comando* comando = ComandoDelBottone(indice);
         if (comando == nullptr) {
             tlbBar->addSeparator();
