@@ -122,9 +122,9 @@ struct Player {
         return FindSoundFont("", ProcessEnvironment, SoundFontDirectories(ProcessEnvironment));
     }};
     MeteredSynth metered{synth};
-    DefaultOutput output{AudioDriver{AudioDriver::Kind::Silence, ""}};
-    QtTimer timer;
     QtClock clock;
+    DefaultOutput output{AudioDriver{AudioDriver::Kind::Silence, ""}, clock};
+    QtTimer timer;
     MMControl sequencer{metered, output, timer, clock};
     test::ScriptedMsgBox msgBox;
     QtSystemEvents events;

@@ -216,7 +216,8 @@ bool MeasureSync(const std::string& pipe) {
 /// Plays for ten seconds as the player does, while the script takes the device away and brings it
 /// back, and prints the longest halt. Fails when the position goes back or does not go on.
 bool MeasureLoss() {
-    DefaultOutput output({});
+    const SteadyClock clock;
+    DefaultOutput output({}, clock);
     Player player(output);
     std::cout << "playing" << std::endl;  // the script waits for this line
     const Steady::time_point start = Steady::now();

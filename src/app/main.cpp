@@ -68,9 +68,9 @@ int main(int argc, char** argv) {
         return FindSoundFont(setting("SoundFont"), ProcessEnvironment,
                              SoundFontDirectories(ProcessEnvironment));
     });
-    DefaultOutput output(ChooseAudioDriver(setting("AudioDriver"), ProcessEnvironment));
-    QtTimer timer;
     const QtClock clock;
+    DefaultOutput output(ChooseAudioDriver(setting("AudioDriver"), ProcessEnvironment), clock);
+    QtTimer timer;
     MMControl sequencer(synthesiser, output, timer, clock);
     QtMsgBox msgBox;
     QtSystemEvents events;

@@ -34,6 +34,8 @@ class AudioOutput {
     /// Called now and then on the user-interface thread: replaces a device that went away. The
     /// count of frames heard goes on.
     virtual void Maintain() {}
+    /// Called when playing begins: looks for a device once more when there was none.
+    virtual void LookAgain() {}
 };
 
 }  // namespace sonnel

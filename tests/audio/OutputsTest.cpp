@@ -1,3 +1,4 @@
+#include "fakes/ManualClock.h"
 #include "fakes/ManualOutput.h"
 #include "fakes/TempDirectory.h"
 #include "platform/audio/DefaultOutput.h"
@@ -66,7 +67,8 @@ TEST(WithoutDevice, SongsGoOnAtTheClockAndTheFileHoldsExactlyWhatWasAskedFor) {
     const auto wav = folder / "song.wav";
     for (const AudioDriver& driver : {AudioDriver{AudioDriver::Kind::Silence, ""},
                                       AudioDriver{AudioDriver::Kind::File, wav.string()}}) {
-        DefaultOutput output(driver);
+        const ManualClock clock;
+        DefaultOutput output(driver, clock);
         Ramp source;
         for (int song = 0; song < 2; ++song) {  // the second goes on in the same file
             const std::int64_t before = source.asked;
@@ -121,10 +123,11 @@ class Device : public testing::Test {
   protected:
     DefaultOutput Output(const std::string& system = "") {
         return DefaultOutput(
-            {AudioDriver::Kind::Device, system},
+            {AudioDriver::Kind::Device, system}, clock_,
             [this](const std::string&) { return std::move(made_); },
             [this](const std::string& sentence) { said_.push_back(sentence); });
     }
+    ManualClock clock_;
     std::unique_ptr<ManualOutput> made_ = std::make_unique<ManualOutput>();
     ManualOutput& device_ = *made_;
     Ramp source_;
@@ -139,7 +142,7 @@ TEST_F(Device, ThatIsLostIsReplacedAndTheCountGoesOn) {
     output.Maintain();
     EXPECT_EQ(device_.starts, 1);
     EXPECT_EQ(output.FramesHeard(), 800);
-    device_.lost = true;
+    clock_.Advance(std::chrono::seconds(3));  // in which it asks for nothing
     output.Maintain();
     EXPECT_EQ(device_.starts, 2);
     EXPECT_EQ(output.FramesHeard(), 1000);
@@ -163,7 +166,11 @@ TEST_F(Device, ThatWasNeverThereIsReportedOnce) {
     for (int song = 0; song < 2; ++song) {
         ASSERT_FALSE(output.Start(source_));
         ASSERT_TRUE(source_.WaitFor(source_.asked + 500));
+        device_.startError.reset();
+        output.LookAgain();
+        EXPECT_EQ(device_.Running(), song == 0) << "tried at most every two seconds";
         output.Stop();
+        device_.startError = Error{19, "gone"};
     }
     EXPECT_THAT(said_, testing::ElementsAre(
                            HasSubstr("\"jakc\" is not available; \"manual\" is used instead"),

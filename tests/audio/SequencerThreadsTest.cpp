@@ -23,9 +23,9 @@ TEST(SequencerThreads, CommandsInAHurryMeetTheSoundThread) {
     const TempDirectory folder;
     const std::string song = folder.Write("song.mid", DemoSong(DemoScores().front()).midi).string();
     FluidSynthesizer synth(SmallSoundFont);
-    DefaultOutput output(AudioDriver{AudioDriver::Kind::Silence, ""});
-    ManualTimer timer;
     ManualClock clock;
+    DefaultOutput output(AudioDriver{AudioDriver::Kind::Silence, ""}, clock);
+    ManualTimer timer;
     MMControl control(synth, output, timer, clock);
     std::mt19937 random(1);  // NOLINT(bugprone-random-generator-seed): the same every time
     int played = 0;

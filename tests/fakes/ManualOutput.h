@@ -30,6 +30,7 @@ class ManualOutput : public DeviceOutput {
         return reported.value_or(std::max<std::int64_t>(0, asked - latency));
     }
     void Maintain() override { ++maintained; }
+    void LookAgain() override { ++maintained; }
     bool Lost() const override { return lost; }
     std::string System() const override { return "manual"; }
 

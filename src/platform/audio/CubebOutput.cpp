@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <functional>
+#include <future>
 #include <span>
+#include <thread>
 #include <utility>
 
 #include <cubeb/cubeb.h>
@@ -17,6 +20,8 @@ constexpr int kLowestRate = 8000;
 constexpr int kHighestRate = 96000;
 /// Short enough for commands to act at once, long enough for a busy machine.
 constexpr unsigned kLatencyMs = 20;
+/// A sound system that answers at all takes a few milliseconds to open or close a stream.
+constexpr std::chrono::milliseconds kPatience{300};
 
 struct CubebDeleter {
     void operator()(cubeb* context) const { cubeb_destroy(context); }
@@ -28,37 +33,62 @@ struct CubebDeleter {
 
 }  // namespace
 
-struct CubebOutput::Impl {
+/// The connection to the sound system and the stream on it. Every call but the callbacks may hang
+/// with the system, so Work makes them; the thread that hangs keeps the device alive.
+struct CubebOutput::Device {
     std::string wanted;
     int rate = 0;
     unsigned latency = 0;
-    SoundSource* source = nullptr;
+    std::atomic<SoundSource*> source{nullptr};
+    std::atomic<bool> filling{false};
     std::atomic<std::int64_t> asked{0};
     std::atomic<bool> lost{false};
-    std::int64_t heard = 0;
     std::unique_ptr<cubeb, CubebDeleter> context;
     std::unique_ptr<cubeb_stream, CubebDeleter> stream;  // after the context: it must go first
 
     bool OpenContext();
+    void FindRate();
     bool OpenStream();
+    void OpenAnew();
+    void Close();
+    void Detach();
     [[nodiscard]] cubeb_stream_params Parameters() const;
 
+    void Fill(float* output, std::size_t frames);
     static long OnData(cubeb_stream* /*stream*/, void* user, const void* /*input*/, void* output,
                        long frames) {
-        auto& self = *static_cast<Impl*>(user);
-        const auto count = static_cast<std::size_t>(frames);
-        self.source->Fill(std::span(static_cast<float*>(output), 2 * count));
-        self.asked.fetch_add(frames, std::memory_order_release);
+        static_cast<Device*>(user)->Fill(static_cast<float*>(output),
+                                         static_cast<std::size_t>(frames));
         return frames;
     }
     static void OnState(cubeb_stream* /*stream*/, void* user, cubeb_state state) {
         if (state == CUBEB_STATE_ERROR) {
-            static_cast<Impl*>(user)->lost.store(true);
+            static_cast<Device*>(user)->lost.store(true);
         }
     }
 };
 
-bool CubebOutput::Impl::OpenContext() {
+void CubebOutput::Device::Fill(float* output, std::size_t frames) {
+    const std::span<float> out(output, 2 * frames);
+    filling = true;
+    if (SoundSource* from = source) {
+        from->Fill(out);
+    } else {
+        std::fill(out.begin(), out.end(), 0.0F);
+    }
+    filling = false;
+    asked.fetch_add(static_cast<std::int64_t>(frames), std::memory_order_release);
+}
+
+/// After it no Fill of the source runs, whatever the stream does.
+void CubebOutput::Device::Detach() {
+    source = nullptr;
+    while (filling) {
+        std::this_thread::yield();
+    }
+}
+
+bool CubebOutput::Device::OpenContext() {
     if (context) {
         return true;
     }
@@ -70,7 +100,15 @@ bool CubebOutput::Impl::OpenContext() {
     return true;
 }
 
-cubeb_stream_params CubebOutput::Impl::Parameters() const {
+void CubebOutput::Device::FindRate() {
+    std::uint32_t preferred = 0;
+    const bool known =
+        OpenContext() && cubeb_get_preferred_sample_rate(context.get(), &preferred) == CUBEB_OK;
+    const bool usable = known && preferred >= kLowestRate && preferred <= kHighestRate;
+    rate = usable ? static_cast<int>(preferred) : kUsualRate;
+}
+
+cubeb_stream_params CubebOutput::Device::Parameters() const {
     cubeb_stream_params parameters{};
     parameters.format = CUBEB_SAMPLE_FLOAT32NE;
     parameters.rate = static_cast<std::uint32_t>(rate);
@@ -80,7 +118,7 @@ cubeb_stream_params CubebOutput::Impl::Parameters() const {
     return parameters;
 }
 
-bool CubebOutput::Impl::OpenStream() {
+bool CubebOutput::Device::OpenStream() {
     if (!OpenContext()) {
         return false;
     }
@@ -90,9 +128,6 @@ bool CubebOutput::Impl::OpenStream() {
         least = 0;
     }
     latency = std::max(least, parameters.rate * kLatencyMs / 1000);
-    asked = 0;
-    heard = 0;
-    lost = false;
     cubeb_stream* opened = nullptr;
     if (cubeb_stream_init(context.get(), &opened, "Sonnel", nullptr, nullptr, nullptr, &parameters,
                           latency, OnData, OnState, this) != CUBEB_OK) {
@@ -106,67 +141,100 @@ bool CubebOutput::Impl::OpenStream() {
     return true;
 }
 
-CubebOutput::CubebOutput(std::string system) : impl_(std::make_unique<Impl>()) {
-    impl_->wanted = std::move(system);
+void CubebOutput::Device::OpenAnew() {
+    Close();
+    asked = 0;
+    lost = false;
+    if (!OpenStream()) {
+        // The connection may date from before the sound system was restarted.
+        context.reset();
+        OpenStream();
+    }
 }
 
-CubebOutput::~CubebOutput() = default;
+void CubebOutput::Device::Close() {
+    stream.reset();
+    if (lost) {
+        context.reset();
+    }
+}
+
+CubebOutput::CubebOutput(std::string system) : device_(std::make_shared<Device>()) {
+    device_->wanted = std::move(system);
+}
+
+CubebOutput::~CubebOutput() {
+    Stop();
+    Work([](Device& device) { device.context.reset(); });
+}
+
+bool CubebOutput::Answers() const {
+    return !working_.valid() ||
+           working_.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
+bool CubebOutput::Work(void (*work)(Device&)) {
+    if (!Answers()) {
+        return false;
+    }
+    std::promise<void> done;
+    working_ = done.get_future();
+    std::thread([device = device_, work, done = std::move(done)]() mutable {
+        work(*device);
+        done.set_value();
+    }).detach();
+    return working_.wait_for(kPatience) == std::future_status::ready;
+}
 
 int CubebOutput::SampleRate() {
-    if (impl_->rate == 0) {
-        std::uint32_t preferred = 0;
-        const bool known =
-            impl_->OpenContext() &&
-            cubeb_get_preferred_sample_rate(impl_->context.get(), &preferred) == CUBEB_OK;
-        const bool usable = known && preferred >= kLowestRate && preferred <= kHighestRate;
-        impl_->rate = usable ? static_cast<int>(preferred) : kUsualRate;
+    if (rate_ == 0) {
+        rate_ = Work([](Device& device) { device.FindRate(); }) ? device_->rate : kUsualRate;
     }
-    return impl_->rate;
+    return rate_;
 }
 
 std::optional<Error> CubebOutput::Start(SoundSource& source) {
     Stop();
-    SampleRate();
-    impl_->source = &source;
-    if (impl_->OpenStream()) {
-        return {};
-    }
-    // The connection may date from before the sound system was restarted.
-    impl_->context.reset();
-    if (impl_->OpenStream()) {
-        return {};
+    heard_ = 0;
+    const int rate = SampleRate();
+    if (Answers()) {
+        device_->rate = rate;
+        device_->source = &source;
+        if (Work([](Device& device) { device.OpenAnew(); }) && device_->stream) {
+            return {};
+        }
+        device_->Detach();
     }
     return Error{ENODEV, "No sound device can be opened."};
 }
 
 void CubebOutput::Stop() {
     static_cast<void>(FramesHeard());  // keeps the last count
-    impl_->stream.reset();
-    if (impl_->lost) {
-        impl_->context.reset();
-    }
+    device_->Detach();
+    Work([](Device& device) { device.Close(); });
 }
 
 std::int64_t CubebOutput::FramesHeard() {
     std::uint64_t position = 0;
-    if (impl_->stream && cubeb_stream_get_position(impl_->stream.get(), &position) == CUBEB_OK) {
-        const std::int64_t asked = impl_->asked.load(std::memory_order_acquire);
+    if (Answers() && device_->stream &&
+        cubeb_stream_get_position(device_->stream.get(), &position) == CUBEB_OK) {
+        const std::int64_t asked = device_->asked.load(std::memory_order_acquire);
         const auto limit = static_cast<std::uint64_t>(asked);
-        impl_->heard = std::max(impl_->heard, static_cast<std::int64_t>(std::min(position, limit)));
+        heard_ = std::max(heard_, static_cast<std::int64_t>(std::min(position, limit)));
     }
-    return impl_->heard;
+    return heard_;
 }
 
 bool CubebOutput::Lost() const {
-    return impl_->lost;
+    return device_->lost || !Answers();
 }
 
 std::string CubebOutput::System() const {
-    return impl_->context ? cubeb_get_backend_id(impl_->context.get()) : "";
+    return Answers() && device_->context ? cubeb_get_backend_id(device_->context.get()) : "";
 }
 
 int CubebOutput::LatencyFrames() const {
-    return static_cast<int>(impl_->latency);
+    return Answers() ? static_cast<int>(device_->latency) : 0;
 }
 
 }  // namespace sonnel

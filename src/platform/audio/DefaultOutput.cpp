@@ -14,6 +14,8 @@ namespace {
 
 constexpr int kRateWithoutDevice = 44100;
 constexpr std::chrono::seconds kBetweenTries{2};
+/// A device that asks for nothing as long as this has gone, whatever its system says.
+constexpr std::chrono::seconds kLongestHalt{2};
 
 }  // namespace
 
@@ -22,14 +24,18 @@ void DefaultOutput::Counter::Fill(std::span<float> out) noexcept {
     asked.fetch_add(static_cast<std::int64_t>(out.size() / 2), std::memory_order_release);
 }
 
-DefaultOutput::DefaultOutput(AudioDriver driver)
+DefaultOutput::DefaultOutput(AudioDriver driver, const Clock& clock)
     : DefaultOutput(
-          std::move(driver),
+          std::move(driver), clock,
           [](const std::string& system) { return std::make_unique<CubebOutput>(system); },
           [](const std::string& sentence) { std::cerr << sentence + "\n"; }) {}
 
-DefaultOutput::DefaultOutput(AudioDriver driver, DeviceMaker makeDevice, Say say)
-    : driver_(std::move(driver)), makeDevice_(std::move(makeDevice)), say_(std::move(say)) {}
+DefaultOutput::DefaultOutput(AudioDriver driver, const Clock& clock, DeviceMaker makeDevice,
+                             Say say)
+    : driver_(std::move(driver)),
+      clock_(clock),
+      makeDevice_(std::move(makeDevice)),
+      say_(std::move(say)) {}
 
 DefaultOutput::~DefaultOutput() {
     Stop();
@@ -80,6 +86,7 @@ std::optional<Error> DefaultOutput::Start(SoundSource& source) {
         if (!Use(*device_)) {
             return {};
         }
+        deviceMissing_ = device_->Lost();  // it may still come
         if (!std::exchange(saidSilent_, true)) {
             say_("No sound device can be opened: the song plays silently.");
         }
@@ -90,6 +97,7 @@ std::optional<Error> DefaultOutput::Start(SoundSource& source) {
 /// Starts an output that continues at the current count.
 std::optional<Error> DefaultOutput::Use(AudioOutput& output) {
     before_ = counter_.asked;
+    lastAsked_ = -1;
     current_ = &output;
     auto error = output.Start(counter_);
     if (error) {
@@ -113,26 +121,47 @@ std::int64_t DefaultOutput::FramesHeard() {
     return std::min(before_ + current_->FramesHeard(), counter_.asked.load());
 }
 
+bool DefaultOutput::Halted() {
+    const std::int64_t asked = counter_.asked;
+    if (std::exchange(lastAsked_, asked) != asked) {
+        lastProgress_ = clock_.Steady();
+    }
+    return clock_.Steady() - lastProgress_ > kLongestHalt;
+}
+
 void DefaultOutput::Maintain() {
     if (current_ == nullptr || !device_) {
         return;
     }
-    const bool lost = current_ == device_.get() && device_->Lost();
-    const bool mayTry = SteadyClock::now() >= nextTry_;
-    if (!lost && !(deviceMissing_ && mayTry)) {
-        return;
-    }
-    current_->Stop();
-    // A device that fails again and again must not delay every call.
-    deviceMissing_ = !mayTry || !TryDevice();
-    if (deviceMissing_) {
-        static_cast<void>(Use(*other_));  // silence always starts
+    const bool lost = current_ == device_.get() && (Halted() || device_->Lost());
+    if (lost || (deviceMissing_ && MayTry())) {
+        Replace();
+        deviceMissing_ = current_ != device_.get();
     }
 }
 
-bool DefaultOutput::TryDevice() {
-    nextTry_ = SteadyClock::now() + kBetweenTries;
-    return !Use(*device_);
+void DefaultOutput::LookAgain() {
+    Maintain();
+    if (device_ && current_ == other_.get() && MayTry()) {
+        Replace();
+    }
+}
+
+bool DefaultOutput::MayTry() const {
+    return clock_.Steady() >= nextTry_;
+}
+
+/// Stops the output that runs and goes on with the device, or with silence when there is none or
+/// when it was tried just now: one that fails again and again must not delay every call.
+void DefaultOutput::Replace() {
+    current_->Stop();
+    if (MayTry()) {
+        nextTry_ = clock_.Steady() + kBetweenTries;
+        if (!Use(*device_)) {
+            return;
+        }
+    }
+    static_cast<void>(Use(*other_));  // silence always starts
 }
 
 }  // namespace sonnel

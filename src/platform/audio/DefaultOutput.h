@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Clock.h"
 #include "platform/audio/AudioDriver.h"
 #include "platform/audio/DeviceOutput.h"
 
@@ -20,9 +21,9 @@ class DefaultOutput final : public AudioOutput {
     using DeviceMaker = std::function<std::unique_ptr<DeviceOutput>(const std::string&)>;
     using Say = std::function<void(const std::string& sentence)>;
 
-    explicit DefaultOutput(AudioDriver driver);
+    DefaultOutput(AudioDriver driver, const Clock& clock);
     /// `makeDevice` makes the output for a sound system's name; `say` gets messages for the user.
-    DefaultOutput(AudioDriver driver, DeviceMaker makeDevice, Say say);
+    DefaultOutput(AudioDriver driver, const Clock& clock, DeviceMaker makeDevice, Say say);
     ~DefaultOutput() override;
     DefaultOutput(const DefaultOutput&) = delete;
     DefaultOutput& operator=(const DefaultOutput&) = delete;
@@ -33,6 +34,7 @@ class DefaultOutput final : public AudioOutput {
     void Stop() override;
     [[nodiscard]] std::int64_t FramesHeard() override;
     void Maintain() override;
+    void LookAgain() override;
 
   private:
     /// Passes the frames of the source on, and counts them across replacements.
@@ -41,14 +43,15 @@ class DefaultOutput final : public AudioOutput {
         SoundSource* source = nullptr;
         std::atomic<std::int64_t> asked{0};
     };
-    using SteadyClock = std::chrono::steady_clock;
-
     void Choose();
     void MakeDevice();
     std::optional<Error> Use(AudioOutput& output);
-    bool TryDevice();
+    bool Halted();
+    void Replace();
+    [[nodiscard]] bool MayTry() const;
 
     const AudioDriver driver_;
+    const Clock& clock_;
     const DeviceMaker makeDevice_;
     const Say say_;
     bool saidSilent_ = false;
@@ -59,7 +62,9 @@ class DefaultOutput final : public AudioOutput {
     std::int64_t before_ = 0;             ///< frames asked for by those that ran before it
     std::int64_t heardAtStop_ = 0;
     bool deviceMissing_ = false;
-    SteadyClock::time_point nextTry_;
+    std::chrono::nanoseconds nextTry_{0};
+    std::int64_t lastAsked_ = 0;
+    std::chrono::nanoseconds lastProgress_{0};
 };
 
 }  // namespace sonnel

@@ -98,7 +98,7 @@ void MMControl::Close() {
 
 void MMControl::Play() {
     if (mode_ != MciMode::Playing) {
-        output_.Maintain();
+        output_.LookAgain();
         mode_ = MciMode::Playing;
         pausing_ = false;
         song_->Play();
