@@ -2,6 +2,8 @@
 // sound_device.py.
 //   sound_device sync PIPE   compares the position at each onset with the recording in PIPE; prints
 //                            the largest difference in milliseconds
+//   sound_device gaps PIPE   plays a level for twenty seconds and prints how often the recording in
+//                            PIPE falls silent
 //   sound_device loss        plays for ten seconds while the device goes away and comes back;
 //   prints
 //                            the longest time in milliseconds in which the position stood still
@@ -136,6 +138,18 @@ class Recording {
         return onsets;
     }
 
+    /// How often the sound falls silent once it has begun.
+    [[nodiscard]] int Gaps() const {
+        int gaps = 0;
+        bool sounds = false;
+        for (std::size_t frame = 0; 2 * frame < samples_.size(); ++frame) {
+            const bool silent = samples_[2 * frame] == 0;
+            gaps += sounds && silent ? 1 : 0;
+            sounds = !silent;
+        }
+        return gaps;
+    }
+
   private:
     struct Arrival {
         Steady::time_point time;
@@ -159,6 +173,29 @@ class Recording {
     std::vector<float> samples_;
     std::vector<Arrival> arrivals_;
 };
+
+/// A constant level: any silence in it is a gap.
+class Level : public SoundSource {
+  public:
+    void Fill(std::span<float> out) noexcept override { std::fill(out.begin(), out.end(), 0.25F); }
+};
+
+/// Prints how many gaps are heard in twenty seconds.
+bool MeasureGaps(const std::string& pipe) {
+    Recording recording(pipe);
+    CubebOutput output;
+    Level level;
+    if (output.Start(level)) {
+        return false;
+    }
+    const Steady::time_point end = Steady::now() + seconds(20);
+    while (Steady::now() < end) {
+        recording.Read();
+        std::this_thread::sleep_for(milliseconds(1));
+    }
+    std::cout << recording.Gaps() << std::endl;
+    return true;
+}
 
 struct Reading {
     Steady::time_point time;
@@ -243,9 +280,13 @@ bool MeasureLoss() {
 }  // namespace sonnel::test
 
 int main(int argc, char** argv) {
+    using namespace sonnel::test;
     try {
-        return (argc == 3 ? sonnel::test::MeasureSync(argv[2]) : sonnel::test::MeasureLoss()) ? 0
-                                                                                              : 1;
+        const std::string what = argc > 1 ? argv[1] : "";
+        if (argc == 3) {
+            return (what == "gaps" ? MeasureGaps(argv[2]) : MeasureSync(argv[2])) ? 0 : 1;
+        }
+        return MeasureLoss() ? 0 : 1;
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";
         return 1;

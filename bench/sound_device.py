@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Measures the player on a sound server of its own, which plays into a null sink: how far the position
-it reports is from what is heard, and how long a song halts when the server dies and comes back."""
+"""Measures the player on a sound server of its own, which plays into a null sink: how many gaps it has
+on a busy machine, how far the position it reports is from what is heard, and how long a song halts when the server dies and comes back."""
 
 import os
 import shutil
@@ -84,10 +84,29 @@ def stop(process):
     process.wait()
 
 
-def position_apart(server, program):
+class Busy:
+    """Four processes that never wait."""
+
+    def __enter__(self):
+        self.processes = [subprocess.Popen([sys.executable, "-c", "while True: pass"], start_new_session=True) for _ in range(4)]
+
+    def __exit__(self, *_):
+        for process in self.processes:
+            stop(process)
+
+
+def gaps(server, program, pipe):
+    """How often a level of twenty seconds falls silent on a busy machine."""
+    recorder = server.listen(pipe)
+    player = server.run([program, "gaps", pipe], stdout=subprocess.PIPE, text=True)
+    with Busy():
+        output = player.communicate(timeout=60)[0]
+    stop(recorder)
+    return float(output)
+
+
+def position_apart(server, program, pipe):
     """How far the position and the sound are apart at most, in milliseconds."""
-    pipe = server.folder / "heard"
-    os.mkfifo(pipe)
     found = []
     for _ in range(ATTEMPTS):
         recorder = server.listen(pipe)
@@ -129,11 +148,14 @@ def measure(programs):
         return {}
     with tempfile.TemporaryDirectory() as folder, Server(Path(folder)) as server:
         running = server.start()
-        return {"PositionApart": position_apart(server, program),
+        pipe = Path(folder) / "heard"
+        os.mkfifo(pipe)
+        return {"GapsWhenBusy": gaps(server, program, pipe),
+                "PositionApart": position_apart(server, program, pipe),
                 "LongestHalt": longest_halt(server, program, running)}
 
 
 if __name__ == "__main__":
     build = Path(__file__).resolve().parent.parent / "build" / "release" / "bin"
     for name, took in measure(build).items():
-        print(f"{name}: {took:.0f} ms")
+        print(f"{name}: {took:.0f}")
