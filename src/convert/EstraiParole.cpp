@@ -10,7 +10,6 @@ namespace sonnel {
 namespace {
 
 constexpr int MassimoRighe = 3;
-constexpr std::string_view FineRigaLyk = "\r\n";
 
 /// One pass over the texts of a file.
 class Passata {
@@ -111,7 +110,7 @@ void Passata::LeggiTitolo(std::string_view valore) {
 }
 
 void Passata::ScriviCampo(std::string_view campo, std::string_view valore) {
-    esito_.Testo.append(campo).append(valore).append(FineRigaLyk);
+    esito_.Testo.append(campo).append(valore).append(FineRiga);
 }
 
 void Passata::LeggiParola(std::int32_t istante, std::string_view testo) {
@@ -133,10 +132,6 @@ void Passata::LeggiParola(std::int32_t istante, std::string_view testo) {
 }
 
 }  // namespace
-
-std::string PrimaRigaLyk() {
-    return std::string(MagicoLyk) + " by Sonnel Karaoke Player" + std::string(FineRigaLyk);
-}
 
 Estrazione EstraiParole(Midifile& midifile, BaseTempi base, std::chrono::year_month_day oggi) {
     return Passata(midifile, base, oggi).Esegui();

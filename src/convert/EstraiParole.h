@@ -29,9 +29,6 @@ inline constexpr const char* KarNonAccettato =
     "Conversion failed: this KAR file isn't either in standard Midi Karaoke format or it's "
     "incompatible with this converter version.";
 
-/// The first line of every converted LYK file.
-[[nodiscard]] std::string PrimaRigaLyk();
-
 /// Walks the texts of the open file, up to the end of the first track with words, and makes the
 /// text of a LYK file of them (UTF-8, lines end with CR LF). `base` is fresh from this file; `oggi`
 /// goes into the header. A line end or a NUL within a text counts as a blank.

@@ -14,8 +14,6 @@
 namespace sonnel {
 namespace {
 
-constexpr std::string_view SeparatoreRighe = "$E";
-
 /// A file that cannot be read is reported under the application's own title.
 void AvvisaErrore(MsgBox& msgBox, std::string testo) {
     msgBox.Show({.text = std::move(testo), .title = std::string(TitoloProgramma)});
@@ -143,6 +141,10 @@ void Lettura::Concludi() {
 }
 
 }  // namespace
+
+std::string PrimaRigaLyk() {
+    return std::string(MagicoLyk) + " by Sonnel Karaoke Player" + std::string(FineRiga);
+}
 
 EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
                         InformazioniBrano& informazioni, MsgBox& msgBox) {

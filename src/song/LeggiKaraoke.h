@@ -5,12 +5,19 @@
 #include "song/InformazioniBrano.h"
 #include "song/Timeline.h"
 
+#include <string>
 #include <string_view>
 
 namespace sonnel {
 
 /// The first characters of every LYK file.
 inline constexpr std::string_view MagicoLyk = "Cantabelle1.0";
+
+/// The first line of the LYK files that the player makes, with its line end.
+[[nodiscard]] std::string PrimaRigaLyk();
+
+/// What separates the lines of a page in a LYK file.
+inline constexpr std::string_view SeparatoreRighe = "$E";
 
 /// How reading the text of a song ended.
 enum class EsitoLettura {

@@ -19,6 +19,7 @@ constexpr std::uint8_t kSysEx = 0xF0;
 constexpr std::uint8_t kSysExPacket = 0xF7;
 constexpr std::uint8_t kMeta = 0xFF;
 constexpr std::uint8_t kMetaText = 0x01;
+constexpr std::uint8_t kMetaLyric = 0x05;
 constexpr std::uint8_t kMetaEndOfTrack = 0x2F;
 constexpr std::uint8_t kMetaTempo = 0x51;
 

@@ -65,6 +65,10 @@ std::int32_t TempoMap::Milliseconds(std::uint64_t tick) const {
     return RoundHalfEven<std::int32_t>(Microseconds(tick) / 1000);
 }
 
+std::int32_t TempoMap::Tenths(std::uint64_t tick) const {
+    return RoundHalfEven<std::int32_t>(Microseconds(tick) / 100000);
+}
+
 std::int64_t TempoMap::Frame(std::uint64_t tick, int rate) const {
     return RoundHalfEven<std::int64_t>(Microseconds(tick) * rate / kMicrosPerSecond);
 }

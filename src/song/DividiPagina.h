@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sonnel {
+
+/// A syllable, or a part of one, in its line.
+struct Pezzo {
+    std::int32_t ms = 0;     ///< when it is sung, from the start of the song
+    std::int32_t tempo = 0;  ///< the same in tenths of a second
+    std::string testo;
+};
+
+using RigaParole = std::vector<Pezzo>;
+using PaginaParole = std::vector<RigaParole>;
+
+/// As many lines as a page shows.
+inline constexpr std::size_t MassimoRighePagina = 4;
+
+/// A silence as long as this ends a page, in ms.
+inline constexpr std::int32_t PausaPagina = 4000;
+
+/// Divides the long lines of a page at blanks, and a page of too many lines at pauses or into
+/// nearly equal parts. No line of it is empty. Returns pages that can be shown.
+[[nodiscard]] std::vector<PaginaParole> DividiPagina(PaginaParole pagina);
+
+/// Divides a text after the blank whose first byte is `spazio`: what stands before stays.
+[[nodiscard]] std::string TagliaDopo(std::string& testo, std::size_t spazio);
+
+}  // namespace sonnel
