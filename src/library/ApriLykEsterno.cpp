@@ -5,12 +5,19 @@
 namespace sonnel {
 
 std::optional<FileBrano> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox) {
-    const auto scelti = dialoghi.ChooseFiles(
-        {.title = "Open a LYK file", .extension = "lyk", .name = "*.lyk", .directory = {}});
+    const auto scelti = dialoghi.ChooseFiles({.title = "Open a LYK file",
+                                              .extension = "lyk",
+                                              .name = "*.lyk",
+                                              .directory = {},
+                                              .further = {GenereKaraoke}});
     if (scelti.empty()) {
         return std::nullopt;
     }
-    FileBrano brano = TrovaFileBrano(WithoutExtension(Utf8FromPath(scelti.front())));
+    const std::filesystem::path& scelto = scelti.front();
+    if (FileBrano midi = BranoDaFile(scelto); midi.parole || !midi.motivo.empty()) {
+        return midi;
+    }
+    FileBrano brano = TrovaFileBrano(WithoutExtension(Utf8FromPath(scelto)));
     if (!brano.mid) {
         msgBox.Show(
             {"Can't load the selected song: MID file missing!\r\n"

@@ -117,7 +117,7 @@ void frmSelectSong::mnuFileOpen_Click() {
 
 void frmSelectSong::mnuFileOpenLyk_Click() {
     if (const auto brano = ApriLykEsterno(p_.dialoghi, p_.libreria.msgBox)) {
-        Chiudi(PrefissoFile + brano->base, brano);
+        Chiudi(PrefissoFile + (brano->parole ? Utf8FromPath(*brano->mid) : brano->base), brano);
     }
 }
 

@@ -21,6 +21,7 @@ struct FileRequest {
     bool several = false;
     /// Kinds of files to choose from, such as "MIDI file (*.mid)"; none for those of `extension`.
     std::vector<std::string> filters{};
+    std::vector<std::string> further{};  ///< kinds to choose from after those
 };
 
 /// The door to the window system's dialogs for files and colours.

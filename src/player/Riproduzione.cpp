@@ -77,14 +77,15 @@ bool Riproduzione::CaricaBrano(const FileBrano& brano) {
 }
 
 bool Riproduzione::FilePresenti(const FileBrano& brano) {
-    if (brano.lyk && brano.mid) {
+    if (brano.Completo()) {
         return true;
     }
-    const std::string mancante = !brano.lyk ? "Can't load the selected song: LYK file is missing!"
+    const std::string mancante = !brano.HaParole() ? "Can't load the selected song: LYK file is missing!"
                                             : "Can't load the selected song: MID file missing!";
     p_.msgBox.Show({mancante +
                         "\r\nTo properly load a Karaoke file you need to put the LYK and MID file "
-                        "in the same directory.",
+                        "in the same directory." +
+                        (brano.motivo.empty() ? "" : "\r\n" + brano.motivo),
                     Icon::Exclamation});
     p_.eventi.SetPointer(Pointer::Normal);
     return false;

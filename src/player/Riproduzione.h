@@ -55,6 +55,7 @@ class Riproduzione {
     /// Loads a song into timeline and sequencer; false after a message box
     /// has given the reason.
     bool CaricaBrano(const FileBrano& brano);
+    [[nodiscard]] bool InRiproduzione() const;
     /// Sets up position controls, font and lyrics for the song just loaded.
     void PreparaBrano();
     /// Fits font and lyrics of the loaded song to the area's new width, without a warning.
@@ -68,7 +69,6 @@ class Riproduzione {
     [[nodiscard]] static std::string EtichettaVersione();
 
   private:
-    [[nodiscard]] bool InRiproduzione() const;
     [[nodiscard]] bool FilePresenti(const FileBrano& brano);
     [[nodiscard]] bool LeggiParole(const FileBrano& brano);
     [[nodiscard]] std::optional<Error> ApriSequencer(const FileBrano& brano);

@@ -8,12 +8,25 @@ namespace sonnel {
 
 /// The files of a song, found once where the song is named.
 struct FileBrano {
-    std::string base;                          ///< path without extension, as the song was named
-    std::optional<std::filesystem::path> lyk;  ///< as spelled on disk; nothing when it is missing
-    std::optional<std::filesystem::path> mid;
+    std::string base;                            ///< path without extension, as the song was named
+    std::optional<std::filesystem::path> lyk{};  ///< as spelled on disk; nothing when it is missing
+    std::optional<std::filesystem::path> mid{};
+    /// The words of a MIDI file that is a song by itself, as the text of a LYK file.
+    std::optional<std::string> parole{};
+    std::string motivo{};  ///< why a MIDI file is no song by itself; "" where that says nothing
+
+    [[nodiscard]] bool HaParole() const { return lyk || parole; }
+    [[nodiscard]] bool Completo() const { return HaParole() && mid; }
 };
+
+/// The files that may be such songs, as file dialogs offer them.
+inline constexpr const char* GenereKaraoke = "Karaoke MIDI files (*.kar *.mid *.midi *.rmi)";
 
 /// Looks for base + ".LYK" and base + ".MID", the letter case of the names aside.
 [[nodiscard]] FileBrano TrovaFileBrano(std::string base);
+
+/// The song that a file belongs to: a LYK or MID file with the other one beside it, or a MIDI file
+/// of any name with words in it. Otherwise what there is of such a song.
+[[nodiscard]] FileBrano BranoDaFile(const std::filesystem::path& file);
 
 }  // namespace sonnel

@@ -176,6 +176,10 @@ bool LeggiKaraoke(const FileBrano& brano, Timeline& timeline, InformazioniBrano&
                   MsgBox& msgBox) {
     timeline.Azzera();
     informazioni = {};
+    if (brano.parole) {
+        return LeggiRighe(*brano.parole, true, timeline, informazioni, msgBox) ==
+               EsitoLettura::Completa;
+    }
     const std::string nome = brano.base + ".LYK";
     if (!brano.lyk) {
         msgBox.Show({"Can't find or open the Karaoke file (" + nome + ") for this song!!!",

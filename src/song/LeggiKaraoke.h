@@ -32,9 +32,9 @@ enum class EsitoLettura {
 [[nodiscard]] EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
                                       InformazioniBrano& informazioni, MsgBox& msgBox);
 
-/// Reads a song's LYK file into the timeline and the song information, which are emptied first.
-/// True only when the whole file was read; otherwise a message box gives the reason, and the
-/// timeline keeps the events read so far.
+/// Reads a song's LYK file, or the words of its MIDI file, into the timeline and the song
+/// information, which are emptied first. True only when the whole file was read; otherwise a
+/// message box gives the reason, and the timeline keeps the events read so far.
 bool LeggiKaraoke(const FileBrano& brano, Timeline& timeline, InformazioniBrano& informazioni,
                   MsgBox& msgBox);
 

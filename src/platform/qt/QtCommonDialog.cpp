@@ -13,19 +13,26 @@
 namespace sonnel {
 namespace {
 
-/// The filters asked for, each for both cases of letters; else one for the extension and one for
-/// all.
+/// A kind of files such as "MIDI file (*.mid)", for both cases of letters.
+QString Filter(const std::string& kind) {
+    QString text = QString::fromStdString(kind);
+    const QString pattern = text.section('(', 1).section(')', 0, 0);
+    return text.replace(pattern, pattern + ' ' + pattern.toUpper());
+}
+
+/// The filters asked for, else one for the extension and one for all; then the further ones.
 QStringList Filters(const FileRequest& request) {
     QStringList filters;
-    for (const std::string& filter : request.filters) {
-        QString text = QString::fromStdString(filter);
-        const QString pattern = text.section('(', 1).section(')', 0, 0);
-        filters.append(text.replace(pattern, pattern + ' ' + pattern.toUpper()));
+    for (const std::string& kind : request.filters) {
+        filters.append(Filter(kind));
     }
     if (filters.isEmpty()) {
         const QString extension = QString::fromStdString(request.extension);
         const QString kind = extension.toUpper();
         filters = {QString("%1 files (*.%2 *.%1)").arg(kind, extension), "All files (*)"};
+    }
+    for (const std::string& kind : request.further) {
+        filters.append(Filter(kind));
     }
     return filters;
 }

@@ -1,7 +1,10 @@
 #include "player/window/RigaComando.h"
 
+#include "platform/Paths.h"
+
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace sonnel {
 namespace {
@@ -36,6 +39,17 @@ std::string BranoDaRiga(std::string riga) {
         riga.resize(riga.size() - LunghezzaEstensione);
     }
     return riga;
+}
+
+FileBrano BranoNominato(const std::string& riga) {
+    FileBrano brano = TrovaFileBrano(BranoDaRiga(riga));
+    if (!brano.Completo()) {
+        FileBrano altro = BranoDaFile(PathFromUtf8(riga));
+        if (altro.Completo() || !altro.motivo.empty()) {
+            return altro;
+        }
+    }
+    return brano;
 }
 
 }  // namespace sonnel

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "song/FileBrano.h"
+
 #include <string>
 
 namespace sonnel {
@@ -11,5 +13,9 @@ namespace sonnel {
 /// The base path of the song that a command line names: one apostrophe at either end dropped, then
 /// the extension ".lyk" or ".mid" (any last characters that occur in ".mid.lyk", in fact).
 [[nodiscard]] std::string BranoDaRiga(std::string riga);
+
+/// The song that a command line names: by its base path or, where there is no such song, by a file
+/// that belongs to it.
+[[nodiscard]] FileBrano BranoNominato(const std::string& riga);
 
 }  // namespace sonnel

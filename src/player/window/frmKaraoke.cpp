@@ -1,6 +1,7 @@
 #include "player/window/frmKaraoke.h"
 
 #include "platform/Numbers.h"
+#include "platform/qt/FileDrop.h"
 #include "player/Calibratura.h"
 #include "player/window/ControlloVolume.h"
 
@@ -36,6 +37,9 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
     Parole.setFocus();
     CreaMenu();
     CreaBarra();
+    new FileDrop(
+        *this, [this] { return !riproduzione_.InRiproduzione(); },
+        [this](const auto& file) { riproduzione_.FileLoad(BranoDaFile(file.front())); });
     tmrLogo.setObjectName("tmrLogo");
     tmrLogo.setInterval(IntervalloLogo);
     tmrSlider.setInterval(IntervalloCursore);

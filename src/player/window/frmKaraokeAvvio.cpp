@@ -90,7 +90,7 @@ void frmKaraoke::CaricaDaRigaComando(const std::string& riga) {
         Attendi(SecondiSplash, p_.orologio, p_.eventi);
         return;
     }
-    if (riproduzione_.CaricaBrano(TrovaFileBrano(BranoDaRiga(riga)))) {
+    if (riproduzione_.CaricaBrano(BranoNominato(riga))) {
         riproduzione_.PreparaBrano();
         return;
     }
