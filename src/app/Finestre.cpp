@@ -2,10 +2,12 @@
 
 #include "convert/ConvertiKar.h"
 #include "library/AggiornaIndice.h"
+#include "library/AggiungiFile.h"
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
 #include "library/SincronizzaDB.h"
 #include "library/frmInfoBrano.h"
+#include "library/frmResoconto.h"
 #include "settings/frmOpzioni.h"
 
 #include <utility>
@@ -39,8 +41,20 @@ void Finestre::RileggiDB() {
 }
 
 void Finestre::SincronizzaDB() {
-    sonnel::SincronizzaDB(libreria_, {Selezione(), messaggio_,
-                                      [this](bool abilita) { principale_.setEnabled(abilita); }});
+    sonnel::SincronizzaDB(libreria_, FinestreLibreria());
+}
+
+FinestreDB Finestre::FinestreLibreria() {
+    return {Selezione(), messaggio_, [this](bool abilita) { principale_.setEnabled(abilita); }};
+}
+
+void Finestre::AggiungiFile(const std::vector<std::filesystem::path>& percorsi) {
+    const EsitoAggiunta esito = sonnel::AggiungiFile(libreria_, percorsi, FinestreLibreria());
+    if (esito.esclusi.empty()) {
+        (void)p_.msgBox.Show({Riepilogo(esito), Icon::Information});
+    } else {
+        frmResoconto(Riepilogo(esito), RigheEsclusi(esito), &Selezione()).exec();
+    }
 }
 
 void Finestre::CaricaLibreria() {

@@ -2,6 +2,7 @@
 
 #include "library/CaricaIndice.h"
 #include "library/ComandiSelezione.h"
+#include "library/SincronizzaDB.h"
 #include "library/frmSelectSong.h"
 #include "platform/CommonDialog.h"
 #include "player/window/AltreFinestre.h"
@@ -41,7 +42,9 @@ class Finestre final : private AltreFinestre, private ComandiSelezione {
     void MostraOpzioni() override;
     void CaricaLibreria() override;
     void ConvertiKar() override;
+    void AggiungiFile(const std::vector<std::filesystem::path>& percorsi) override;
 
+    [[nodiscard]] FinestreDB FinestreLibreria();
     [[nodiscard]] frmSelectSong& Selezione();
     [[nodiscard]] PartiOpzioni Opzioni();
 

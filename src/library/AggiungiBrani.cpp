@@ -1,9 +1,10 @@
 #include "library/AggiungiBrani.h"
 
+#include "library/Aggiunta.h"
 #include "library/Indice.h"
 #include "platform/Text.h"
 #include "platform/files/Files.h"
-#include "song/LeggiIntestazione.h"
+#include "song/FileBrano.h"
 #include "ui/PuntatoreOccupato.h"
 #include "ui/basCommon.h"
 
@@ -65,7 +66,6 @@ class Importazione {
     bool Aggiungi(const fs::path& scelto);
     std::optional<Error> Copia(const fs::path& scelto, const std::string& nome,
                                const fs::path& mid);
-    void Registra(const std::string& nome);
     void Avvisa(const std::string& testo, const std::string& titolo = Message::UsualTitle);
 
     const Libreria& libreria_;
@@ -102,7 +102,8 @@ bool Importazione::Aggiungi(const fs::path& scelto) {
         Avvisa(errore->text + "\r\n\r\n" + Interrotto);
         return false;
     } else {
-        Registra(nome);
+        RegistraBrano(indice_, destinazione_, nome);
+        ++importati_;
     }
     return true;
 }
@@ -115,15 +116,6 @@ std::optional<Error> Importazione::Copia(const fs::path& scelto, const std::stri
     // The words come last: a song without music could be neither played nor imported again.
     return CopyFilesAtomically({{mid, FindFile(midNuovo).value_or(midNuovo)},
                                 {FindFile(lyk).value_or(lyk), destinazione_ / nomeLyk}});
-}
-
-void Importazione::Registra(const std::string& nome) {
-    const Result<Intestazione> letta = LeggiIntestazione(destinazione_, nome);
-    const Intestazione campi = letta ? *letta : Intestazione{};
-    AssicuraIndice(indice_);
-    (void)indice_.Respell(SezioneBrani, nome);
-    ScriviBrano(indice_, nome, campi.Titolo, campi.Autore, campi.Album);
-    ++importati_;
 }
 
 void Importazione::Avvisa(const std::string& testo, const std::string& titolo) {
@@ -150,18 +142,13 @@ bool StessaDirectory(const fs::path& a, const fs::path& b) {
     return chiave(a) == chiave(b) || fs::equivalent(a, b, nessuna);
 }
 
-void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani& lista) {
+namespace {
+
+/// Imports the songs of the LYK files chosen, after what stands in the way of all of them.
+void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, ListaBrani& lista) {
     const auto avvisa = [&](const std::string& testo) {
         (void)libreria.msgBox.Show({testo, Icon::Exclamation});
     };
-    const std::vector<fs::path> scelti = dialoghi.ChooseFiles({.title = "Add a new LYK song",
-                                                               .extension = "lyk",
-                                                               .name = "*.lyk",
-                                                               .directory = {},
-                                                               .several = true});
-    if (scelti.empty()) {
-        return;
-    }
     if (!EntraNelBuffer(scelti)) {
         return avvisa(TroppiFile);
     }
@@ -180,6 +167,26 @@ void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani&
         puntatore.Ripristina();
         avvisa(Riepilogo(importati));
     }
+}
+
+}  // namespace
+
+std::vector<fs::path> AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi,
+                                    ListaBrani& lista) {
+    std::vector<fs::path> scelti = dialoghi.ChooseFiles({.title = "Add a new LYK song",
+                                                         .extension = "lyk",
+                                                         .name = "*.lyk",
+                                                         .directory = {},
+                                                         .several = true,
+                                                         .further = {GenereKaraoke}});
+    const auto midi = std::stable_partition(scelti.begin(), scelti.end(),
+                                            [](const fs::path& file) { return !SembraMidi(file); });
+    const std::vector<fs::path> karaoke(midi, scelti.end());
+    scelti.erase(midi, scelti.end());
+    if (!scelti.empty()) {
+        AggiungiLyk(libreria, scelti, lista);
+    }
+    return karaoke;
 }
 
 }  // namespace sonnel

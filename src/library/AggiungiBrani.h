@@ -5,6 +5,7 @@
 #include "platform/CommonDialog.h"
 
 #include <filesystem>
+#include <vector>
 
 namespace sonnel {
 
@@ -19,10 +20,13 @@ inline constexpr const char* NomeBranoImpossibile =
 /// Whether two paths name one directory, also by different spellings or through links.
 [[nodiscard]] bool StessaDirectory(const std::filesystem::path& a, const std::filesystem::path& b);
 
-/// Lets the user choose LYK files of another directory and brings these songs into the library:
+/// Lets the user choose songs of another directory. Brings those of LYK files into the library:
 /// copies each LYK and MID file, enters the song in the index, and at the end loads the index again
 /// and refills the list. Message boxes report what cannot be added. A copy that fails ends the
-/// import and leaves nothing of that song; the songs copied before stay.
-void AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi, ListaBrani& lista);
+/// import and leaves nothing of that song; the songs copied before stay. Returns the MIDI files
+/// that were chosen.
+[[nodiscard]] std::vector<std::filesystem::path> AggiungiBrani(const Libreria& libreria,
+                                                               CommonDialog& dialoghi,
+                                                               ListaBrani& lista);
 
 }  // namespace sonnel

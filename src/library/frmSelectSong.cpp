@@ -8,6 +8,7 @@
 #include "library/frmSelectSongLista.h"
 #include "platform/Paths.h"
 #include "platform/ScopeExit.h"
+#include "platform/qt/FileDrop.h"
 #include "ui/PuntatoreOccupato.h"
 
 #include <QResizeEvent>
@@ -34,6 +35,9 @@ frmSelectSong::frmSelectSong(const Parti& parti, QWidget* parent)
     CreaMenu();
     CreaLista();
     Disponi(CreaBarra());
+    new FileDrop(
+        *this, [this] { return isEnabled(); },
+        [this](const auto& percorsi) { AggiungiFile(percorsi); });
     AggiornaLista();
     SelezionaBrano(righe_->Posizione(0));
     AbilitaBottoni();
@@ -168,8 +172,15 @@ void frmSelectSong::mnuDataRebuild_Click() {
 }
 
 void frmSelectSong::mnuDataAdd_Click() {
-    AggiungiBrani(p_.libreria, p_.dialoghi, *this);
-    lstBrani->setFocus();
+    AggiungiFile(AggiungiBrani(p_.libreria, p_.dialoghi, *this));
+}
+
+void frmSelectSong::AggiungiFile(const std::vector<std::filesystem::path>& percorsi) {
+    SenzaInput([&] {
+        if (!percorsi.empty()) {
+            p_.comandi.AggiungiFile(percorsi);
+        }
+    });
 }
 
 void frmSelectSong::mnuFileProperties_Click() {

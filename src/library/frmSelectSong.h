@@ -16,6 +16,7 @@
 #include <QToolBar>
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <random>
 #include <span>
@@ -87,6 +88,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     [[nodiscard]] Ordine OrdineCorrente() const;
     void Chiudi(const std::string& risposta, std::optional<FileBrano> scelta);
     void ChiudiCon(std::int16_t posizione);
+    void AggiungiFile(const std::vector<std::filesystem::path>& percorsi);
     template <class Operazione>
     void SenzaInput(const Operazione& operazione);
 

@@ -2,6 +2,7 @@
 
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 #include "player/FormattaTempo.h"
 #include "song/LeggiKaraoke.h"
 #include "ui/PuntatoreOccupato.h"
@@ -80,12 +81,16 @@ bool Riproduzione::FilePresenti(const FileBrano& brano) {
     if (brano.Completo()) {
         return true;
     }
-    const std::string mancante = !brano.HaParole() ? "Can't load the selected song: LYK file is missing!"
-                                            : "Can't load the selected song: MID file missing!";
+    const std::string mancante = !brano.HaParole()
+                                     ? "Can't load the selected song: LYK file is missing!"
+                                     : "Can't load the selected song: MID file missing!";
     p_.msgBox.Show({mancante +
                         "\r\nTo properly load a Karaoke file you need to put the LYK and MID file "
                         "in the same directory." +
-                        (brano.motivo.empty() ? "" : "\r\n" + brano.motivo),
+                        (brano.motivo.empty()
+                             ? ""
+                             : WithReason("\r\nCan't read the words of " + Utf8FromPath(*brano.mid),
+                                          brano.motivo)),
                     Icon::Exclamation});
     p_.eventi.SetPointer(Pointer::Normal);
     return false;

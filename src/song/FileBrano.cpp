@@ -18,21 +18,25 @@ bool UnoDeiDue(const fs::path& file) {
     return estensione == ".lyk" || estensione == ".mid";
 }
 
-/// Reads the words of a MIDI file into its song.
-void LeggiParole(const fs::path& file, FileBrano& brano) {
-    const Result<SmfFile> midi = ReadSmfFile(file);
-    const Result<LetturaEsatta> lettura =
-        midi ? LeggiEsatto(*midi, Utf8FromPath(file.stem())) : midi.error();
-    if (lettura) {
-        brano.mid = file;
-        brano.parole = lettura->Testo;
-    } else if (lettura.error().number != static_cast<int>(SmfError::NotMidi)) {
-        brano.motivo =
-            WithReason("Can't read the words of " + Utf8FromPath(file), lettura.error().text);
-    }
+}  // namespace
+
+bool SembraMidi(const fs::path& file) {
+    constexpr std::size_t inizio = 4;
+    std::string byte;
+    Result<FileReader> lettore = FileReader::Open(file);
+    return lettore && !lettore->Read(byte, inizio) && (byte == "MThd" || byte == "RIFF");
 }
 
-}  // namespace
+void LeggiParole(FileBrano& brano) {
+    const Result<SmfFile> midi = ReadSmfFile(*brano.mid);
+    const Result<LetturaEsatta> lettura =
+        midi ? LeggiEsatto(*midi, Utf8FromPath(brano.mid->stem())) : midi.error();
+    if (lettura) {
+        brano.parole = lettura->Testo;
+    } else {
+        brano.motivo = lettura.error().text;
+    }
+}
 
 FileBrano TrovaFileBrano(std::string base) {
     FileBrano brano{.base = std::move(base)};
@@ -47,10 +51,12 @@ FileBrano BranoDaFile(const fs::path& file) {
         brano = TrovaFileBrano(brano.base);
     }
     std::error_code mancante;
-    if (!brano.Completo() && fs::is_regular_file(file, mancante)) {
-        LeggiParole(file, brano);
+    if (brano.Completo() || !fs::is_regular_file(file, mancante)) {
+        return brano;
     }
-    return brano;
+    FileBrano solo{.base = brano.base, .mid = file};
+    LeggiParole(solo);
+    return solo.parole || SembraMidi(file) ? solo : brano;
 }
 
 }  // namespace sonnel

@@ -13,7 +13,7 @@ struct FileBrano {
     std::optional<std::filesystem::path> mid{};
     /// The words of a MIDI file that is a song by itself, as the text of a LYK file.
     std::optional<std::string> parole{};
-    std::string motivo{};  ///< why a MIDI file is no song by itself; "" where that says nothing
+    std::string motivo{};  ///< why its MIDI file is no song by itself, or ""
 
     [[nodiscard]] bool HaParole() const { return lyk || parole; }
     [[nodiscard]] bool Completo() const { return HaParole() && mid; }
@@ -21,6 +21,12 @@ struct FileBrano {
 
 /// The files that may be such songs, as file dialogs offer them.
 inline constexpr const char* GenereKaraoke = "Karaoke MIDI files (*.kar *.mid *.midi *.rmi)";
+
+/// Whether a file begins as MIDI files do.
+[[nodiscard]] bool SembraMidi(const std::filesystem::path& file);
+
+/// Reads the words of a song that has only its MIDI file.
+void LeggiParole(FileBrano& brano);
 
 /// Looks for base + ".LYK" and base + ".MID", the letter case of the names aside.
 [[nodiscard]] FileBrano TrovaFileBrano(std::string base);

@@ -150,7 +150,7 @@ struct AggiungiBraniTest : ::testing::Test, SongLibrary {
     }
     void Import(const std::vector<fs::path>& files) {
         dialog.files.push_back(files);
-        AggiungiBrani(libreria, dialog, windows);
+        (void)AggiungiBrani(libreria, dialog, windows);
         EXPECT_EQ(windows.pointer, Pointer::Normal);
     }
     TempDirectory source;

@@ -230,7 +230,7 @@ TEST(Writing, LeavesWholeFilesWhenItIsKilledAndReportsAFullDisk) {
         },
         [](WritingTrial& t) {
             t.dialog.files = {{t.directory / "other/new.lyk"}};
-            AggiungiBrani(t.libreria, t.dialog, t.windows);
+            (void)AggiungiBrani(t.libreria, t.dialog, t.windows);
             return t.Done();
         },
         [](WritingTrial& t) {

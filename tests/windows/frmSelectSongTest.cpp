@@ -23,6 +23,7 @@ class frmSelectSongTest : public testing::Test, protected SongLibrary, protected
   protected:
     void ConvertiKar() override { ++conversions; }
     void SincronizzaDB() override { rebuild(); }
+    void AggiungiFile(const std::vector<std::filesystem::path>& /*files*/) override {}
     void SetUp() override {
         Index(
             "[Songs]\r\ntune=Mare|Rossi|Estate\r\nstella=mare|Verdi|?\r\n"

@@ -181,6 +181,18 @@ std::size_t FindHeader(std::string_view bytes) {
     return found ? start : std::string_view::npos;
 }
 
+/// The end of the data that begin at `start`: that of the RIFF chunk that holds them, if it is one.
+std::size_t DataEnd(std::string_view bytes, std::size_t start) {
+    if (start < kChunkHeaderSize || bytes.substr(start - kChunkHeaderSize, 4) != "data") {
+        return bytes.size();
+    }
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        size |= static_cast<std::size_t>(static_cast<unsigned char>(bytes[start - 4 + i])) << 8 * i;
+    }
+    return start + std::min(size, bytes.size() - start);
+}
+
 /// Reads format and division from the header that begins at `start`; returns where it ends.
 std::size_t ReadHeader(SmfFile& file, std::size_t start) {
     const std::string_view bytes = file.bytes;
@@ -274,6 +286,12 @@ Result<SmfFile> ReadSmf(std::string bytes) {
     const std::size_t announced = BigEndian(file.bytes, start + 10, 2);
     file.damaged = file.damaged || file.tracks.size() != announced;
     return file;
+}
+
+std::string_view MidiData(std::string_view bytes) {
+    const std::size_t start = FindHeader(bytes);
+    return start == std::string_view::npos ? bytes
+                                           : bytes.substr(start, DataEnd(bytes, start) - start);
 }
 
 Result<SmfFile> ReadSmfFile(const std::filesystem::path& path) {

@@ -72,6 +72,9 @@ struct SmfFile {
 /// sense. Refuses what is not a MIDI file, other formats, and a file without a track.
 [[nodiscard]] Result<SmfFile> ReadSmf(std::string bytes);
 
+/// The MIDI data of a file that ReadSmf accepts, without the RIFF file around them.
+[[nodiscard]] std::string_view MidiData(std::string_view bytes);
+
 /// The same for a file on disk. One that cannot be read is refused with the system's number and
 /// reason.
 [[nodiscard]] Result<SmfFile> ReadSmfFile(const std::filesystem::path& path);

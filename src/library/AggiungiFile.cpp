@@ -1,0 +1,113 @@
+#include "library/AggiungiFile.h"
+
+#include "library/Aggiunta.h"
+#include "library/Indice.h"
+#include "library/RaccogliBrani.h"
+#include "platform/Paths.h"
+#include "platform/ScopeExit.h"
+#include "platform/Text.h"
+#include "ui/PuntatoreOccupato.h"
+
+#include <cstddef>
+
+namespace sonnel {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// One run behind the message window.
+class Corsa {
+  public:
+    Corsa(const Libreria& libreria, const FinestreDB& finestre)
+        : libreria_(libreria), finestre_(finestre) {}
+
+    EsitoAggiunta Esegui(const std::vector<fs::path>& percorsi);
+
+  private:
+    bool Continua();
+    void Aggiungi(const std::vector<FileBrano>& brani);
+
+    const Libreria& libreria_;
+    const FinestreDB& finestre_;
+    EsitoAggiunta esito_;
+    std::size_t percento_ = 100;  ///< shown last
+};
+
+/// Lets events run; false once the user has cancelled.
+bool Corsa::Continua() {
+    libreria_.eventi.RunPending();
+    esito_.annullato = finestre_.messaggio.Annullato();
+    return !esito_.annullato;
+}
+
+void Corsa::Aggiungi(const std::vector<FileBrano>& brani) {
+    const fs::path directory = PathFromUtf8(libreria_.config.OpenDir);
+    ProfileFile indice(PercorsoIndice(libreria_.config.OpenDir));
+    ProfileFile::Batch lotto(indice);
+    Aggiunta aggiunta(directory);
+    for (std::size_t i = 0; i < brani.size() && Continua(); ++i) {
+        if (const std::size_t percento = 100 * i / brani.size(); percento != percento_) {
+            percento_ = percento;
+            finestre_.messaggio.MostraMessaggio("Adding song " + std::to_string(i + 1) + " of " +
+                                                    std::to_string(brani.size()) + "...",
+                                                true);
+        }
+        if (const Result<std::string> nome = aggiunta.Aggiungi(indice, brani[i])) {
+            ++esito_.aggiunti;
+        } else {
+            const FileBrano& brano = brani[i];
+            esito_.esclusi.emplace_back(brano.lyk ? *brano.lyk : *brano.mid, nome.error().text);
+        }
+    }
+    esito_.errore = lotto.Commit();
+}
+
+EsitoAggiunta Corsa::Esegui(const std::vector<fs::path>& percorsi) {
+    const PuntatoreOccupato occupato(libreria_.eventi, Pointer::Normal);
+    finestre_.abilitaFinestra(false);
+    const ScopeExit fine([this] {
+        finestre_.abilitaFinestra(true);
+        finestre_.messaggio.ChiudiMessaggio();
+    });
+    finestre_.messaggio.MostraMessaggio("Looking for songs...", true);
+    const std::vector<FileBrano> brani = RaccogliBrani(percorsi, [this] { return Continua(); });
+    if (Continua()) {
+        Aggiungi(brani);
+    }
+    if (esito_.aggiunti > 0) {
+        CaricaIndice(libreria_);
+        finestre_.lista.AggiornaLista();
+    }
+    return std::move(esito_);
+}
+
+}  // namespace
+
+EsitoAggiunta AggiungiFile(const Libreria& libreria, const std::vector<fs::path>& percorsi,
+                           const FinestreDB& finestre) {
+    return Corsa(libreria, finestre).Esegui(percorsi);
+}
+
+std::string Riepilogo(const EsitoAggiunta& esito) {
+    if (esito.aggiunti == 0 && esito.esclusi.empty() && !esito.annullato) {
+        return "There is no song to add among these files.";
+    }
+    std::string testo = esito.aggiunti == 1 ? "One song was added"
+                                            : std::to_string(esito.aggiunti) + " songs were added";
+    if (const std::size_t esclusi = esito.esclusi.size(); esclusi > 0) {
+        testo += esclusi == 1 ? "; one file was not" : "; " + std::to_string(esclusi) + " were not";
+    }
+    testo += esito.annullato ? ", then you cancelled." : ".";
+    return esito.errore ? WithReason(testo + " The index could not be written", esito.errore->text)
+                        : testo;
+}
+
+std::string RigheEsclusi(const EsitoAggiunta& esito) {
+    std::string righe;
+    for (const auto& [file, motivo] : esito.esclusi) {
+        righe += WithReason(Utf8FromPath(file.filename()), motivo) + "\n";
+    }
+    return righe;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "library/SincronizzaDB.h"
+#include "platform/Result.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace sonnel {
+
+/// How adding songs to the library ended.
+struct EsitoAggiunta {
+    int aggiunti = 0;
+    std::vector<std::pair<std::filesystem::path, std::string>> esclusi;  ///< and why
+    bool annullato = false;
+    std::optional<Error> errore;  ///< the index could not be written
+};
+
+/// Adds the songs among files and folders to the library, see RaccogliBrani and Aggiunta, behind
+/// the message window, whose Cancel ends it at the next file. The index is written once; what was
+/// added until then is in it. The song table and the list are filled again when a song was added.
+[[nodiscard]] EsitoAggiunta AggiungiFile(const Libreria& libreria,
+                                         const std::vector<std::filesystem::path>& percorsi,
+                                         const FinestreDB& finestre);
+
+/// The outcome in a sentence.
+[[nodiscard]] std::string Riepilogo(const EsitoAggiunta& esito);
+
+/// The songs that were not added, a line for each.
+[[nodiscard]] std::string RigheEsclusi(const EsitoAggiunta& esito);
+
+}  // namespace sonnel

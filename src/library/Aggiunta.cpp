@@ -1,0 +1,101 @@
+#include "library/Aggiunta.h"
+
+#include "library/AggiungiBrani.h"
+#include "library/Indice.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/midi/SmfReader.h"
+#include "song/LeggiIntestazione.h"
+
+#include <system_error>
+#include <utility>
+
+namespace sonnel {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Writes the two files of a song whose words are in its MIDI file. Both or none are there
+/// afterwards.
+std::optional<Error> Scrivi(const FileBrano& brano, const fs::path& base) {
+    const Result<std::string> midi = ReadFile(*brano.mid);
+    if (!midi) {
+        return midi.error();
+    }
+    const fs::path mid = fs::path(base) += ".mid";
+    if (auto errore = WriteFileAtomically(mid, MidiData(*midi))) {
+        return errore;
+    }
+    auto errore = WriteFileAtomically(fs::path(base) += ".lyk", EncodeFileText(*brano.parole));
+    if (errore) {
+        std::error_code ignorato;  // the first failure counts
+        fs::remove(mid, ignorato);
+    }
+    return errore;
+}
+
+}  // namespace
+
+void RegistraBrano(ProfileFile& indice, const fs::path& directory, const std::string& nome) {
+    const Result<Intestazione> letta = LeggiIntestazione(directory, nome);
+    const Intestazione campi = letta ? *letta : Intestazione{};
+    AssicuraIndice(indice);
+    (void)indice.Respell(SezioneBrani, nome);
+    ScriviBrano(indice, nome, campi.Titolo, campi.Autore, campi.Album);
+}
+
+Aggiunta::Aggiunta(fs::path directory) : directory_(std::move(directory)) {
+    std::error_code errore;
+    for (fs::directory_iterator voce(directory_, errore);
+         !errore && voce != fs::directory_iterator(); voce.increment(errore)) {
+        const std::string estensione = FoldCase(Utf8FromPath(voce->path().extension()));
+        if (estensione == ".lyk" || estensione == ".mid") {
+            presi_.insert(FoldCase(Utf8FromPath(voce->path().stem())));
+        }
+    }
+}
+
+/// Why a song of this name cannot be added; "" when it can.
+std::string Aggiunta::Impedimento(const std::string& nome, const FileBrano& brano) const {
+    if (!brano.motivo.empty()) {
+        return brano.motivo;
+    }
+    if (!brano.HaParole()) {
+        return "it is no song";
+    }
+    if (!brano.mid) {
+        return "its MID file is missing";
+    }
+    if (brano.lyk && StessaDirectory(brano.lyk->parent_path(), directory_)) {
+        return "it is in the library's directory already";
+    }
+    if (presi_.contains(FoldCase(nome))) {
+        return "the library has a song of this name";
+    }
+    return std::string(ImpedimentoNome(nome));
+}
+
+Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
+    if (!brano.lyk && brano.mid) {
+        LeggiParole(brano);
+    }
+    const std::string nome = Utf8FromPath(PathFromUtf8(brano.base).filename());
+    if (std::string motivo = Impedimento(nome, brano); !motivo.empty()) {
+        return Error{0, std::move(motivo)};
+    }
+    const fs::path base = directory_ / PathFromUtf8(nome);
+    // The words come last: a song without music could be neither played nor added again.
+    const std::optional<Error> errore =
+        brano.parole ? Scrivi(brano, base)
+                     : CopyFilesAtomically({{*brano.mid, fs::path(base) += ".mid"},
+                                            {*brano.lyk, fs::path(base) += ".lyk"}});
+    if (errore) {
+        return *errore;
+    }
+    presi_.insert(FoldCase(nome));
+    RegistraBrano(indice, directory_, nome);
+    return nome;
+}
+
+}  // namespace sonnel

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Result.h"
+#include "platform/files/ProfileFile.h"
+#include "song/FileBrano.h"
+
+#include <filesystem>
+#include <string>
+#include <unordered_set>
+
+namespace sonnel {
+
+/// Puts a song whose files are in the library's directory into its index, which is made when there
+/// is none. A header that cannot be read leaves the fields empty.
+void RegistraBrano(ProfileFile& indice, const std::filesystem::path& directory,
+                   const std::string& nome);
+
+/// Copies songs into the library's directory and its index: their LYK and MID files, or both made
+/// from a karaoke MIDI file. The originals stay, and nothing in the library is replaced.
+class Aggiunta {
+  public:
+    /// Lists the songs that the directory holds.
+    explicit Aggiunta(std::filesystem::path directory);
+
+    /// Adds one song and returns its base name. The error's text is the reason why it was not
+    /// added; nothing of it is in the library then.
+    [[nodiscard]] Result<std::string> Aggiungi(ProfileFile& indice, FileBrano brano);
+
+  private:
+    [[nodiscard]] std::string Impedimento(const std::string& nome, const FileBrano& brano) const;
+
+    std::filesystem::path directory_;
+    std::unordered_set<std::string> presi_;  ///< base names in folded case
+};
+
+}  // namespace sonnel

@@ -1,0 +1,45 @@
+#include "library/frmResoconto.h"
+
+#include "platform/MsgBox.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace sonnel {
+namespace {
+
+// In the dialog's letters.
+constexpr int Larghezza = 80;
+constexpr int Altezza = 20;
+
+}  // namespace
+
+frmResoconto::frmResoconto(const std::string& riepilogo, const std::string& righe, QWidget* parent)
+    : QDialog(parent) {
+    setWindowTitle(Message::UsualTitle);
+    auto* sentenza = new QLabel(QString::fromStdString(riepilogo), this);
+    sentenza->setTextFormat(Qt::PlainText);
+    sentenza->setWordWrap(true);
+    auto* elenco = new QPlainTextEdit(QString::fromStdString(righe).trimmed(), this);
+    elenco->setAccessibleName("Files that were not added");
+    elenco->setReadOnly(true);
+    elenco->setLineWrapMode(QPlainTextEdit::NoWrap);
+    elenco->setTabChangesFocus(true);
+    auto* bottoni = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+    connect(bottoni, &QDialogButtonBox::accepted, this, &QDialog::accept);
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->addWidget(sentenza);
+    colonna->addWidget(elenco, 1);
+    colonna->addWidget(bottoni);
+    bottoni->button(QDialogButtonBox::Ok)->setFocus();
+
+    const QFontMetrics lettere = fontMetrics();
+    resize(QSize(Larghezza * lettere.averageCharWidth(), Altezza * lettere.lineSpacing())
+               .boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+}  // namespace sonnel
