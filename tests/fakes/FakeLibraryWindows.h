@@ -27,7 +27,7 @@ class FakeLibraryWindows : public ListaBrani, public FinestraMessaggio, public S
         log.push_back("progress " + text + (withCancel ? " Cancel" : ""));
     }
     void ChiudiMessaggio() override { log.emplace_back("close"); }
-    [[nodiscard]] bool Annullato() const override { return false; }
+    [[nodiscard]] bool Annullato() const override { return cancelled; }
 
     void RunPending() override { onTurn(++turns); }
     void WaitPending(std::chrono::milliseconds /*limit*/) override {}
@@ -46,6 +46,7 @@ class FakeLibraryWindows : public ListaBrani, public FinestraMessaggio, public S
 
     std::vector<std::string> log;
     std::int16_t selected = 0;
+    bool cancelled = false;
     int turns = 0;
     std::function<void(int)> onTurn = [](int) {};  ///< called while events run
     Pointer pointer = Pointer::Normal;
