@@ -2,6 +2,9 @@
 
 #include "e2e/Player.h"
 
+#include "fakes/SmfBuilder.h"
+
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <stdexcept>
@@ -11,6 +14,7 @@
 namespace sonnel::test {
 namespace {
 
+using Steady = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
@@ -65,6 +69,75 @@ std::string Setting(const Player& player, const std::string& name) {
                                       : settings.substr(value, settings.find('\n', value) - value);
 }
 
+/// What was heard, left and right in turn, at 44,100 Hz.
+std::vector<std::int16_t> Samples(const Player& player) {
+    constexpr std::size_t header = 44;
+    const std::string sound = Content(player.Sound());
+    std::vector<std::int16_t> samples((std::max(sound.size(), header) - header) / 2);
+    std::memcpy(samples.data(), sound.data() + sound.size() - 2 * samples.size(),
+                2 * samples.size());
+    return samples;
+}
+
+/// When words of a song begin to be sung, by the colour of its letters on the screen.
+std::vector<Steady::time_point> MomentsSung(const Player& player, std::size_t words) {
+    std::vector<Steady::time_point> moments;
+    const Steady::time_point limit = Steady::now() + seconds(20);
+    for (bool before = false; moments.size() < words && Steady::now() < limit;) {
+        const bool sung = player.Pixels(Player::kSung) > 0;
+        if (sung && !before) {
+            moments.push_back(Steady::now());
+        }
+        before = sung;
+    }
+    return moments;
+}
+
+/// When clicks begin in what was heard, in seconds.
+std::vector<double> Onsets(const std::vector<std::int16_t>& samples) {
+    constexpr std::size_t second = 2 * 44'100;
+    std::vector<double> onsets;
+    std::size_t quietFrom = 0;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        if (std::abs(samples[i]) > 600) {
+            if (i - quietFrom > second / 2) {
+                onsets.push_back(static_cast<double>(i) / second);
+            }
+            quietFrom = i;
+        }
+    }
+    return onsets;
+}
+
+TEST(ThePlayer, SingsAKaraokeFileInStepThroughTempoChanges) {
+    Player player("Twinkle Twinkle");
+    AwaitPlayer(player);
+    ASSERT_TRUE(player.Exits());
+    SmfBuilder song(0, 480);
+    song.Tempo(0, 700'000)
+        .Tempo(1100, 311'111)
+        .Tempo(3000, 1'234'567)
+        .Tempo(3700, 411'000)
+        .Control(11000, 7, 100);
+    for (const std::uint32_t tick : {960U, 2400U, 3600U, 9000U}) {
+        song.Text(tick, 1, "\\Sing ").Message(tick, {0x99, 37, 127});
+    }
+    const TempDirectory folder;
+    player.Start({QString::fromStdString(folder.Write("song.kar", song.Bytes()).string())});
+    AwaitPlayer(player);
+    player.Press("F2");
+    const auto sung = MomentsSung(player, 4);
+    std::this_thread::sleep_for(seconds(1));
+    EXPECT_TRUE(player.Exits());
+    const std::vector<double> heard = Onsets(Samples(player));
+    ASSERT_EQ(heard.size(), 4U);
+    ASSERT_EQ(sung.size(), 4U);
+    for (std::size_t i = 1; i < heard.size(); ++i) {
+        const double after = std::chrono::duration<double>(sung[i] - sung[0]).count();
+        EXPECT_NEAR(after, heard[i] - heard[0], 0.075);
+    }
+}
+
 TEST(ThePlayer, ColoursTheWordsAsItsOptionsSayPausesResumesAndStops) {
     constexpr std::uint32_t Chosen = 0xFF0180;
     Player player("Twinkle Twinkle");
@@ -94,11 +167,8 @@ TEST(ThePlayer, ColoursTheWordsAsItsOptionsSayPausesResumesAndStops) {
     EXPECT_TRUE(WaitUntil(wordless, seconds(1)));
     EXPECT_FALSE(WaitUntil(std::not_fn(wordless), seconds(1)));
     EXPECT_TRUE(player.Exits());
-    const std::string sound = Content(player.Sound());
-    constexpr std::size_t Header = 44;
-    ASSERT_GT(sound.size(), Header);
-    std::vector<std::int16_t> samples((sound.size() - Header) / 2);
-    std::memcpy(samples.data(), &sound[Header], 2 * samples.size());
+    const std::vector<std::int16_t> samples = Samples(player);
+    ASSERT_FALSE(samples.empty());
     EXPECT_GT(*std::max_element(samples.begin(), samples.end()), 650) << "2 % of full scale";
 }
 
