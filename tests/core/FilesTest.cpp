@@ -121,9 +121,12 @@ TEST(Text, FoldsCaseByCodePoint) {
         {"\u00C8 PI\u00D9 \u0141\u00D3D\u0179", "\u00E8 pi\u00F9 \u0142\u00F3d\u017A"},
         {"\u0391\u0386\u03A3 \u0401\u0416\u042F", "\u03B1\u03AC\u03C3 \u0451\u0436\u044F"},
         {"\u00D7\u00F7\u00DF", "\u00D7\u00F7\u00DF"},
+        {"\u212Aey", "key"},
         {"\xC3X\xFF", "\xC3x\xFF"}};
     for (const auto& [text, folded] : cases) {
         EXPECT_EQ(FoldCase(text), folded);
+        EXPECT_TRUE(FoldedEqual()(text, folded)) << text;
+        EXPECT_EQ(FoldedHash()(text), FoldedHash()(folded)) << text;
     }
 }
 
