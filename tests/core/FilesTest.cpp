@@ -14,6 +14,8 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace sonnel::test {
 namespace {
@@ -59,9 +61,14 @@ TEST(WriteFileAtomically, ReplacesAFileAndTheTargetOfALinkWithTheirPermissions) 
 
     const auto kept = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read;
     fs::permissions(directory / "real/song", kept);
+    const uid_t user = geteuid() == 0 ? 12345 : geteuid();  // root may give it away
+    ASSERT_EQ(chown((directory / "real/song").c_str(), user, static_cast<gid_t>(-1)), 0);
     EXPECT_FALSE(WriteFileAtomically(directory / "linklink", "new"));
     EXPECT_EQ(Content(directory / "real/song"), "new");
     EXPECT_EQ(fs::status(directory / "real/song").permissions(), kept);
+    struct stat status {};
+    ASSERT_EQ(stat((directory / "real/song").c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, user);
     EXPECT_TRUE(fs::is_symlink(directory / "linklink"));
     EXPECT_THAT(directory.Names(), ElementsAre("link", "linklink", "long", "real"));
 }
