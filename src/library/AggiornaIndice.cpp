@@ -21,8 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view Estensione = ".lyk";
 
-using NomiVisti = std::unordered_set<std::string_view, FoldedHash, FoldedEqual>;
-
 struct FileLyk {
     std::string file;    ///< its name in the directory
     std::string chiave;  ///< that in folded case
@@ -78,7 +76,7 @@ std::optional<Error> Registra(ProfileFile& indice, const fs::path& file, std::st
     return std::nullopt;
 }
 
-/// First phase: headers into the index. Returns what was passed over.
+/// First phase: headers into the index, in the order of the names. Returns what was passed over.
 std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<FileLyk>& elenco,
                                        const fs::path& directory, SystemEvents& eventi) {
     std::vector<std::string> saltati;
@@ -86,17 +84,18 @@ std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<Fi
         saltati.push_back("Can't index the file " + Utf8FromPath(file) + ": " +
                           std::string(motivo) + ".");
     };
-    NomiVisti visti;
+    std::string_view precedente;
     for (const FileLyk& voce : elenco) {
         const fs::path file = directory / PathFromUtf8(voce.file);
         const std::string_view nome = voce.Nome();
         if (const std::string_view motivo = ImpedimentoNome(nome); !motivo.empty()) {
             salta(file, motivo);
-        } else if (!visti.insert(nome).second) {
+        } else if (voce.chiave == precedente) {
             salta(file, "another song's name differs only in letter case");
         } else if (std::optional<Error> errore = Registra(indice, file, nome)) {
             saltati.push_back(std::move(errore->text));
         }
+        precedente = voce.chiave;
         eventi.RunPending();
     }
     return saltati;
@@ -105,7 +104,7 @@ std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<Fi
 /// Second phase: index into the table, without the songs whose LYK file is gone.
 void RiempiTabella(ProfileFile& indice, const std::vector<FileLyk>& presenti,
                    const Libreria& libreria) {
-    NomiVisti basi;
+    std::unordered_set<std::string_view, FoldedHash, FoldedEqual> basi(presenti.size());
     for (const FileLyk& file : presenti) {
         basi.insert(file.Nome());
     }

@@ -5,6 +5,7 @@
 #include "platform/files/Files.h"
 #include "platform/files/LineReader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <optional>
@@ -32,12 +33,12 @@ std::optional<std::size_t> CercaCorpo(std::string_view byte, std::size_t da) {
 
 /// The bytes of the file up to its body.
 Result<std::string> LeggiInizio(FileReader& file) {
-    constexpr std::size_t Blocco = 4096;
+    constexpr std::size_t Blocco = 1000;  // most headers are shorter
     constexpr std::size_t FineRiga = 2;
     std::string byte;
     for (;;) {
         const std::size_t prima = byte.size();
-        if (std::optional<Error> errore = file.Read(byte, Blocco)) {
+        if (std::optional<Error> errore = file.Read(byte, std::max(Blocco, prima))) {
             return *errore;
         }
         // A line end may lie across two blocks.
