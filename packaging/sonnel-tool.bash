@@ -13,8 +13,9 @@ _sonnel_tool() {
         "") mapfile -t COMPREPLY < <(compgen -W "$commands $options" -- "$word"); return ;;
         set-header) options+=" --title --author --album" files=lyk ;;
         index) options+=" --rebuild" files=/ ;;
-        convert) options+=" --output --force" files="kar|mid" ;;
-        midi) files="mid|kar" ;;
+        convert) options+=" --output --force" files="kar|midi?" ;;
+        midi) files="midi?|kar" ;;
+        check) files="lyk|mid|kar" ;;
         trace) options+=" --report-ms --compensation" files="lyk|mid" ;;
         *) files=lyk ;;
     esac

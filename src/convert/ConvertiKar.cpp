@@ -112,10 +112,12 @@ ConversioneKar::ConversioneKar(const Libreria& libreria, const PartiKar& parti,
                                const fs::path& scelto)
     : libreria_(libreria), parti_(parti), scelto_(scelto), directory_(scelto.parent_path()) {
     const std::string percorso = Utf8FromPath(scelto);
-    base_ = Utf8FromPath(PathFromUtf8(WithoutExtension(percorso)).filename());
-    kar_ = FoldCase(percorso).ends_with("kar");
+    const std::string nome = Utf8FileName(PathFromUtf8(WithoutExtension(percorso)));
+    // The index holds text only.
+    base_ = DecodeUnmarkedText(nome);
+    kar_ = FoldCase(percorso).ends_with("kar") || base_ != nome;
     lyk_ = Accanto(".lyk");
-    mid_ = Accanto(".mid");
+    mid_ = kar_ ? ComeSiTrova(directory_ / PathFromUtf8(base_ + ".mid")) : Accanto(".mid");
 }
 
 /// The file of the song's name and this extension in the source directory: the chosen file itself
@@ -275,7 +277,8 @@ void ConvertiKar(const Libreria& libreria, const PartiKar& parti) {
                                     .extension = "kar",
                                     .name = "*.kar",
                                     .directory = {},
-                                    .filters = {"MIDI Karaoke file (*.kar)", "MIDI file (*.mid)"}});
+                                    .filters = {"MIDI Karaoke file (*.kar)", "MIDI file (*.mid)"},
+                                    .anyName = true});
     if (!scelti.empty()) {
         ConversioneKar(libreria, parti, scelti.front()).Esegui();
     }

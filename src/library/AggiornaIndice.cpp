@@ -22,26 +22,29 @@ namespace fs = std::filesystem;
 constexpr std::string_view Estensione = ".lyk";
 
 struct FileLyk {
-    fs::path percorso;
-    std::string nome;    ///< without extension
-    std::string chiave;  ///< the file's whole name in folded case
+    std::string file;    ///< its name in the directory
+    std::string chiave;  ///< that in folded case
+
+    /// Without extension.
+    [[nodiscard]] std::string_view Nome() const {
+        return std::string_view(file).substr(0, file.rfind('.'));
+    }
 };
 
-/// The LYK files of the directory, in any letter case, ordered by name.
+/// The LYK files of the directory, in any letter case.
 Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
     std::vector<FileLyk> elenco;
     std::error_code errore;
     fs::directory_iterator voce(directory, errore);
     for (; !errore && voce != fs::directory_iterator(); voce.increment(errore)) {
-        std::string nome = Utf8FromPath(voce->path().filename());
+        std::string nome = Utf8FileName(voce->path());
         std::string chiave = FoldCase(nome);
         std::error_code ignoto;
         const bool file = voce->is_regular_file(ignoto);
         // What cannot be examined may be there still: it is passed over later, and its entry kept.
         const bool ignota = ignoto && ignoto != std::errc::no_such_file_or_directory;
         if (chiave.ends_with(Estensione) && (file || ignota)) {
-            nome.erase(nome.rfind('.'));
-            elenco.push_back({voce->path(), std::move(nome), std::move(chiave)});
+            elenco.push_back({std::move(nome), std::move(chiave)});
         }
     }
     if (errore && errore != std::errc::no_such_file_or_directory &&
@@ -49,50 +52,50 @@ Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
         return Error{errore.value(), "Can't list the directory " + Utf8FromPath(directory) + ": " +
                                          errore.message() + "."};
     }
-    std::sort(elenco.begin(), elenco.end(), [](const FileLyk& a, const FileLyk& b) {
-        // The player opens the file with the extension in small letters first.
-        const bool altraA = a.percorso.extension() != Estensione;
-        const bool altraB = b.percorso.extension() != Estensione;
-        return std::tie(a.chiave, altraA, a.percorso.native()) <
-               std::tie(b.chiave, altraB, b.percorso.native());
-    });
     return elenco;
 }
 
-/// The base name in folded case.
-std::string_view Base(const FileLyk& file) {
-    return std::string_view(file.chiave).substr(0, file.chiave.size() - Estensione.size());
+void OrdinaPerNome(std::vector<FileLyk>& elenco) {
+    std::sort(elenco.begin(), elenco.end(), [](const FileLyk& a, const FileLyk& b) {
+        // The player opens the file with the extension in small letters first.
+        const bool altraA = !a.file.ends_with(Estensione);
+        const bool altraB = !b.file.ends_with(Estensione);
+        return std::tie(a.chiave, altraA, a.file) < std::tie(b.chiave, altraB, b.file);
+    });
 }
 
 /// Puts the header of a song's file into the index.
-std::optional<Error> Registra(ProfileFile& indice, const FileLyk& file) {
-    const Result<Intestazione> letta = LeggiIntestazione(file.percorso);
+std::optional<Error> Registra(ProfileFile& indice, const fs::path& file, std::string_view nome) {
+    const Result<Intestazione> letta = LeggiIntestazione(file);
     if (!letta) {
         return letta.error();
     }
     // The files of the song are looked for under the name in the index.
-    (void)indice.Respell(SezioneBrani, file.nome);
-    ScriviBrano(indice, file.nome, letta->Titolo, letta->Autore, letta->Album);
+    (void)indice.Respell(SezioneBrani, nome);
+    ScriviBrano(indice, nome, letta->Titolo, letta->Autore, letta->Album);
     return std::nullopt;
 }
 
-/// First phase: headers into the index. Returns what was passed over.
+/// First phase: headers into the index, in the order of the names. Returns what was passed over.
 std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<FileLyk>& elenco,
-                                       SystemEvents& eventi) {
+                                       const fs::path& directory, SystemEvents& eventi) {
     std::vector<std::string> saltati;
-    const auto salta = [&](const FileLyk& file, std::string_view motivo) {
-        saltati.push_back("Can't index the file " + Utf8FromPath(file.percorso) + ": " +
+    const auto salta = [&](const fs::path& file, std::string_view motivo) {
+        saltati.push_back("Can't index the file " + Utf8FromPath(file) + ": " +
                           std::string(motivo) + ".");
     };
-    std::unordered_set<std::string_view> visti;
-    for (const FileLyk& file : elenco) {
-        if (const std::string_view motivo = ImpedimentoNome(file.nome); !motivo.empty()) {
+    std::string_view precedente;
+    for (const FileLyk& voce : elenco) {
+        const fs::path file = directory / PathFromUtf8(voce.file);
+        const std::string_view nome = voce.Nome();
+        if (const std::string_view motivo = ImpedimentoNome(nome); !motivo.empty()) {
             salta(file, motivo);
-        } else if (!visti.insert(Base(file)).second) {
+        } else if (voce.chiave == precedente) {
             salta(file, "another song's name differs only in letter case");
-        } else if (std::optional<Error> errore = Registra(indice, file)) {
+        } else if (std::optional<Error> errore = Registra(indice, file, nome)) {
             saltati.push_back(std::move(errore->text));
         }
+        precedente = voce.chiave;
         eventi.RunPending();
     }
     return saltati;
@@ -101,20 +104,17 @@ std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<Fi
 /// Second phase: index into the table, without the songs whose LYK file is gone.
 void RiempiTabella(ProfileFile& indice, const std::vector<FileLyk>& presenti,
                    const Libreria& libreria) {
-    std::unordered_set<std::string_view> basi;
+    std::unordered_set<std::string_view, FoldedHash, FoldedEqual> basi(presenti.size());
     for (const FileLyk& file : presenti) {
-        basi.insert(Base(file));
+        basi.insert(file.Nome());
     }
     libreria.brani.Azzera();
-    const std::string elenco = LeggiIndice(indice, SezioneBrani, "", "");
-    std::string_view resto = elenco;
-    std::string chiave;
-    while (ProssimaChiave(resto, chiave)) {
-        if (basi.contains(FoldCase(chiave))) {
+    for (std::string& chiave : indice.Keys(SezioneBrani)) {
+        if (basi.contains(chiave)) {
             Intestazione voce = LeggiBrano(indice, chiave);
             ScriviIndice(indice, SezioneAlbum, voce.Album, ValoreAlbum);
-            libreria.brani.InserisciBrano(
-                {chiave, std::move(voce.Titolo), std::move(voce.Autore), std::move(voce.Album)});
+            libreria.brani.InserisciBrano({std::move(chiave), std::move(voce.Titolo),
+                                           std::move(voce.Autore), std::move(voce.Album)});
         } else {
             RimuoviVoce(indice, chiave);
         }
@@ -133,7 +133,8 @@ EsitoAggiornamento AggiornaIndice(const Libreria& libreria) {
     {
         ProfileFile::Batch lotto(indice);
         if (elenco) {
-            esito.saltati = RegistraTutti(indice, *elenco, libreria.eventi);
+            OrdinaPerNome(*elenco);
+            esito.saltati = RegistraTutti(indice, *elenco, directory, libreria.eventi);
             // Files may have come and gone since.
             elenco = ElencaLyk(directory);
         }

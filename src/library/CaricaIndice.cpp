@@ -108,13 +108,10 @@ bool Accessibile(const fs::path& directory) {
 
 void CaricaTabella(const ProfileFile& indice, TabellaBrani& brani) {
     brani.Azzera();
-    const std::string elenco = LeggiIndice(indice, SezioneBrani, "", "");
-    std::string_view resto = elenco;
-    std::string chiave;
-    while (ProssimaChiave(resto, chiave)) {
+    for (std::string& chiave : indice.Keys(SezioneBrani)) {
         Intestazione voce = LeggiBrano(indice, chiave);
-        brani.InserisciBrano(
-            {chiave, std::move(voce.Titolo), std::move(voce.Autore), std::move(voce.Album)});
+        brani.InserisciBrano({std::move(chiave), std::move(voce.Titolo), std::move(voce.Autore),
+                              std::move(voce.Album)});
     }
 }
 

@@ -36,8 +36,9 @@ bool EsisteIndice(std::string_view openDir) {
 std::string LeggiIndice(const ProfileFile& indice, std::string_view sezione,
                         std::string_view chiave, std::string_view predefinito) {
     if (!chiave.empty()) {
-        const std::string valore = indice.Read(sezione, chiave, predefinito);
-        return std::string(FirstCodePoints(valore, MassimoValore));
+        std::string valore = indice.Read(sezione, chiave, predefinito);
+        valore.resize(FirstCodePoints(valore, MassimoValore).size());
+        return valore;
     }
     std::string elenco;
     for (const std::string& nome : indice.Keys(sezione)) {

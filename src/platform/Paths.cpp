@@ -24,6 +24,15 @@ std::string Utf8FromPath(const fs::path& path) {
 #endif
 }
 
+std::string Utf8FileName(const fs::path& path) {
+#ifdef _WIN32
+    return Utf8FromPath(path.filename());
+#else
+    // A path of its own for the name takes longer than all that is done with it.
+    return path.native().substr(path.native().rfind('/') + 1);
+#endif
+}
+
 std::string WithoutExtension(std::string_view path) {
     constexpr std::size_t Extension = 4;
     const std::size_t length = CodePoints(path);

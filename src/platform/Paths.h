@@ -9,6 +9,8 @@ namespace sonnel {
 /// Paths are UTF-8 in program text and std::filesystem::path at the doors.
 [[nodiscard]] std::filesystem::path PathFromUtf8(std::string_view text);
 [[nodiscard]] std::string Utf8FromPath(const std::filesystem::path& path);
+/// The path's last part.
+[[nodiscard]] std::string Utf8FileName(const std::filesystem::path& path);
 
 /// A path without its last four characters, whatever they are: the program's files have a dot and
 /// three letters there.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 #ifdef SONNEL_UTF8PROC
 #include <utf8proc.h>
@@ -87,11 +89,24 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
     }
 }
 
+bool IsAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
 std::size_t AsciiPrefix(std::string_view text) {
-    const auto* const end = std::find_if(text.begin(), text.end(), [](char byte) {
-        return static_cast<unsigned char>(byte) >= 0x80;
-    });
-    return static_cast<std::size_t>(end - text.begin());
+    constexpr std::uint64_t HighBits = 0x8080808080808080;
+    std::size_t length = 0;
+    // Most texts are ASCII: eight bytes at a time.
+    for (std::uint64_t bytes = 0; text.size() - length >= sizeof bytes; length += sizeof bytes) {
+        std::memcpy(&bytes, text.data() + length, sizeof bytes);
+        if ((bytes & HighBits) != 0) {
+            break;
+        }
+    }
+    while (length < text.size() && IsAscii(text[length])) {
+        ++length;
+    }
+    return length;
 }
 
 /// What Windows-1252 holds in the bytes 80 to 9F.
@@ -109,6 +124,10 @@ std::optional<char> Windows1252Byte(char32_t codePoint) {
         return std::nullopt;
     }
     return static_cast<char>(0x80 + (found - Windows1252High.begin()));
+}
+
+char SmallAscii(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
 }
 
 char32_t SmallLetter(char32_t codePoint) {
@@ -235,10 +254,25 @@ std::string FoldCase(std::string_view text) {
         }
         text.remove_prefix(character.length);
     }
-    std::transform(key.begin(), key.end(), key.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
-    });
+    std::transform(key.begin(), key.end(), key.begin(), SmallAscii);
     return key;
+}
+
+std::size_t FoldedHash::operator()(std::string_view text) const {
+    const std::string folded = AsciiPrefix(text) < text.size() ? FoldCase(text) : std::string();
+    std::uint64_t hash = 0xCBF29CE484222325;  // FNV-1a
+    for (const char letter : folded.empty() ? text : folded) {
+        hash = (hash ^ static_cast<unsigned char>(SmallAscii(letter))) * 0x100000001B3;
+    }
+    return hash;
+}
+
+bool FoldedEqual::operator()(std::string_view one, std::string_view other) const {
+    if (AsciiPrefix(one) == one.size() && AsciiPrefix(other) == other.size()) {
+        return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                          [](char a, char b) { return SmallAscii(a) == SmallAscii(b); });
+    }
+    return FoldCase(one) == FoldCase(other);
 }
 
 std::string WithReason(std::string failure, std::string_view reason) {

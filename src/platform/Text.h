@@ -40,6 +40,14 @@ inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 /// small letter (without utf8proc only ASCII ones do), and invalid bytes stay as they are.
 [[nodiscard]] std::string FoldCase(std::string_view text);
 
+/// For containers whose keys are equal when their FoldCase is: nothing is built for a key of ASCII.
+struct FoldedHash {
+    [[nodiscard]] std::size_t operator()(std::string_view text) const;
+};
+struct FoldedEqual {
+    [[nodiscard]] bool operator()(std::string_view one, std::string_view other) const;
+};
+
 /// What failed and why as one sentence: `reason`, which may be a sentence of its own, goes on after
 /// a colon.
 [[nodiscard]] std::string WithReason(std::string failure, std::string_view reason);

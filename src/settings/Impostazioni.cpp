@@ -117,7 +117,10 @@ Config CaricaConfig(Registry& registro, int larghezzaSchermo, std::string_view o
 std::filesystem::path DirectoryKaraoke(const std::filesystem::path& dirProgramma, bool scrivibile,
                                        const Environment& ambiente) {
     const std::filesystem::path dati = UserDataDirectory(ambiente);
-    const bool accanto = scrivibile || dati.empty();
+    std::error_code ignorato;
+    const bool installato =
+        std::filesystem::is_directory(dirProgramma.parent_path() / "share" / "sonnel", ignorato);
+    const bool accanto = (scrivibile && !installato) || dati.empty();
     return (accanto ? dirProgramma : dati / "sonnel") / "Karaoke" / "";
 }
 

@@ -26,8 +26,8 @@ void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string
                                   std::string_view openDirPredefinita);
 
 /// The karaoke directory when the settings name none: "Karaoke" beside the program where that
-/// place can be written, else "sonnel/Karaoke" in the user's data directory. Ends in a separator
-/// and may not exist.
+/// place can be written, else "sonnel/Karaoke" in the user's data directory. The latter also for an
+/// installed program, whose place root can write. Ends in a separator and may not exist.
 [[nodiscard]] std::filesystem::path DirectoryKaraoke(const std::filesystem::path& dirProgramma,
                                                      bool scrivibile, const Environment& ambiente);
 

@@ -5,6 +5,7 @@
 #include "platform/files/Files.h"
 #include "platform/files/LineReader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <optional>
@@ -14,34 +15,36 @@ namespace {
 
 constexpr char InizioCorpo = '0';
 
-/// Whether a line that begins with "0" begins at or after `da`, which is no line's inside. The
-/// first line is seen even behind a byte order mark.
-bool CominciaCorpo(std::string_view byte, std::size_t da) {
+/// Where the first line that begins with "0" begins, at or after `da`, which is no line's inside.
+/// The first line is seen even behind a byte order mark.
+std::optional<std::size_t> CercaCorpo(std::string_view byte, std::size_t da) {
     if (da == 0 && DecodeFileText(byte.substr(0, 4)).starts_with(InizioCorpo)) {
-        return true;
+        return 0;
     }
     for (std::size_t fine = byte.find('\r', da); fine != std::string_view::npos;
          fine = byte.find('\r', fine + 1)) {
         const std::size_t riga = byte.substr(fine + 1, 1) == "\n" ? fine + 2 : fine + 1;
         if (riga < byte.size() && byte[riga] == InizioCorpo) {
-            return true;
+            return riga;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
-/// The bytes of the file up to some place in its body.
+/// The bytes of the file up to its body.
 Result<std::string> LeggiInizio(FileReader& file) {
-    constexpr std::size_t Blocco = 4096;
+    constexpr std::size_t Blocco = 1000;  // most headers are shorter
     constexpr std::size_t FineRiga = 2;
     std::string byte;
     for (;;) {
         const std::size_t prima = byte.size();
-        if (std::optional<Error> errore = file.Read(byte, Blocco)) {
+        if (std::optional<Error> errore = file.Read(byte, std::max(Blocco, prima))) {
             return *errore;
         }
         // A line end may lie across two blocks.
-        if (byte.size() == prima || CominciaCorpo(byte, prima < FineRiga ? 0 : prima - FineRiga)) {
+        const auto corpo = CercaCorpo(byte, prima < FineRiga ? 0 : prima - FineRiga);
+        if (corpo || byte.size() == prima) {
+            byte.resize(corpo.value_or(prima));
             return byte;
         }
         if (byte.size() > MaxFileSize) {
@@ -54,9 +57,6 @@ Intestazione CercaCampi(std::string_view testo) {
     Intestazione trovata;
     LineReader righe(testo);
     while (const auto riga = righe.Next()) {
-        if (riga->starts_with(InizioCorpo)) {
-            break;
-        }
         const std::string_view campo = riga->substr(0, 3);
         if (campo == "*TI") {
             trovata.Titolo = riga->substr(3);

@@ -12,16 +12,23 @@
 namespace sonnel {
 namespace {
 
-Result<std::string> LeggiTesto(const std::string& file) {
-    const Result<std::filesystem::path> nominato = FileNominato(file);
-    if (!nominato) {
-        return nominato.error();
+/// The file with a song's words: its LYK file, or a file by another name that was named itself;
+/// nothing when only music was named.
+std::optional<std::filesystem::path> Parole(const std::string& nome, const FileBrano& brano) {
+    const bool musica = HaEstensione(nome, ".mid") || HaEstensione(nome, ".kar");
+    const auto nominato = FindFile(PathFromUtf8(nome));
+    if (brano.lyk || (nominato && !musica)) {
+        return brano.lyk ? brano.lyk : nominato;
     }
-    const Result<std::string> byte = ReadFile(*nominato);
-    if (!byte) {
-        return ReadError(*nominato, byte.error().number);
-    }
-    return DecodeFileText(*byte);
+    const bool presente = nominato || (brano.mid && !HaEstensione(nome, ".lyk"));
+    return presente ? std::nullopt
+                    : std::optional(PathFromUtf8(musica ? nome : brano.base + ".lyk"));
+}
+
+Rilievo SenzaCompagno(const std::string& manca, const std::string& effetto,
+                      const std::string& nome) {
+    return {0, "there is no " + manca + " file beside it: the player " + effetto +
+                   " there under the name " + Utf8FileName(PathFromUtf8(nome))};
 }
 
 /// How long the music beside a song's words lasts, in ms; nothing, and a finding, when there is
@@ -29,10 +36,8 @@ Result<std::string> LeggiTesto(const std::string& file) {
 std::optional<std::int32_t> Durata(const FileBrano& brano, std::vector<Rilievo>& rilievi,
                                    std::vector<std::string>& messaggi) {
     if (!brano.mid) {
-        rilievi.push_back({0,
-                           "there is no MID file beside it: the player does not play the song; put "
-                           "its music there under the name " +
-                               Utf8FromPath(PathFromUtf8(brano.base + ".mid").filename())});
+        rilievi.push_back(
+            SenzaCompagno("MID", "does not play the song; put its music", brano.base + ".mid"));
         return std::nullopt;
     }
     const Result<SmfFile> letto = LeggiMusica(*brano.mid, Utf8FromPath(*brano.mid), messaggi);
@@ -63,22 +68,41 @@ std::string TestoRilievi(const std::string& file, const std::vector<Rilievo>& ri
     return testo;
 }
 
+/// Looks through the words and the music; an error when the words cannot be read.
+std::optional<Error> Controlla(const std::string& nome, std::vector<Rilievo>& rilievi,
+                               std::vector<std::string>& messaggi) {
+    const Result<FileBrano> brano = BranoNominato(nome, {".lyk", ".mid", ".kar"});
+    if (!brano) {
+        return brano.error();
+    }
+    const std::optional<std::filesystem::path> parole = Parole(nome, *brano);
+    const Result<std::string> byte = parole ? ReadFile(*parole) : std::string();
+    if (!byte) {
+        return ReadError(*parole, byte.error().number);
+    }
+    const std::optional<std::int32_t> durata = Durata(*brano, rilievi, messaggi);
+    if (!parole) {
+        rilievi.push_back(
+            SenzaCompagno("LYK", "has no words to show; put them", brano->base + ".lyk"));
+        return std::nullopt;
+    }
+    for (Rilievo& rilievo : ControllaTesto(DecodeFileText(*byte), durata)) {
+        rilievi.push_back(std::move(rilievo));
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 Resoconto ComandoCheck(const std::string& file) {
     Resoconto resoconto;
     std::vector<Rilievo> rilievi;
-    const Result<std::string> testo = LeggiTesto(file);
-    if (testo) {
-        const auto durata = Durata(*BranoNominato(file, {".lyk"}), rilievi, resoconto.messaggi);
-        for (Rilievo& rilievo : ControllaTesto(*testo, durata)) {
-            rilievi.push_back(std::move(rilievo));
-        }
-    } else {
-        resoconto.messaggi.push_back(testo.error().text);
+    const std::optional<Error> errore = Controlla(file, rilievi, resoconto.messaggi);
+    if (errore) {
+        resoconto.messaggi.push_back(errore->text);
     }
     resoconto.json = {
-        {"file", file}, {"ok", testo && rilievi.empty()}, {"findings", JsonRilievi(rilievi)}};
+        {"file", file}, {"ok", !errore && rilievi.empty()}, {"findings", JsonRilievi(rilievi)}};
     resoconto.testo = TestoRilievi(file, rilievi);
     return resoconto;
 }

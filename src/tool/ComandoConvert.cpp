@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <iterator>
 #include <system_error>
@@ -31,15 +32,36 @@ struct EsitoConversione {
     std::string errore;
 };
 
-/// The words of the file, or why it cannot be opened.
-Result<Estrazione> Estrai(const std::filesystem::path& file, std::chrono::year_month_day oggi) {
-    Midifile midifile;
-    midifile.SetFileName(file);
-    const Result<BaseTempi> base = BaseTempi::Apri(midifile);
-    if (!base) {
-        return base.error();
+/// Whether the file has lyric events, where others keep their words.
+bool HaVersi(Midifile& midifile) {
+    constexpr std::uint8_t Verso = 5;
+    for (int traccia = 1; traccia <= midifile.NumTracks(); ++traccia) {
+        midifile.SetTrack(traccia);
+        for (int evento = 1; evento <= midifile.NumEvents(); ++evento) {
+            midifile.SetEvent(evento);
+            if (midifile.Status() == kMeta && midifile.MetaType() == Verso) {
+                return true;
+            }
+        }
     }
-    return EstraiParole(midifile, *base, oggi);
+    return false;
+}
+
+/// Why the words are no song: a sentence with the file's name; "" when they are.
+std::string Rifiuto(const std::string& file, const Estrazione& parole, Midifile& midifile) {
+    if (parole.Accettata()) {
+        return "";
+    }
+    if (parole.Errore) {
+        return parole.Errore->text;
+    }
+    std::string motivo = "it has no words: no text in it begins with \\ or /";
+    if (parole.TestoIniziato) {
+        motivo = "it does not say that it is a karaoke file (@K)";
+    } else if (HaVersi(midifile)) {
+        motivo = "its words are lyric events, which are not read";
+    }
+    return WithReason("Can't convert the file " + file, motivo);
 }
 
 void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascrivi,
@@ -50,7 +72,6 @@ void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascriv
     }
     esito.lykScritto = true;
     if (!parole.Accettata()) {
-        esito.errore = parole.Errore ? parole.Errore->text : KarNonAccettato;
         return;
     }
     if (lavoro.copiaMid) {
@@ -67,20 +88,34 @@ void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascriv
 
 void Converti(const Conversione& lavoro, bool sovrascrivi, std::chrono::year_month_day oggi,
               EsitoConversione& esito) {
-    esito.errore = lavoro.errore;
-    if (!esito.errore.empty()) {
+    Midifile midifile;
+    midifile.SetFileName(lavoro.origine);
+    const Result<BaseTempi> base = BaseTempi::Apri(midifile);
+    if (!base) {
+        esito.errore = base.error().text;
         return;
     }
-    const Result<Estrazione> parole = Estrai(lavoro.origine, oggi);
-    if (!parole) {
-        esito.errore = parole.error().text;
-        return;
+    const Estrazione parole = EstraiParole(midifile, *base, oggi);
+    esito.intestazione = parole.IntestazioneKaraoke;
+    esito.parole = parole.TestoIniziato;
+    esito.danneggiato = parole.Danneggiato;
+    esito.eventi = parole.NumEventi;
+    esito.errore = Rifiuto(lavoro.file, parole, midifile);
+    Scrivi(lavoro, parole, sovrascrivi, esito);
+}
+
+/// What the player makes of a song that was converted, where that is not all of it.
+std::vector<std::string> Avvertimenti(const std::string& file, const EsitoConversione& esito) {
+    std::vector<std::string> frasi;
+    if (esito.danneggiato) {
+        frasi.push_back(file + ": the file is damaged; words may be missing.");
     }
-    esito.intestazione = parole->IntestazioneKaraoke;
-    esito.parole = parole->TestoIniziato;
-    esito.danneggiato = parole->Danneggiato;
-    esito.eventi = parole->NumEventi;
-    Scrivi(lavoro, *parole, sovrascrivi, esito);
+    if (esito.eventi > Timeline::Capienza) {
+        frasi.push_back(file + ": the player reads at most " + std::to_string(Timeline::Capienza) +
+                        " events of a song and refuses this one, which has " +
+                        std::to_string(esito.eventi) + ": split it.");
+    }
+    return frasi;
 }
 
 Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
@@ -97,21 +132,9 @@ Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
     if (esito.errore.empty()) {
         resoconto.testo =
             SuUnaRiga(lavoro.file) + ": " + SuUnaRiga(lyk) + ", " + SuUnaRiga(mid) + "\n";
-        if (esito.danneggiato) {
-            resoconto.messaggi.push_back(lavoro.file +
-                                         ": the file is damaged; words may be missing.");
-        }
-        if (esito.eventi > Timeline::Capienza) {
-            resoconto.messaggi.push_back(lavoro.file + ": the player reads at most " +
-                                         std::to_string(Timeline::Capienza) +
-                                         " events of a song and refuses this one, which has " +
-                                         std::to_string(esito.eventi) + ": split it.");
-        }
+        resoconto.messaggi = Avvertimenti(lavoro.file, esito);
     } else {
-        const bool nominato = esito.errore.find(Utf8FromPath(lavoro.origine)) != std::string::npos;
-        resoconto.messaggi.push_back(
-            nominato ? esito.errore
-                     : WithReason("Can't convert the file " + lavoro.file, esito.errore));
+        resoconto.messaggi.push_back(esito.errore);
     }
     return resoconto;
 }
@@ -130,8 +153,9 @@ void ComandoConvert(const std::vector<std::string>& file, const OpzioniConvert& 
         lavori.size(),
         [&](std::size_t i) {
             EsitoConversione esito;
+            esito.errore = lavori[i].errore;
             const auto lavoro = [&] { Converti(lavori[i], opzioni.sovrascrivi, oggi, esito); };
-            if (auto errore = Tenta(lavori[i].file, lavoro)) {
+            if (auto errore = esito.errore.empty() ? Tenta(lavori[i].file, lavoro) : std::nullopt) {
                 esito.errore = std::move(*errore);
             }
             return esito;

@@ -46,21 +46,6 @@ bool Ricostruisci(const Libreria& libreria, std::vector<std::string>& messaggi) 
         messaggi.push_back(std::move(esito.errore->text));
         return false;
     }
-    if (!EsisteIndice(libreria.config.OpenDir)) {
-        // A library without songs has an index all the same.
-        ProfileFile indice(PercorsoIndice(libreria.config.OpenDir));
-        ProfileFile::Batch lotto(indice);
-        CreaIndice(indice);
-        if (auto errore = lotto.Commit()) {
-            messaggi.push_back(std::move(errore->text));
-            return false;
-        }
-    }
-    if (!EsisteIndice(libreria.config.OpenDir)) {
-        messaggi.push_back("Can't write the file " +
-                           Utf8FromPath(PercorsoIndice(libreria.config.OpenDir)) + ".");
-        return false;
-    }
     return true;
 }
 

@@ -64,7 +64,7 @@ Resoconto ComandoMidi(const std::string& file) {
                       {"texts", 0},    {"lengthMs", 0}, {"damaged", false}, {"error", ""}};
     const Result<std::filesystem::path> nominato = FileNominato(file);
     const Result<SmfFile> letto =
-        nominato ? LeggiMusica(*nominato, file, resoconto.messaggi) : nominato.error();
+        nominato ? LeggiMidi(*nominato, file, resoconto.messaggi) : nominato.error();
     if (letto) {
         Descrivi(file, *letto, resoconto);
     } else {

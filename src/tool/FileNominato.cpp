@@ -22,12 +22,16 @@ bool HaEstensione(std::string_view file, std::string_view estensione) {
            FoldCase(file.substr(file.size() - estensione.size())) == estensione;
 }
 
+std::filesystem::path CercaFile(const std::string& file) {
+    const std::filesystem::path percorso = PathFromUtf8(file);
+    return FindFile(percorso).value_or(percorso);
+}
+
 Result<std::filesystem::path> FileNominato(const std::string& file) {
     if (auto rifiuto = RifiutoNome(file)) {
         return std::move(*rifiuto);
     }
-    const std::filesystem::path percorso = PathFromUtf8(file);
-    return FindFile(percorso).value_or(percorso);
+    return CercaFile(file);
 }
 
 Result<FileBrano> BranoNominato(const std::string& nome,

@@ -19,7 +19,9 @@ namespace sonnel {
 /// Whether a file's name ends in an extension, in any letter case.
 [[nodiscard]] bool HaEstensione(std::string_view file, std::string_view estensione);
 
-/// The file of this name in any letter case, or where it would be. Fails when the name is refused.
+/// The file of this name in any letter case, or where it would be.
+[[nodiscard]] std::filesystem::path CercaFile(const std::string& file);
+/// The same; fails when the name is refused.
 [[nodiscard]] Result<std::filesystem::path> FileNominato(const std::string& file);
 
 /// The files of a song that is named by its base path, or by a file with one of these extensions.

@@ -10,6 +10,13 @@
 #include <utility>
 
 namespace sonnel {
+namespace {
+
+Error NonLetto(const std::filesystem::path& file, const Error& errore) {
+    return {errore.number, WithReason("Can't read the file " + Utf8FromPath(file), errore.text)};
+}
+
+}  // namespace
 
 std::vector<std::string> MessaggiRaccolti::Frasi(std::string_view file) const {
     std::vector<std::string> frasi;
@@ -43,17 +50,23 @@ ParoleLette LeggiParole(const std::string& nome,
     return parole;
 }
 
-Result<SmfFile> LeggiMusica(const std::filesystem::path& file, const std::string& nome,
-                            std::vector<std::string>& messaggi) {
+Result<SmfFile> LeggiMidi(const std::filesystem::path& file, const std::string& nome,
+                          std::vector<std::string>& messaggi) {
     Result<SmfFile> letto = ReadSmfFile(file);
     if (!letto) {
-        return Error{letto.error().number,
-                     WithReason("Can't read the file " + Utf8FromPath(file), letto.error().text)};
+        return NonLetto(file, letto.error());
     }
     if (letto->damaged) {
         messaggi.push_back(nome + ": the file is damaged; the player plays what it can read.");
     }
     return letto;
+}
+
+Result<SmfFile> LeggiMusica(const std::filesystem::path& file, const std::string& nome,
+                            std::vector<std::string>& messaggi) {
+    Result<SmfFile> letto = LeggiMidi(file, nome, messaggi);
+    const auto rifiuto = letto ? RefusalToPlay(*letto) : std::nullopt;
+    return rifiuto ? NonLetto(file, *rifiuto) : std::move(letto);
 }
 
 std::string_view NomeTipo(TipoEvento tipo) {

@@ -45,8 +45,12 @@ struct ParoleLette {
 [[nodiscard]] ParoleLette LeggiParole(const std::string& nome,
                                       std::initializer_list<std::string_view> estensioni);
 
-/// Reads a MIDI file as the player does. The error's text is a sentence with the file's name. If
-/// parts of the file cannot be read, adds a sentence to `messaggi` that calls it `nome`.
+/// Reads a MIDI file. The error's text is a sentence with the file's name. If parts of the file
+/// cannot be read, adds a sentence to `messaggi` that calls it `nome`.
+[[nodiscard]] Result<SmfFile> LeggiMidi(const std::filesystem::path& file, const std::string& nome,
+                                        std::vector<std::string>& messaggi);
+
+/// The same for a song's music: refuses what the player does.
 [[nodiscard]] Result<SmfFile> LeggiMusica(const std::filesystem::path& file,
                                           const std::string& nome,
                                           std::vector<std::string>& messaggi);

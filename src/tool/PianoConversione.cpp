@@ -19,27 +19,28 @@ PianoConversione::PianoConversione(std::string directory, bool sovrascrivi)
 Conversione PianoConversione::Prepara(const std::string& file) {
     Conversione conversione;
     conversione.file = file;
-    if (auto rifiuto = RifiutoNome(file)) {
-        conversione.errore = std::move(rifiuto->text);
-    } else if (!HaEstensione(file, ".kar") && !HaEstensione(file, ".mid")) {
-        conversione.errore =
-            "Can't convert the file " + file + ": its name ends neither in .kar nor in .mid.";
-    } else if (auto errore = Tenta(file, [&] { ScegliUscite(conversione); })) {
+    if (auto errore = Tenta(file, [&] { ScegliUscite(conversione); })) {
         conversione.errore = std::move(*errore);
     }
     return conversione;
 }
 
 void PianoConversione::ScegliUscite(Conversione& conversione) {
-    const fs::path origine = *FileNominato(conversione.file);
+    const fs::path origine = CercaFile(conversione.file);
     conversione.origine = origine;
     const fs::path directory =
         directory_.empty() ? origine.parent_path() : PathFromUtf8(directory_);
-    const std::string base = Utf8FromPath(origine.stem());
+    const std::string base = WithoutExtension(DecodeUnmarkedText(Utf8FileName(origine)));
     const Cartella& cartella = LeggiCartella(directory);
     const auto errore = [&](const std::string& motivo) {
         conversione.errore = "Can't convert the file " + conversione.file + ": " + motivo + ".";
     };
+    if (base.empty()) {
+        errore(
+            "its name is too short: a song is called like its file without the last four "
+            "characters");
+        return;
+    }
     if (std::error_code ignoto; !directory_.empty() && !fs::is_directory(directory, ignoto)) {
         errore("there is no directory " + directory_);
         return;
@@ -49,9 +50,12 @@ void PianoConversione::ScegliUscite(Conversione& conversione) {
         return;
     }
     const bool accanto = LeggiCartella(origine.parent_path()).nome == cartella.nome;
-    conversione.copiaMid = !accanto || !HaEstensione(conversione.file, ".mid");
     conversione.lyk = directory / PathFromUtf8(base + ".lyk");
-    conversione.mid = conversione.copiaMid ? directory / PathFromUtf8(base + ".mid") : origine;
+    conversione.mid = directory / PathFromUtf8(base + ".mid");
+    conversione.copiaMid = !accanto || !FoldedEqual()(Utf8FileName(origine), base + ".mid");
+    if (!conversione.copiaMid) {
+        conversione.mid = origine;
+    }
     // Both are looked for, so that both take over the spelling they have.
     const bool lyk = Occupato(cartella, conversione.lyk);
     const bool mid = conversione.copiaMid && Occupato(cartella, conversione.mid);

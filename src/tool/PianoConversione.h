@@ -7,7 +7,8 @@
 
 namespace sonnel {
 
-/// What is to be made of one karaoke file.
+/// What is to be made of one karaoke file. The song is called like the file without the last four
+/// characters of its name; a name that is not UTF-8 counts as Windows-1252.
 struct Conversione {
     std::string file;               ///< as it was named
     std::filesystem::path origine;  ///< as it stands on disk

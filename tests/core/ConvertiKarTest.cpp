@@ -122,6 +122,13 @@ TEST(ConvertiKar, TakesFourCharactersOffTheNameAndReportsTheOutcome) {
         cases{{"a.kar", Kar(), kWhole, {"a.kar"}, imported, {{"remove", No}}},
               {"a.kar", Kar(), later, {"a.kar", "a.lyk", "a.mid"}, {}, noImport},
               {"a.MID", Kar(), kWhole, {}, imported, {}},
+              {"\xE4.kar", Kar(), kWhole, {}, {"\u00E4.lyk", "\u00E4.mid", "sonnel.snl"}, {}},
+              {"\xE4.mid",
+               Kar(),
+               kWhole,
+               {"\xE4.mid"},
+               {"\u00E4.lyk", "\u00E4.mid", "sonnel.snl"},
+               {}},
               {"a.midi", Kar(), later, {"a..lyk", "a.midi"}, {}, noImport},
               {"a=b.kar", Kar(), badName, {"a=b.kar", "a=b.lyk", "a=b.mid"}, {}, {}},
               {"a.kar", Kar("20 \\la"), "busy normal refused ", {"a.kar", "a.lyk"}, {}, {}},
@@ -263,8 +270,10 @@ TEST(ConversioneKar, TurnsScoresIntoPages) {
     for (const Golden& c : cases) {
         std::string bytes = KarScore(c.score, c.division).Bytes();
         EXPECT_EQ(Converted(bytes), c.lines) << c.score;
-        bytes[9] = 0;  // the format, which tells the music apart and not the words
-        EXPECT_EQ(Converted(bytes), c.lines) << c.score;
+        for (const char format : {'\0', '\2'}) {  // which tells the music apart and not the words
+            bytes[9] = format;
+            EXPECT_EQ(Converted(bytes), c.lines) << c.score;
+        }
     }
 }
 

@@ -14,6 +14,8 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace sonnel::test {
 namespace {
@@ -59,9 +61,14 @@ TEST(WriteFileAtomically, ReplacesAFileAndTheTargetOfALinkWithTheirPermissions) 
 
     const auto kept = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read;
     fs::permissions(directory / "real/song", kept);
+    const uid_t user = geteuid() == 0 ? 12345 : geteuid();  // root may give it away
+    ASSERT_EQ(chown((directory / "real/song").c_str(), user, static_cast<gid_t>(-1)), 0);
     EXPECT_FALSE(WriteFileAtomically(directory / "linklink", "new"));
     EXPECT_EQ(Content(directory / "real/song"), "new");
     EXPECT_EQ(fs::status(directory / "real/song").permissions(), kept);
+    struct stat status {};
+    ASSERT_EQ(stat((directory / "real/song").c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, user);
     EXPECT_TRUE(fs::is_symlink(directory / "linklink"));
     EXPECT_THAT(directory.Names(), ElementsAre("link", "linklink", "long", "real"));
 }
@@ -121,9 +128,12 @@ TEST(Text, FoldsCaseByCodePoint) {
         {"\u00C8 PI\u00D9 \u0141\u00D3D\u0179", "\u00E8 pi\u00F9 \u0142\u00F3d\u017A"},
         {"\u0391\u0386\u03A3 \u0401\u0416\u042F", "\u03B1\u03AC\u03C3 \u0451\u0436\u044F"},
         {"\u00D7\u00F7\u00DF", "\u00D7\u00F7\u00DF"},
+        {"\u212Aey", "key"},
         {"\xC3X\xFF", "\xC3x\xFF"}};
     for (const auto& [text, folded] : cases) {
         EXPECT_EQ(FoldCase(text), folded);
+        EXPECT_TRUE(FoldedEqual()(text, folded)) << text;
+        EXPECT_EQ(FoldedHash()(text), FoldedHash()(folded)) << text;
     }
 }
 

@@ -40,6 +40,15 @@ TEST_F(SettingsTest, AnEmptyStoreGivesTheDefaults) {
     EXPECT_TRUE(std::filesystem::is_directory(config.OpenDir));
 }
 
+TEST_F(SettingsTest, TheLibraryIsBesideAProgramThatIsNotInstalled) {
+    const auto environment = [](const std::string&) { return std::string("/data"); };
+    const std::filesystem::path program = directory / "bin";
+    EXPECT_EQ(DirectoryKaraoke(program, true, environment), program / "Karaoke/");
+    EXPECT_EQ(DirectoryKaraoke(program, false, environment), "/data/sonnel/Karaoke/");
+    std::filesystem::create_directories(directory / "share/sonnel");
+    EXPECT_EQ(DirectoryKaraoke(program, true, environment), "/data/sonnel/Karaoke/");
+}
+
 TEST_F(SettingsTest, StoredValuesAndTheirConversion) {
     // What is stored everywhere, and what the window's top (default 600), bold (true), the font's
     // size (24) and Autoplay (true) come to.

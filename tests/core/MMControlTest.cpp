@@ -89,6 +89,9 @@ TEST_F(MMControlTest, OpenReportsOnceAndAFailedOneLeavesNothingOpen) {
         ExpectClosed();
         failure->reset();
     }
+    EXPECT_EQ(Open(SmfBuilder(2).Note(0, 900, 60).Bytes()),
+              "The MIDI file is of format 2, only formats 0 and 1 can be played");
+    ExpectClosed();
 }
 
 TEST_F(MMControlTest, PlaysToTheEndAndCompletesOnce) {

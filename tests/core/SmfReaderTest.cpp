@@ -84,11 +84,11 @@ TEST(SmfReader, ReadsWhatItCanAndReportsDamage) {
     }
 }
 
-TEST(SmfReader, RefusesWhatCannotBePlayed) {
+TEST(SmfReader, RefusesWhatItCannotRead) {
     const std::vector<std::pair<std::string, SmfError>> cases = {
         {"", SmfError::NotMidi},
         {std::string(5000, 'x'), SmfError::NotMidi},
-        {Header(2, 1) + Chunk("MTrk", kEnd), SmfError::Format},
+        {Header(3, 1) + Chunk("MTrk", kEnd), SmfError::Format},
         {Header(1, 1), SmfError::NoTracks},
     };
     for (const auto& [bytes, error] : cases) {

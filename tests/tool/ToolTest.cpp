@@ -135,12 +135,13 @@ TEST_F(ToolTest, FilesOfAnyNameArriveWhole) {
         folder.Write(name, Kar());
         arguments.append(" '").append(name).append("'");
     }
-    const json all = Json(arguments, 1);
+    const json all = Json(arguments);
     ASSERT_EQ(all.size(), names.size()) << out;
     for (std::size_t i = 0; i < names.size(); ++i) {
         EXPECT_EQ(all[i]["file"], names[i]);
-        EXPECT_EQ(all[i]["ok"], names[i].size() > 5) << "the others are no karaoke files";
     }
+    folder.Write("caf\xE9.kar", Kar());
+    EXPECT_EQ(Json("convert 'caf\xE9.kar'")[0]["lyk"], "café.lyk") << "no UTF-8";
     EXPECT_EQ(Json("convert --force -- -N.Kar")[0]["lyk"], "-n.lyk") << "named as on the disk";
     EXPECT_EQ(Run("set-header ' a.lyk' --title '[a,b]' --author '[]' --album x"), 0) << err;
     EXPECT_EQ(Json("header ' a.lyk'")[0]["title"], "[a,b]");
@@ -192,6 +193,7 @@ TEST_F(ToolTest, AnIndexIsListedAndRebuilt) {
     fs::permissions(folder / "sonnel.snl", fs::perms::owner_read);
     folder.Write("c.lyk", "*TICe\r\n");
     EXPECT_EQ(Json("index . --rebuild", 1), none) << "it cannot be written";
+    EXPECT_THAT(err, HasSubstr("Can't write the file ./sonnel.snl: "));
 }
 
 TEST_F(ToolTest, MidiFilesAreMeasured) {
@@ -211,6 +213,12 @@ TEST_F(ToolTest, MidiFilesAreMeasured) {
                   "sonnel-tool: cut.mid: the file is damaged; the player plays what it can "
                   "read.\n")
             << command;
+    }
+    folder.Write("cut.mid", SmfBuilder(2).Note(0, 480, 60).Bytes());
+    EXPECT_EQ(Json("midi cut.mid")[0]["format"], 2);
+    for (const char* command : {"check cut.lyk", "trace cut.lyk"}) {
+        EXPECT_EQ(Run(command), 1);
+        EXPECT_THAT(out + err, HasSubstr("format 2, only formats 0 and 1 can be played"));
     }
 }
 
@@ -251,7 +259,13 @@ TEST_F(ToolTest, CheckFindsWhatASingerStumblesOverAndNothingElse) {
             at.insert(finding["line"].get<int>());
         }
         EXPECT_EQ(at, lines) << body << out;
+        for (const char* name : {"a", "A.mid", "a.kar"}) {
+            EXPECT_EQ(Json(std::string("check ") + name, lines.empty() ? 0 : 1)[0]["findings"],
+                      found["findings"]);
+        }
     }
+    folder.Write("c.mid", Kar());
+    EXPECT_THAT(Json("check c.mid", 1)[0]["findings"].dump(), HasSubstr("no LYK file beside it"));
     folder.Write("b.lyk", "cantabelle1.0\r\n");
     EXPECT_EQ(Json("check b.lyk", 1)[0]["findings"].size(), 2U) << "no song, and no music";
     folder.Write("b.mid", "no music");
@@ -285,23 +299,23 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
     for (const char* directory : {"half.mid", "out", "sub"}) {
         fs::create_directory(folder / directory);  // one where the music should go
     }
-    for (const char* name : {"a.kar", "b.MID", "half.kar", "kept.kar", "a.mid.txt", "sub/a.kar"}) {
+    for (const char* name : {"a.kar", "b.MID", "half.kar", "kept.kar", "c.midi", "sub/a.kar"}) {
         folder.Write(name, Kar());
     }
     folder.Write("KEPT.lyk", "mine");
     auto names = folder.Names();
-    const json all =
-        Json("convert a.kar b.MID no.kar bad.kar half.kar kept.kar ./a.kar a.mid.txt", 1);
+    const json all = Json("convert a.kar b.MID no.kar bad.kar half.kar kept.kar ./a.kar c.midi", 1);
     using Row = std::tuple<json, json, json>;
-    const std::vector<Row> wanted{
-        {true, "a.lyk", "a.mid"}, {true, "b.lyk", "b.MID"}, {false, "no.lyk", ""}, {false, "", ""},
-        {false, "", ""},          {false, "", ""},          {false, "", ""},       {false, "", ""}};
+    const std::vector<Row> wanted{{true, "a.lyk", "a.mid"}, {true, "b.lyk", "b.MID"},
+                                  {false, "no.lyk", ""},    {false, "", ""},
+                                  {false, "", ""},          {false, "", ""},
+                                  {false, "", ""},          {true, "c..lyk", "c..mid"}};
     ASSERT_EQ(all.size(), wanted.size());
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         EXPECT_EQ(Row(all[i]["ok"], all[i]["lyk"], all[i]["mid"]), wanted[i]) << all[i];
         EXPECT_EQ(all[i]["ok"], all[i]["error"].get<std::string>().empty()) << all[i];
     }
-    names.insert({"a.lyk", "a.mid", "b.lyk", "no.lyk"});
+    names.insert({"a.lyk", "a.mid", "b.lyk", "no.lyk", "c..lyk", "c..mid"});
     EXPECT_EQ(folder.Names(), names);
     EXPECT_EQ(Content(folder / "KEPT.lyk"), "mine");
 
@@ -328,6 +342,18 @@ TEST_F(ToolTest, ConvertTellsOfASongThatThePlayerRefusesOrThatMayMissWords) {
     EXPECT_EQ(Json("convert cut.kar")[0]["ok"], true);
     EXPECT_THAT(err, testing::StartsWith(
                          "sonnel-tool: cut.kar: the file is damaged; words may be missing.\n"));
+
+    const auto plain = [] { return SmfBuilder().Tempo(0, 500000); };
+    const std::vector<std::pair<std::string, SmfBuilder>> refused{
+        {"it does not say that it is a karaoke file (@K)", plain().Text(0, 1, "\\a")},
+        {"it has no words", plain().Text(0, 1, "@K").Text(0, 1, "a")},
+        {"its words are lyric events", plain().Text(0, 1, "@K").Text(0, 5, "a")}};
+    for (const auto& [reason, file] : refused) {
+        folder.Write("no.kar", file.Bytes());
+        const std::string error = Json("convert no.kar --force", 1)[0]["error"];
+        EXPECT_THAT(error, HasSubstr("no.kar: " + reason));
+        EXPECT_EQ(err, "sonnel-tool: " + error + "\n");
+    }
 }
 
 }  // namespace

@@ -1,8 +1,14 @@
 #include "fakes/TempDirectory.h"
+#include "platform/qt/QtCommonDialog.h"
 #include "platform/qt/QtShell.h"
 #include "platform/qt/XdgFileType.h"
 
+#include <QApplication>
 #include <QByteArray>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QPushButton>
+#include <QTimer>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -38,6 +44,37 @@ TEST(XdgFileType, InstallsOnlyWhatIsNotThere) {
     home.Write("applications", "a file where the directory should be");
     EXPECT_TRUE(InstallXdgFileType(type, "/opt/sonnel", home.Path())) << "all the others";
     EXPECT_FALSE(InstallXdgFileType(type, "/opt/sonnel", home.Path()));
+}
+
+TEST(QtCommonDialogTest, OffersFilesWhoseNamesItCannotRead) {
+    const TempDirectory directory;
+    directory.Write("\xC9t\xE9.KAR", "");
+    directory.Write("caf\xE9.txt", "");
+    directory.Write("plain.kar", "");
+    QtCommonDialog dialogs;
+    QTimer::singleShot(0, [] {
+        const auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        for (const auto* names : dialog->findChildren<QComboBox*>()) {
+            if (names->isVisible() && names->itemText(0) == "\u00C9t\u00E9.KAR") {
+                EXPECT_EQ(names->count(), 1);
+                for (auto* button : dialog->findChildren<QPushButton*>()) {
+                    if (button->text() == "Open t&his file") {
+                        button->click();
+                        return;
+                    }
+                }
+            }
+        }
+        ADD_FAILURE() << "the file is not offered";
+        QApplication::activeModalWidget()->close();
+    });
+    EXPECT_THAT(dialogs.ChooseFiles({.title = "",
+                                     .extension = "kar",
+                                     .name = "*.kar",
+                                     .directory = directory.Path(),
+                                     .filters = {"Karaoke (*.kar)"},
+                                     .anyName = true}),
+                testing::ElementsAre(directory / "\xC9t\xE9.KAR"));
 }
 
 TEST(XdgFileType, AnyPathCanBeTheProgram) {

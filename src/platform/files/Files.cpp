@@ -9,24 +9,17 @@
 #include <system_error>
 #include <tuple>
 
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 namespace sonnel {
 namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t ReadBlock = std::size_t{64} * 1024;
-
-std::FILE* OpenForReading(const fs::path& path) {
-#ifdef _WIN32
-    std::FILE* const file = _wfopen(path.c_str(), L"rb");
-#else
-    std::FILE* const file = std::fopen(path.c_str(), "rbe");
-#endif
-    if (file != nullptr) {
-        // Callers read in blocks; a second buffer would only copy them.
-        (void)std::setvbuf(file, nullptr, _IONBF, 0);
-    }
-    return file;
-}
 
 std::string WithLetters(const std::string& text, char first, char last, int distance) {
     std::string changed = text;
@@ -56,7 +49,7 @@ bool IsRegularFile(const fs::path& path) {
 std::optional<fs::path> FindInAnyCase(const fs::path& path) {
     const fs::path directory = path.parent_path();
     const fs::path stem = path.stem();
-    const std::string key = FoldCase(Utf8FromPath(path.filename()));
+    const std::string wanted = Utf8FileName(path);
     const auto rank = [&](const fs::path& name) {
         return std::make_tuple(name.stem() != stem, name.native());
     };
@@ -64,10 +57,13 @@ std::optional<fs::path> FindInAnyCase(const fs::path& path) {
     std::error_code error;
     fs::directory_iterator entry(directory.empty() ? fs::path(".") : directory, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        fs::path name = entry->path().filename();
         std::error_code unknown;
-        if (FoldCase(Utf8FromPath(name)) == key && entry->is_regular_file(unknown) &&
-            (!best || rank(name) < rank(*best))) {
+        if (!FoldedEqual()(Utf8FileName(entry->path()), wanted) ||
+            !entry->is_regular_file(unknown)) {
+            continue;
+        }
+        fs::path name = entry->path().filename();
+        if (!best || rank(name) < rank(*best)) {
             best = std::move(name);
         }
     }
@@ -106,28 +102,39 @@ Result<FileReader> FileReader::Open(const fs::path& path) {
     if (HasNul(path)) {
         return SystemError(EINVAL);
     }
-    // Opening a pipe would wait for its writer, so the kind is looked at first.
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (status.type() == fs::file_type::not_found) {
-        return SystemError(error ? error.value() : ENOENT);
-    }
-    if (error) {
-        return SystemError(error.value());
-    }
-    if (!fs::is_regular_file(status)) {
-        return SystemError(fs::is_directory(status) ? EISDIR : EINVAL);
-    }
     errno = 0;
-    std::FILE* const file = OpenForReading(path);
-    return file != nullptr ? Result<FileReader>(FileReader(file)) : SystemError(LastError());
+#ifdef _WIN32
+    FileReader reader(_wfopen(path.c_str(), L"rb"));
+    if (reader.file_ == nullptr) {
+        return SystemError(LastError());
+    }
+#else
+    // A pipe would wait for its writer; a file does not care.
+    const int handle = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    FileReader reader(handle >= 0 ? fdopen(handle, "rb") : nullptr);
+    struct stat status {};
+    if (reader.file_ == nullptr || fstat(handle, &status) != 0) {
+        return SystemError(LastError());
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return SystemError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    }
+    if (status.st_size > 0) {
+        reader.left_ = static_cast<std::size_t>(status.st_size);
+    }
+#endif
+    // Callers read in blocks; a second buffer would only copy them.
+    (void)std::setvbuf(reader.file_.get(), nullptr, _IONBF, 0);
+    return reader;
 }
 
 std::optional<Error> FileReader::Read(std::string& content, std::size_t size) {
     const std::size_t before = content.size();
-    content.resize(before + size);
+    const std::size_t wanted = std::min(size, left_);
+    content.resize(before + wanted);
     errno = 0;
-    const std::size_t got = std::fread(content.data() + before, 1, size, file_.get());
+    const std::size_t got = std::fread(content.data() + before, 1, wanted, file_.get());
+    left_ -= got;
     const int error = std::ferror(file_.get()) != 0 ? LastError() : 0;
     content.resize(before + got);
     return error != 0 ? std::optional(SystemError(error)) : std::nullopt;
@@ -136,7 +143,8 @@ std::optional<Error> FileReader::Read(std::string& content, std::size_t size) {
 std::optional<Error> FileReader::ReadAll(std::string& content) {
     for (;;) {
         const std::size_t before = content.size();
-        if (std::optional<Error> error = Read(content, ReadBlock)) {
+        const std::size_t size = left_ <= MaxFileSize ? left_ : ReadBlock;
+        if (std::optional<Error> error = Read(content, size)) {
             return error;
         }
         if (content.size() == before) {

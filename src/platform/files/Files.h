@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -44,6 +45,9 @@ class FileReader {
     explicit FileReader(std::FILE* file) : file_(file) {}
 
     std::unique_ptr<std::FILE, Closer> file_;
+    /// What the file still holds, so that its end is known without a look for more. A file whose
+    /// size reads as 0 (one the system makes up) is read to its end.
+    std::size_t left_ = std::numeric_limits<std::size_t>::max();
 };
 
 /// Files longer than this are not read: the error is "file too large".

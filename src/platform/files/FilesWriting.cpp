@@ -35,12 +35,12 @@ Result<fs::path> LinkTarget(fs::path path) {
     return SystemError(ELOOP);
 }
 
-/// The permissions of the file to replace, unknown when there is none yet.
-Result<fs::perms> ReplaceablePermissions(const fs::path& path) {
+/// Whether there is a file to replace, which can be written; an error when it cannot.
+Result<bool> CanReplace(const fs::path& path) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found) {
-        return fs::perms::unknown;
+        return false;
     }
     if (error) {
         return SystemError(error.value());
@@ -58,7 +58,7 @@ Result<fs::perms> ReplaceablePermissions(const fs::path& path) {
         return SystemError(LastError());
     }
 #endif
-    return status.permissions();
+    return true;
 }
 
 /// Makes a rename in the directory last through a power cut. The file is in place already, so a
@@ -76,7 +76,7 @@ void FlushDirectory([[maybe_unused]] const fs::path& directory) {
 /// What a write to a path replaces.
 struct Target {
     fs::path path;  ///< where the links end
-    fs::perms permissions = fs::perms::unknown;
+    bool exists = false;
 
     [[nodiscard]] fs::path Directory() const {
         return path.has_parent_path() ? path.parent_path() : fs::path(".");
@@ -91,11 +91,11 @@ Result<Target> TargetOf(const fs::path& path) {
     if (!target) {
         return WriteError(path, target.error().number);
     }
-    const Result<fs::perms> permissions = ReplaceablePermissions(*target);
-    if (!permissions) {
-        return WriteError(path, permissions.error().number);
+    const Result<bool> exists = CanReplace(*target);
+    if (!exists) {
+        return WriteError(path, exists.error().number);
     }
-    return Target{*target, *permissions};
+    return Target{*target, *exists};
 }
 
 /// Runs the steps up to the first that fails; the number of its error, else 0.
@@ -151,7 +151,7 @@ std::optional<Error> PreparedCopy::Prepare() {
     }
     target_ = *std::move(target);
     if (const int number = InOrder({[&] { return file_.Create(target_.Directory()); },
-                                    [&] { return file_.SetPermissions(target_.permissions); }});
+                                    [&] { return file_.ResembleFile(target_.path); }});
         number != 0) {
         return WriteError(copy_.to, number);
     }
@@ -178,7 +178,7 @@ std::optional<Error> PreparedCopy::TakePlace() {
 }
 
 void PreparedCopy::Withdraw() const {
-    if (target_.permissions == fs::perms::unknown) {
+    if (!target_.exists) {
         std::error_code error;
         fs::remove(target_.path, error);
     }
@@ -209,11 +209,10 @@ std::optional<Error> WriteFileAtomically(const fs::path& path, std::string_view 
         return target.error();
     }
     TemporaryFile file;
-    const int error =
-        InOrder({[&] { return file.Create(target->Directory()); },
-                 [&] { return file.SetPermissions(target->permissions); },
-                 [&] { return file.Write(content); }, [&] { return file.FlushAndClose(); },
-                 [&] { return file.RenameTo(target->path); }});
+    const int error = InOrder(
+        {[&] { return file.Create(target->Directory()); },
+         [&] { return file.ResembleFile(target->path); }, [&] { return file.Write(content); },
+         [&] { return file.FlushAndClose(); }, [&] { return file.RenameTo(target->path); }});
     if (error != 0) {
         return WriteError(path, error);
     }
@@ -227,15 +226,15 @@ std::optional<Error> ReplaceFileWithBackup(const fs::path& path, std::string_vie
     if (!target) {
         return target.error();
     }
-    if (target->permissions == fs::perms::unknown) {
+    if (!target->exists) {
         return WriteError(path, ENOENT);
     }
     const fs::path directory = target->Directory();
     TemporaryFile file;
     const int error = InOrder(
         {[&] { return file.CreateAs(directory / PathFromUtf8(names.temporary)); },
-         [&] { return file.SetPermissions(target->permissions); },
-         [&] { return file.Write(content); }, [&] { return file.FlushAndClose(); },
+         [&] { return file.ResembleFile(target->path); }, [&] { return file.Write(content); },
+         [&] { return file.FlushAndClose(); },
          [&] {
              return TakePlaceWithBackup(file, target->path, directory / PathFromUtf8(names.backup));
          }});

@@ -16,7 +16,7 @@ Result<std::string> Bytes(const std::filesystem::path& file) {
     if (!bytes && (bytes.error().number == ENOENT || bytes.error().number == ENOTDIR)) {
         return std::string();
     }
-    return bytes;
+    return bytes ? std::move(bytes) : ReadError(file, bytes.error().number);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "platform/files/ProfileText.h"
 
-#include "platform/Text.h"
 #include "platform/files/LineReader.h"
 
 #include <algorithm>
@@ -41,18 +40,19 @@ std::size_t KeyLength(std::string_view line) {
 
 }  // namespace
 
-ProfileText::ProfileText(std::string_view text) {
-    if (text.empty()) {
+ProfileText::ProfileText(std::string file) {
+    if (file.empty()) {
         return;
     }
+    const std::string_view text = Keep(std::move(file));
     // The current section by its number: the sections move when one is added.
     std::optional<std::size_t> current;
     // A file without a single CR was written by another editor.
     const bool unix = text.find('\r') == std::string_view::npos;
     LineReader lines(text, unix ? LineEnds::AlsoLf : LineEnds::CrOnly);
     while (const std::optional<std::string_view> line = lines.Next()) {
-        if (const auto name = SectionName(*line)) {
-            current = static_cast<std::size_t>(&SectionOf(*name, *line) - sections_.data());
+        if (SectionName(*line)) {
+            current = static_cast<std::size_t>(&SectionOf(*line) - sections_.data());
         } else if (current) {
             AddLine(sections_[*current], *line);
         } else {
@@ -68,32 +68,36 @@ void ProfileText::AddLine(Section& section, std::string_view text) {
     }
     const std::size_t keyLength = KeyLength(text);
     if (keyLength > 0 && !section.keys
-                              .try_emplace(FoldCase(text.substr(0, keyLength)),
+                              .try_emplace(text.substr(0, keyLength),
                                            section.lines.size() + section.blanksAtEnd.size())
                               .second) {
         return;
     }
-    for (std::string& blank : section.blanksAtEnd) {
-        section.lines.push_back({std::move(blank)});
+    for (const std::string_view blank : section.blanksAtEnd) {
+        section.lines.push_back({blank});
     }
     section.blanksAtEnd.clear();
-    section.lines.push_back({std::string(text), keyLength});
+    section.lines.push_back({text, keyLength});
+}
+
+std::string_view ProfileText::Keep(std::string text) {
+    return texts_.emplace_back(std::move(text));
 }
 
 const ProfileText::Section* ProfileText::FindSection(std::string_view name) const {
-    const auto found = names_.find(FoldCase(name));
+    const auto found = names_.find(name);
     return found != names_.end() ? &sections_[found->second] : nullptr;
 }
 
 ProfileText::Section* ProfileText::FindSection(std::string_view name) {
-    const auto found = names_.find(FoldCase(name));
+    const auto found = names_.find(name);
     return found != names_.end() ? &sections_[found->second] : nullptr;
 }
 
-ProfileText::Section& ProfileText::SectionOf(std::string_view name, std::string_view header) {
-    const auto [place, added] = names_.try_emplace(FoldCase(name), sections_.size());
+ProfileText::Section& ProfileText::SectionOf(std::string_view header) {
+    const auto [place, added] = names_.try_emplace(*SectionName(header), sections_.size());
     if (added) {
-        sections_.push_back({std::string(header), {}, {}, {}});
+        sections_.push_back({header, {}, {}, {}});
     }
     return sections_[place->second];
 }
@@ -103,7 +107,7 @@ ProfileText::Line* ProfileText::FindLine(std::string_view section, std::string_v
     if (place == nullptr) {
         return nullptr;
     }
-    const auto found = place->keys.find(FoldCase(key));
+    const auto found = place->keys.find(key);
     return found != place->keys.end() ? &place->lines[found->second] : nullptr;
 }
 
@@ -113,12 +117,12 @@ std::optional<std::string_view> ProfileText::Find(std::string_view section,
     if (place == nullptr) {
         return std::nullopt;
     }
-    const auto found = place->keys.find(FoldCase(key));
+    const auto found = place->keys.find(key);
     if (found == place->keys.end()) {
         return std::nullopt;
     }
     const Line& line = place->lines[found->second];
-    return std::string_view(line.text).substr(std::min(line.keyLength + 1, line.text.size()));
+    return line.text.substr(std::min(line.keyLength + 1, line.text.size()));
 }
 
 std::vector<std::string_view> ProfileText::Keys(std::string_view section) const {
@@ -127,7 +131,7 @@ std::vector<std::string_view> ProfileText::Keys(std::string_view section) const 
         keys.reserve(place->keys.size());
         for (const Line& line : place->lines) {
             if (line.keyLength > 0 && !line.removed) {
-                keys.push_back(std::string_view(line.text).substr(0, line.keyLength));
+                keys.push_back(line.text.substr(0, line.keyLength));
             }
         }
     }
@@ -135,27 +139,28 @@ std::vector<std::string_view> ProfileText::Keys(std::string_view section) const 
 }
 
 void ProfileText::Set(std::string_view section, std::string_view key, std::string_view value) {
-    const std::string name = OneLine(section);
-    const std::string header = "[" + name + "]";
-    if (key.empty() || SectionName(header) != name) {
+    const std::string header = "[" + OneLine(section) + "]";
+    const std::optional<std::string_view> name = SectionName(header);
+    if (key.empty() || name != std::string_view(header).substr(1, header.size() - 2)) {
         return;
     }
-    const std::string keyText = OneLine(key);
-    if (Line* const line = FindLine(name, keyText)) {
-        line->text.resize(line->keyLength);
-        line->text.append("=").append(OneLine(value));
+    std::string text = OneLine(key);
+    if (Line* const line = FindLine(*name, text)) {
+        text.assign(line->text.substr(0, line->keyLength)).append("=").append(OneLine(value));
+        line->text = Keep(std::move(text));
         return;
     }
     // A new line is read as it will be from the file: a key with "=" in it ends there.
-    Section& place = SectionOf(name, header);
-    std::vector<std::string> blanks = std::exchange(place.blanksAtEnd, {});
-    AddLine(place, keyText + "=" + OneLine(value));
+    Section* const known = FindSection(*name);
+    Section& place = known != nullptr ? *known : SectionOf(Keep(header));
+    std::vector<std::string_view> blanks = std::exchange(place.blanksAtEnd, {});
+    AddLine(place, Keep(text.append("=").append(OneLine(value))));
     place.blanksAtEnd = std::move(blanks);
 }
 
 void ProfileText::Respell(std::string_view section, std::string_view key) {
     if (Line* const line = FindLine(section, key)) {
-        line->text.replace(0, line->keyLength, key);
+        line->text = Keep(std::string(key).append(line->text.substr(line->keyLength)));
         line->keyLength = key.size();
     }
 }
@@ -164,13 +169,13 @@ void ProfileText::Remove(std::string_view section, std::string_view key) {
     if (Line* const line = FindLine(section, key)) {
         // Only marked, so that removing many keys does not move the rest for each of them.
         line->removed = true;
-        FindSection(section)->keys.erase(FoldCase(key));
+        FindSection(section)->keys.erase(key);
     }
 }
 
 std::string ProfileText::Text() const {
     std::string text;
-    const auto add = [&](const std::string& line) { text.append(line).append(LineEnd); };
+    const auto add = [&](std::string_view line) { text.append(line).append(LineEnd); };
     std::for_each(preamble_.begin(), preamble_.end(), add);
     for (const Section& section : sections_) {
         add(section.header);

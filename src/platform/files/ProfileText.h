@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/Text.h"
+
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,7 +23,12 @@ namespace sonnel {
 /// dropped.
 class ProfileText {
   public:
-    explicit ProfileText(std::string_view text);
+    explicit ProfileText(std::string text);
+    ProfileText(const ProfileText&) = delete;
+    ProfileText& operator=(const ProfileText&) = delete;
+    ProfileText(ProfileText&&) = default;
+    ProfileText& operator=(ProfileText&&) = default;
+    ~ProfileText() = default;
 
     /// The key's value ("" when it has none), or nothing when the key is absent. Refers into this
     /// text and is valid until it changes.
@@ -42,27 +50,34 @@ class ProfileText {
     [[nodiscard]] std::string Text() const;
 
   private:
+    using Places = std::unordered_map<std::string_view, std::size_t, FoldedHash, FoldedEqual>;
     struct Line {
-        std::string text;
+        std::string_view text;
         std::size_t keyLength = 0;  ///< 0: the line has no meaning
         bool removed = false;
     };
     struct Section {
-        std::string header;  ///< the whole line
+        std::string_view header;  ///< the whole line
         std::vector<Line> lines;
-        std::vector<std::string> blanksAtEnd;               ///< a new key comes before them
-        std::unordered_map<std::string, std::size_t> keys;  ///< by name in folded case
+        std::vector<std::string_view> blanksAtEnd;  ///< a new key comes before them
+        Places keys;
     };
 
     static void AddLine(Section& section, std::string_view text);
     [[nodiscard]] const Section* FindSection(std::string_view name) const;
     Section* FindSection(std::string_view name);
-    Section& SectionOf(std::string_view name, std::string_view header);
+    /// `header` stays valid.
+    Section& SectionOf(std::string_view header);
     Line* FindLine(std::string_view section, std::string_view key);
 
-    std::vector<std::string> preamble_;
+    std::string_view Keep(std::string text);
+
+    /// The file's text and lines that came later: all views refer into these, which never change or
+    /// move.
+    std::deque<std::string> texts_;
+    std::vector<std::string_view> preamble_;
     std::vector<Section> sections_;
-    std::unordered_map<std::string, std::size_t> names_;  ///< of sections, in folded case
+    Places names_;  ///< of sections
 };
 
 }  // namespace sonnel

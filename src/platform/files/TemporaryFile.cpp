@@ -130,12 +130,28 @@ int TemporaryFile::CreateAs(const fs::path& path) {
     return error ? error.value() : Open(path);
 }
 
-int TemporaryFile::SetPermissions(fs::perms permissions) const {
+int TemporaryFile::ResembleFile(const fs::path& replaced) const {
+#ifdef _WIN32
     std::error_code error;
-    if (permissions != fs::perms::unknown) {
-        fs::permissions(path_, permissions, error);
+    const fs::file_status status = fs::status(replaced, error);
+    if (fs::exists(status)) {
+        fs::permissions(path_, status.permissions(), error);
     }
     return error.value();
+#else
+    struct stat status {};
+    if (stat(replaced.c_str(), &status) != 0) {
+        return errno == ENOENT ? 0 : errno;
+    }
+    // By the open file: its name may stand for another by now. The owner first, for a change of it
+    // takes permissions away.
+    constexpr mode_t Permissions = 07777;
+    const int handle = fileno(file_);
+    if (fchown(handle, status.st_uid, status.st_gid) != 0) {
+        (void)!fchown(handle, static_cast<uid_t>(-1), status.st_gid);
+    }
+    return fchmod(handle, status.st_mode & Permissions) == 0 ? 0 : LastError();
+#endif
 }
 
 int TemporaryFile::Write(std::string_view content) {

@@ -21,8 +21,9 @@ class TemporaryFile {
     int Create(const std::filesystem::path& directory);
     /// Makes a new file by this name, in place of a file that a crash left there.
     int CreateAs(const std::filesystem::path& path);
-    /// Gives the file these permissions; unknown ones leave it those of a new file.
-    [[nodiscard]] int SetPermissions(std::filesystem::perms permissions) const;
+    /// Gives the open file the permissions of the one it will replace, if there is one, and its
+    /// owner and group as far as this process may.
+    [[nodiscard]] int ResembleFile(const std::filesystem::path& replaced) const;
     int Write(std::string_view content);
     /// After it what was written lasts through a power cut.
     int FlushAndClose();

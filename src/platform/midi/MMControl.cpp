@@ -76,6 +76,9 @@ std::optional<Error> MMControl::OpenFile(const std::string& name) {
     if (!file) {
         return file.error();
     }
+    if (auto refusal = RefusalToPlay(*file)) {
+        return refusal;
+    }
     const int rate = std::max(1, output_.SampleRate());
     if (auto error = synth_.Prepare(rate)) {
         return error;

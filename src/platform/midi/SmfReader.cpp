@@ -250,6 +250,11 @@ Error MakeError(SmfError number, std::string text) {
     return {static_cast<int>(number), std::move(text)};
 }
 
+Error FormatError(int format) {
+    return MakeError(SmfError::Format, "The MIDI file is of format " + std::to_string(format) +
+                                           ", only formats 0 and 1 can be played");
+}
+
 }  // namespace
 
 std::optional<std::uint32_t> TempoOf(std::string_view data) {
@@ -274,10 +279,9 @@ Result<SmfFile> ReadSmf(std::string bytes) {
             "This is not a MIDI file: choose a song whose MID file other players can play");
     }
     const std::size_t chunks = ReadHeader(file, start);
-    if (file.format > 1) {
-        return MakeError(SmfError::Format, "The MIDI file is of format " +
-                                               std::to_string(file.format) +
-                                               ", only formats 0 and 1 can be played");
+    constexpr int LastFormat = 2;
+    if (file.format > LastFormat) {
+        return FormatError(file.format);
     }
     ReadChunks(file, chunks);
     if (file.tracks.empty()) {
@@ -300,6 +304,10 @@ Result<SmfFile> ReadSmfFile(const std::filesystem::path& path) {
         return bytes.error();
     }
     return ReadSmf(std::move(*bytes));
+}
+
+std::optional<Error> RefusalToPlay(const SmfFile& file) {
+    return file.format > 1 ? std::optional(FormatError(file.format)) : std::nullopt;
 }
 
 }  // namespace sonnel

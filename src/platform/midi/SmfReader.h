@@ -56,7 +56,7 @@ using SmfTrack = std::vector<SmfEvent>;
 /// A Standard MIDI File as it was read.
 struct SmfFile {
     std::string bytes;  ///< the file; the events refer into it
-    int format = 0;     ///< 0 or 1
+    int format = 0;     ///< 0 to 2
     SmfDivision division;
     std::uint16_t divisionWord = 0;  ///< the division as the header has it
     std::vector<SmfTrack> tracks;
@@ -68,7 +68,7 @@ struct SmfFile {
     }
 };
 
-/// Reads a file of format 0 or 1. Tracks that are cut off or broken are read as far as they make
+/// Reads a file of format 0 to 2. Tracks that are cut off or broken are read as far as they make
 /// sense. Refuses what is not a MIDI file, other formats, and a file without a track.
 [[nodiscard]] Result<SmfFile> ReadSmf(std::string bytes);
 
@@ -78,5 +78,8 @@ struct SmfFile {
 /// The same for a file on disk. One that cannot be read is refused with the system's number and
 /// reason.
 [[nodiscard]] Result<SmfFile> ReadSmfFile(const std::filesystem::path& path);
+
+/// Why a file that was read cannot be played: the tracks of format 2 are pieces of their own.
+[[nodiscard]] std::optional<Error> RefusalToPlay(const SmfFile& file);
 
 }  // namespace sonnel

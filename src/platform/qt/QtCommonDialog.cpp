@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/qt/QtColour.h"
+#include "platform/qt/UndecodableFiles.h"
 #include "platform/qt/WindowInUse.h"
 
 #include <QColorDialog>
@@ -38,10 +39,10 @@ QStringList Filters(const FileRequest& request) {
 }
 
 /// Asks again while a new file's directory does not exist; false when the user has cancelled.
-bool ExecUntilPathExists(QFileDialog& dialog) {
+bool ExecUntilPathExists(QFileDialog& dialog, const std::optional<UndecodableFiles>& others) {
     while (dialog.exec() == QDialog::Accepted) {
         const QString directory = QFileInfo(dialog.selectedFiles().value(0)).path();
-        if (QFileInfo(directory).isDir()) {
+        if ((others && !others->Chosen().empty()) || QFileInfo(directory).isDir()) {
             return true;
         }
         QMessageBox box(QMessageBox::Warning, dialog.windowTitle(),
@@ -56,6 +57,7 @@ bool ExecUntilPathExists(QFileDialog& dialog) {
 
 std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest& request) {
     QFileDialog dialog(WindowInUse(), QString::fromStdString(request.title));
+    dialog.setOption(QFileDialog::DontUseNativeDialog, request.anyName);
     const QString extension = QString::fromStdString(request.extension);
     const std::filesystem::path& start = request.directory.empty() ? start_ : request.directory;
     dialog.setDirectory(start.empty() ? QDir::currentPath()
@@ -70,10 +72,17 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
     if (request.name.find('*') == std::string::npos) {
         dialog.selectFile(QString::fromStdString(request.name));
     }
+    std::optional<UndecodableFiles> others;
+    if (request.anyName) {
+        others.emplace(dialog);
+    }
     std::vector<std::filesystem::path> files;
-    if (ExecUntilPathExists(dialog)) {
+    if (ExecUntilPathExists(dialog, others)) {
         for (const QString& file : dialog.selectedFiles()) {
             files.push_back(PathFromUtf8(file.toStdString()));
+        }
+        if (others && !others->Chosen().empty()) {
+            files = {others->Chosen()};
         }
         if (request.directory.empty()) {
             start_ = files.front().parent_path();
