@@ -1,7 +1,7 @@
 # Completion of sonnel-tool for bash.
 _sonnel_tool() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands="show header set-header index convert midi check trace"
+    local commands="show header set-header index convert add midi check trace"
     local options="--json --help --version" command="" files="" i
     for ((i = 1; i < COMP_CWORD; i++)); do
         if [[ " $commands " == *" ${COMP_WORDS[i]} "* ]]; then
@@ -13,7 +13,8 @@ _sonnel_tool() {
         "") mapfile -t COMPREPLY < <(compgen -W "$commands $options" -- "$word"); return ;;
         set-header) options+=" --title --author --album" files=lyk ;;
         index) options+=" --rebuild" files=/ ;;
-        convert) options+=" --output --force" files="kar|midi?" ;;
+        convert) options+=" --output --force --exact" files="kar|midi?" ;;
+        add) files="lyk|kar|midi?|rmi" ;;
         midi) files="midi?|kar" ;;
         check) files="lyk|mid|kar" ;;
         trace) options+=" --report-ms --compensation" files="lyk|mid" ;;

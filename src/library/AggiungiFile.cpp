@@ -2,7 +2,7 @@
 
 #include "library/Aggiunta.h"
 #include "library/Indice.h"
-#include "library/RaccogliBrani.h"
+#include "library/RaccoltaBrani.h"
 #include "platform/Paths.h"
 #include "platform/ScopeExit.h"
 #include "platform/Text.h"
@@ -70,9 +70,12 @@ EsitoAggiunta Corsa::Esegui(const std::vector<fs::path>& percorsi) {
         finestre_.messaggio.ChiudiMessaggio();
     });
     finestre_.messaggio.MostraMessaggio("Looking for songs...", true);
-    const std::vector<FileBrano> brani = RaccogliBrani(percorsi, [this] { return Continua(); });
+    RaccoltaBrani raccolta([this] { return Continua(); });
+    for (const fs::path& percorso : percorsi) {
+        raccolta.Esamina(percorso);
+    }
     if (Continua()) {
-        Aggiungi(brani);
+        Aggiungi(raccolta.Prendi());
     }
     if (esito_.aggiunti > 0) {
         CaricaIndice(libreria_);

@@ -20,7 +20,7 @@ struct EsitoAggiunta {
     std::optional<Error> errore;  ///< the index could not be written
 };
 
-/// Adds the songs among files and folders to the library, see RaccogliBrani and Aggiunta, behind
+/// Adds the songs among files and folders to the library, see RaccoltaBrani and Aggiunta, behind
 /// the message window, whose Cancel ends it at the next file. The index is written once; what was
 /// added until then is in it. The song table and the list are filled again when a song was added.
 [[nodiscard]] EsitoAggiunta AggiungiFile(const Libreria& libreria,

@@ -57,6 +57,8 @@ class RigheIntestazione {
     std::array<Campo, 3> campi_;
 };
 
+}  // namespace
+
 std::string ConIntestazione(std::string_view testo, const Intestazione& campi) {
     RigheIntestazione intestazione(campi);
     bool corpo = false;
@@ -74,8 +76,6 @@ std::string ConIntestazione(std::string_view testo, const Intestazione& campi) {
     }
     return nuovo;
 }
-
-}  // namespace
 
 std::optional<Error> RiscriviIntestazione(const std::filesystem::path& directory,
                                           std::string_view name, const Intestazione& campi) {

@@ -5,9 +5,14 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace sonnel {
+
+/// The text of a LYK file with these fields in its header; comments and empty lines dropped, all
+/// other lines as they are.
+[[nodiscard]] std::string ConIntestazione(std::string_view testo, const Intestazione& campi);
 
 /// Rewrites the header lines of the LYK file directory + name + ".lyk" (any letter case): title,
 /// author and album as given, comments and empty lines dropped, all other lines as they are. The

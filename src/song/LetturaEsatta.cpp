@@ -150,6 +150,9 @@ void ScriviIntestazione(const SmfFile& file, std::string_view nome, bool utf8,
 }  // namespace
 
 Result<LetturaEsatta> LeggiEsatto(const SmfFile& file, std::string_view nome) {
+    if (auto rifiuto = RefusalToPlay(file)) {
+        return *rifiuto;
+    }
     TracciaParole parole = TrovaParole(file);
     if (parole.testi.empty()) {
         return Rifiuto(ErroreEsatto::SenzaParole, "it has no words");

@@ -99,6 +99,7 @@ class Grammatica {
     void AggiungiSetHeader();
     void AggiungiIndex();
     void AggiungiConvert();
+    void AggiungiAdd();
     void AggiungiTrace();
 
     Uscite& uscite_;
@@ -121,6 +122,7 @@ Grammatica::Grammatica(Uscite& uscite) : uscite_(uscite) {
     AggiungiSetHeader();
     AggiungiIndex();
     AggiungiConvert();
+    AggiungiAdd();
     PerOgnuno("midi", "Tell what is in MIDI files", ComandoMidi);
     PerOgnuno("check", "Report what a singer would stumble over", ComandoCheck);
     AggiungiTrace();
@@ -178,6 +180,18 @@ void Grammatica::AggiungiConvert() {
     app.add_option("--output", riga_.convert.directory,
                    "Directory for the songs instead of each file's own");
     app.add_flag("--force", riga_.convert.sovrascrivi, "Replace songs that are there already");
+    app.add_flag("--exact", riga_.convert.esatta,
+                 "Read any MIDI file with words, with times by its whole tempo map");
+}
+
+void Grammatica::AggiungiAdd() {
+    CLI::App& app = *app_.add_subcommand("add", "Add songs to a library and its index");
+    app.add_option("DIR", riga_.file)->required();
+    app.add_option("FILE", riga_.elenco)->required();
+    app.callback([this] {
+        forma_ = Forma::Elenco;
+        scelto_ = [this] { ComandoAdd(riga_.file, riga_.elenco, uscite_); };
+    });
 }
 
 void Grammatica::AggiungiTrace() {

@@ -36,10 +36,14 @@ struct OpzioniTrace {
 struct OpzioniConvert {
     std::string directory;  ///< of the output; "": beside each file
     bool sovrascrivi = false;
+    bool esatta = false;  ///< by the exact reading
 };
 /// Reports on all files, in their order.
 void ComandoConvert(const std::vector<std::string>& file, const OpzioniConvert& opzioni,
                     Uscite& uscite);
+
+/// Adds songs to the library in a directory.
+void ComandoAdd(const std::string& directory, const std::vector<std::string>& file, Uscite& uscite);
 
 /// Carries out a command line; returns the exit status.
 [[nodiscard]] int EseguiStrumento(int argc, const char* const* argv, Uscite& uscite);

@@ -5,6 +5,7 @@
 #include "platform/files/Files.h"
 #include "song/Timeline.h"
 #include "tool/Comandi.h"
+#include "tool/ConversioneEsatta.h"
 #include "tool/InOrdine.h"
 #include "tool/PianoConversione.h"
 #include "tool/Tenta.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <iterator>
 #include <system_error>
@@ -21,25 +21,13 @@
 namespace sonnel {
 namespace {
 
-/// What became of one file.
-struct EsitoConversione {
-    bool lykScritto = false;
-    bool midScritto = false;
-    bool intestazione = false;
-    bool parole = false;
-    bool danneggiato = false;
-    int eventi = 0;
-    std::string errore;
-};
-
 /// Whether the file has lyric events, where others keep their words.
 bool HaVersi(Midifile& midifile) {
-    constexpr std::uint8_t Verso = 5;
     for (int traccia = 1; traccia <= midifile.NumTracks(); ++traccia) {
         midifile.SetTrack(traccia);
         for (int evento = 1; evento <= midifile.NumEvents(); ++evento) {
             midifile.SetEvent(evento);
-            if (midifile.Status() == kMeta && midifile.MetaType() == Verso) {
+            if (midifile.Status() == kMeta && midifile.MetaType() == kMetaLyric) {
                 return true;
             }
         }
@@ -59,7 +47,7 @@ std::string Rifiuto(const std::string& file, const Estrazione& parole, Midifile&
     if (parole.TestoIniziato) {
         motivo = "it does not say that it is a karaoke file (@K)";
     } else if (HaVersi(midifile)) {
-        motivo = "its words are lyric events, which are not read";
+        motivo = "its words are lyric events, which only --exact reads";
     }
     return WithReason("Can't convert the file " + file, motivo);
 }
@@ -77,9 +65,7 @@ void Scrivi(const Conversione& lavoro, const Estrazione& parole, bool sovrascriv
     if (lavoro.copiaMid) {
         if (const auto errore = CopyFilesAtomically({{lavoro.origine, lavoro.mid}})) {
             esito.errore = errore->text;
-            // Words that are new would stand in the way of another attempt.
-            std::error_code ignorato;
-            esito.lykScritto = sovrascrivi || !std::filesystem::remove(lavoro.lyk, ignorato);
+            RitiraParole(lavoro, sovrascrivi, esito);
             return;
         }
     }
@@ -118,7 +104,19 @@ std::vector<std::string> Avvertimenti(const std::string& file, const EsitoConver
     return frasi;
 }
 
-Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
+const char* NomeGenere(GenereParole genere) {
+    switch (genere) {
+        case GenereParole::Testi:
+            return "text";
+        case GenereParole::Versi:
+            return "lyric";
+        case GenereParole::Nessuno:
+            break;
+    }
+    return "";
+}
+
+Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito, bool esatta) {
     const std::string lyk = esito.lykScritto ? Utf8FromPath(lavoro.lyk) : "";
     const std::string mid = esito.midScritto ? Utf8FromPath(lavoro.mid) : "";
     Resoconto resoconto;
@@ -129,6 +127,9 @@ Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
                       {"karaokeHeader", esito.intestazione},
                       {"lyricsStarted", esito.parole},
                       {"error", esito.errore}};
+    if (esatta) {
+        resoconto.json["words"] = NomeGenere(esito.genere);
+    }
     if (esito.errore.empty()) {
         resoconto.testo =
             SuUnaRiga(lavoro.file) + ": " + SuUnaRiga(lyk) + ", " + SuUnaRiga(mid) + "\n";
@@ -143,7 +144,7 @@ Resoconto Riferisci(const Conversione& lavoro, const EsitoConversione& esito) {
 
 void ComandoConvert(const std::vector<std::string>& file, const OpzioniConvert& opzioni,
                     Uscite& uscite) {
-    PianoConversione piano(opzioni.directory, opzioni.sovrascrivi);
+    PianoConversione piano(opzioni.directory, opzioni.sovrascrivi, opzioni.esatta);
     std::vector<Conversione> lavori;
     lavori.reserve(file.size());
     std::transform(file.begin(), file.end(), std::back_inserter(lavori),
@@ -154,14 +155,20 @@ void ComandoConvert(const std::vector<std::string>& file, const OpzioniConvert& 
         [&](std::size_t i) {
             EsitoConversione esito;
             esito.errore = lavori[i].errore;
-            const auto lavoro = [&] { Converti(lavori[i], opzioni.sovrascrivi, oggi, esito); };
+            const auto lavoro = [&] {
+                if (opzioni.esatta) {
+                    ConvertiEsatto(lavori[i], opzioni.sovrascrivi, esito);
+                } else {
+                    Converti(lavori[i], opzioni.sovrascrivi, oggi, esito);
+                }
+            };
             if (auto errore = esito.errore.empty() ? Tenta(lavori[i].file, lavoro) : std::nullopt) {
                 esito.errore = std::move(*errore);
             }
             return esito;
         },
         [&](std::size_t i, const EsitoConversione& esito) {
-            uscite.Scrivi(Riferisci(lavori[i], esito));
+            uscite.Scrivi(Riferisci(lavori[i], esito, opzioni.esatta));
             uscite.Avanza("Converted " + std::to_string(i + 1) + " of " +
                           std::to_string(lavori.size()));
         });

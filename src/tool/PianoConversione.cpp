@@ -13,8 +13,8 @@ namespace sonnel {
 
 namespace fs = std::filesystem;
 
-PianoConversione::PianoConversione(std::string directory, bool sovrascrivi)
-    : directory_(std::move(directory)), sovrascrivi_(sovrascrivi) {}
+PianoConversione::PianoConversione(std::string directory, bool sovrascrivi, bool esatta)
+    : directory_(std::move(directory)), sovrascrivi_(sovrascrivi), esatta_(esatta) {}
 
 Conversione PianoConversione::Prepara(const std::string& file) {
     Conversione conversione;
@@ -30,7 +30,9 @@ void PianoConversione::ScegliUscite(Conversione& conversione) {
     conversione.origine = origine;
     const fs::path directory =
         directory_.empty() ? origine.parent_path() : PathFromUtf8(directory_);
-    const std::string base = WithoutExtension(DecodeUnmarkedText(Utf8FileName(origine)));
+    const std::string nome = DecodeUnmarkedText(Utf8FileName(origine));
+    const std::string base =
+        esatta_ ? Utf8FromPath(PathFromUtf8(nome).stem()) : WithoutExtension(nome);
     const Cartella& cartella = LeggiCartella(directory);
     const auto errore = [&](const std::string& motivo) {
         conversione.errore = "Can't convert the file " + conversione.file + ": " + motivo + ".";

@@ -326,6 +326,38 @@ TEST_F(ToolTest, ConvertWritesWhatItNamesAndKeepsWhatIsThere) {
     EXPECT_EQ(Content(folder / "out/b.mid"), Kar());
 }
 
+TEST_F(ToolTest, TheExactReadingMakesSongsOfAnyFileAndFillsALibrary) {
+    const std::string song = SmfBuilder().Text(960, 5, "La ").Text(1440, 5, "la ").Bytes();
+    folder.Write("A.midi", song);
+    folder.Write("w.rmi", std::string("RIFF\x60\0\0\0RMIDdata", 16) +
+                              static_cast<char>(song.size()) + std::string(3, '\0') + song);
+    folder.Write("none.mid", SmfBuilder().Note(0, 9, 60).Bytes());
+    Lyk("A.lyk", "*TIKept\r\n*ALBest\r\n0000001x\r\n");
+    json all = Json("convert --exact A.midi w.rmi none.mid", 1);
+    EXPECT_EQ(all[0]["ok"], false) << "it has a LYK";
+    EXPECT_EQ(all[1]["words"], "lyric");
+    EXPECT_EQ(Content(folder / "w.mid"), song);
+    EXPECT_THAT(all[2]["error"], HasSubstr("it has no words."));
+    EXPECT_FALSE(fs::exists(folder / "none.lyk"));
+    Json("convert --exact --force A.midi");
+    EXPECT_EQ(Content(folder / "A.lyk"),
+              "Cantabelle1.0 by Sonnel Karaoke Player\r\n*TIKept\r\n*AU\r\n*ALBest\r\n"
+              "0000001La la \r\n00010023\r\n00015026\r\n");
+
+    fs::create_directory(folder / "lib");
+    Lyk("lone.lyk", "");
+    all = Json("add lib A.lyk w.rmi w.rmi lone.lyk none.mid gone.kar lib", 1);
+    std::string names;
+    for (const json& one : all) {
+        names += one["name"].get<std::string>() + (one["ok"] == (one["error"] == "") ? ";" : "!");
+    }
+    EXPECT_EQ(names, "A;w;;;;;;");
+    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 5) << err;
+    EXPECT_EQ(Content(folder / "lib/sonnel.snl"),
+              "[Songs]\r\nA=Kept||Best\r\nw=w||?\r\n[Album]\r\n?=|\r\nBest=|\r\n");
+    EXPECT_EQ(Json("add nowhere w.rmi", 1)[0]["ok"], false);
+}
+
 TEST_F(ToolTest, ConvertTellsOfASongThatThePlayerRefusesOrThatMayMissWords) {
     SmfBuilder song = SmfBuilder().Tempo(0, 500000).Text(0, 1, "@K");
     for (int i = 0; i < 16375; ++i) {

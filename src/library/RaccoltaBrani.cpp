@@ -1,42 +1,17 @@
-#include "library/RaccogliBrani.h"
+#include "library/RaccoltaBrani.h"
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <optional>
-#include <set>
-#include <string>
 #include <system_error>
-#include <unordered_map>
 #include <utility>
 
 namespace sonnel {
-namespace {
 
 namespace fs = std::filesystem;
 
-class Ricerca {
-  public:
-    explicit Ricerca(const std::function<bool()>& continua) : continua_(continua) {}
-
-    void Esamina(const fs::path& percorso);
-    [[nodiscard]] std::vector<FileBrano> Prendi() && { return std::move(trovati_); }
-
-  private:
-    void EsaminaCartella(const fs::path& cartella);
-    void EsaminaFile(const fs::path& file);
-    std::optional<fs::path> Accanto(const fs::path& file, const char* estensione);
-
-    const std::function<bool()>& continua_;
-    bool finita_ = false;
-    std::vector<FileBrano> trovati_;
-    std::set<fs::path> visti_;
-    fs::path elencata_;                               ///< the folder whose files are in nomi_
-    std::unordered_map<std::string, fs::path> nomi_;  ///< by name in folded case
-};
-
-void Ricerca::Esamina(const fs::path& percorso) {
+void RaccoltaBrani::Esamina(const fs::path& percorso) {
     std::error_code errore;
     const fs::file_status stato = fs::status(percorso, errore);
     if (fs::is_directory(stato)) {
@@ -49,7 +24,7 @@ void Ricerca::Esamina(const fs::path& percorso) {
     }
 }
 
-void Ricerca::EsaminaCartella(const fs::path& cartella) {
+void RaccoltaBrani::EsaminaCartella(const fs::path& cartella) {
     std::vector<std::pair<std::string, fs::path>> voci;
     std::error_code errore;
     for (fs::directory_iterator voce(cartella, errore); !errore && voce != fs::directory_iterator();
@@ -69,7 +44,7 @@ void Ricerca::EsaminaCartella(const fs::path& cartella) {
 }
 
 /// The file of the same name with another extension, in any letter case.
-std::optional<fs::path> Ricerca::Accanto(const fs::path& file, const char* estensione) {
+std::optional<fs::path> RaccoltaBrani::Accanto(const fs::path& file, const char* estensione) {
     const fs::path cercato = fs::path(file).replace_extension(estensione);
     std::error_code errore;
     if (fs::is_regular_file(cercato, errore)) {
@@ -89,7 +64,7 @@ std::optional<fs::path> Ricerca::Accanto(const fs::path& file, const char* esten
     return trovato == nomi_.end() ? std::nullopt : std::optional(trovato->second);
 }
 
-void Ricerca::EsaminaFile(const fs::path& file) {
+void RaccoltaBrani::EsaminaFile(const fs::path& file) {
     const std::string estensione = FoldCase(Utf8FromPath(file.extension()));
     FileBrano brano{.base = Utf8FromPath(fs::path(file).replace_extension())};
     if (estensione == ".lyk") {
@@ -104,17 +79,6 @@ void Ricerca::EsaminaFile(const fs::path& file) {
     if (visti_.insert(brano.lyk.value_or(file)).second) {
         trovati_.push_back(std::move(brano));
     }
-}
-
-}  // namespace
-
-std::vector<FileBrano> RaccogliBrani(const std::vector<fs::path>& percorsi,
-                                     const std::function<bool()>& continua) {
-    Ricerca ricerca(continua);
-    for (const fs::path& percorso : percorsi) {
-        ricerca.Esamina(percorso);
-    }
-    return std::move(ricerca).Prendi();
 }
 
 }  // namespace sonnel
