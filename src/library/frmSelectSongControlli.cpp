@@ -134,7 +134,6 @@ void frmSelectSong::CreaMenu() {
 
 QWidget* frmSelectSong::CreaBarra() {
     auto* striscia = new QWidget(this);
-    DressToolStrip(*striscia);
     tlbBar = AddToolBar(*striscia);
     auto* ordini = new QActionGroup(this);
     for (int indice = 1; indice <= static_cast<int>(BarraLibreria.size()); ++indice) {
@@ -164,7 +163,7 @@ QWidget* frmSelectSong::CreaBarra() {
     Rebar.Parent(striscia);
     Rebar.Create();
     Rebar.AddBands("", 1, tlbBar, 1);
-    striscia->setFixedHeight(tlbBar->height() + 1);
+    striscia->setFixedHeight(tlbBar->height());
     striscia->setMinimumWidth(tlbBar->width() + CRebar::Margine);
     return striscia;
 }
