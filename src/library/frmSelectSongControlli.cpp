@@ -2,6 +2,7 @@
 
 #include "library/frmSelectSong.h"
 #include "library/frmSelectSongLista.h"
+#include "platform/qt/FitScreen.h"
 #include "platform/qt/ToolStrip.h"
 
 #include <QActionGroup>
@@ -208,7 +209,9 @@ void frmSelectSong::Disponi(QWidget* striscia) {
         prima = tlbBar->widgetForAction(bottone);
     }
     const QFontMetrics misure = lstBrani->fontMetrics();
-    resize(LarghezzaIniziale * misure.averageCharWidth(), AltezzaIniziale * misure.lineSpacing());
+    const QSize iniziale(LarghezzaIniziale * misure.averageCharWidth(),
+                         AltezzaIniziale * misure.lineSpacing());
+    resize(iniziale.boundedTo(RoomOnScreen(*this)));
 }
 
 void frmSelectSong::tlbBar_ButtonClick(int index) {
