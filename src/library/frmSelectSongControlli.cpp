@@ -135,6 +135,9 @@ void frmSelectSong::CreaMenu() {
 
 QWidget* frmSelectSong::CreaBarra() {
     auto* striscia = new QWidget(this);
+    // The ground of the toolbar's band, which is shorter than the strip.
+    striscia->setBackgroundRole(QPalette::Button);
+    striscia->setAutoFillBackground(true);
     tlbBar = AddToolBar(*striscia);
     auto* ordini = new QActionGroup(this);
     for (int indice = 1; indice <= static_cast<int>(BarraLibreria.size()); ++indice) {
