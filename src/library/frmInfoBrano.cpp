@@ -9,13 +9,14 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QVBoxLayout>
+#include <QStyle>
 #include <algorithm>
 #include <initializer_list>
 
 namespace sonnel {
 namespace {
 
+constexpr int Distanza = 12;        // pixels between captions and fields
 constexpr int CaratteriCampo = 40;  // how many characters a field shows
 
 /// The buttons in a row at the right, all as wide as the widest.
@@ -25,6 +26,7 @@ QHBoxLayout* FilaBottoni(std::initializer_list<QPushButton*> bottoni) {
         larghezza = std::max(larghezza, bottone->sizeHint().width());
     }
     auto* fila = new QHBoxLayout;
+    fila->setSpacing(Distanza / 2);
     fila->addStretch(1);
     for (QPushButton* bottone : bottoni) {
         bottone->setMinimumWidth(larghezza);
@@ -37,6 +39,8 @@ QHBoxLayout* FilaBottoni(std::initializer_list<QPushButton*> bottoni) {
 void FaiEtichetta(QLineEdit* campo) {
     campo->setReadOnly(true);
     campo->setFrame(false);
+    // Its text begins where that of a field with a frame does.
+    campo->setTextMargins(campo->style()->pixelMetric(QStyle::PM_DefaultFrameWidth), 0, 0, 0);
     campo->setFocusPolicy(Qt::ClickFocus);
     QPalette colori = campo->palette();
     colori.setColor(QPalette::Base, Qt::transparent);
@@ -66,9 +70,34 @@ frmInfoBrano::frmInfoBrano(const Libreria& libreria, ListaBrani& lista, QWidget*
 
 // The look
 
-QWidget* frmInfoBrano::CreaAlbum() {
+/// The frame of the song's own texts. Returns how wide its captions are.
+int frmInfoBrano::CreaTesti(QVBoxLayout& colonna) {
+    auto* cornice = new QGroupBox(this);
+    FaiEtichetta(lblNomefile);
+    lblNomefile->setAccessibleName("File name");
+    auto* lblTitolo = new QLabel("&Title:", cornice);
+    auto* lblAutore = new QLabel("A&uthor/performer", cornice);
+    lblTitolo->setBuddy(txtTitolo);
+    lblAutore->setBuddy(txtAutore);
+
+    auto* griglia = new QGridLayout(cornice);
+    griglia->setHorizontalSpacing(Distanza);
+    griglia->addWidget(new QLabel("File name:", cornice), 0, 0);
+    griglia->addWidget(lblNomefile, 0, 1);
+    griglia->addWidget(lblTitolo, 1, 0);
+    griglia->addWidget(txtTitolo, 1, 1);
+    griglia->addWidget(lblAutore, 2, 0);
+    griglia->addWidget(txtAutore, 2, 1);
+    colonna.addWidget(cornice);
+    return lblAutore->sizeHint().width();
+}
+
+/// The frame of the albums, the box under the fields above.
+QWidget* frmInfoBrano::CreaAlbum(int larghezzaEtichette) {
     auto* cornice = new QGroupBox("Al&bum", this);
-    auto* colonna = new QVBoxLayout(cornice);
+    auto* griglia = new QGridLayout(cornice);
+    griglia->setColumnMinimumWidth(0, larghezzaEtichette + Distanza);
+    griglia->setColumnStretch(1, 1);
     cmbAlbum->setEditable(true);
     cmbAlbum->setInsertPolicy(QComboBox::NoInsert);
     // A text that is typed stays typed, also when it is the beginning or the name of an entry.
@@ -77,30 +106,16 @@ QWidget* frmInfoBrano::CreaAlbum() {
     cmbAlbum->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbAlbum->setMinimumContentsLength(CaratteriCampo);
     cmbAlbum->setAccessibleName("Album");
-    colonna->addWidget(cmbAlbum);
-    colonna->addLayout(FilaBottoni({cmdInserisciAlbum, cmdRinominaAlbum, cmdEliminaAlbum}));
+    griglia->addWidget(cmbAlbum, 0, 1);
+    griglia->addLayout(FilaBottoni({cmdInserisciAlbum, cmdRinominaAlbum, cmdEliminaAlbum}), 1, 1);
     return cornice;
 }
 
 void frmInfoBrano::Disponi() {
-    FaiEtichetta(lblNomefile);
-    lblNomefile->setAccessibleName("File name");
-    auto* lblTitolo = new QLabel("&Title:", this);
-    auto* lblAutore = new QLabel("A&uthor/performer", this);
-    lblTitolo->setBuddy(txtTitolo);
-    lblAutore->setBuddy(txtAutore);
     cmdOk->setDefault(true);
-
-    auto* griglia = new QGridLayout;
-    griglia->addWidget(new QLabel("File name:", this), 0, 0);
-    griglia->addWidget(lblNomefile, 0, 1);
-    griglia->addWidget(lblTitolo, 1, 0);
-    griglia->addWidget(txtTitolo, 1, 1);
-    griglia->addWidget(lblAutore, 2, 0);
-    griglia->addWidget(txtAutore, 2, 1);
     auto* colonna = new QVBoxLayout(this);
-    colonna->addLayout(griglia);
-    colonna->addWidget(CreaAlbum());
+    const int larghezzaEtichette = CreaTesti(*colonna);
+    colonna->addWidget(CreaAlbum(larghezzaEtichette));
     colonna->addStretch(1);
     colonna->addLayout(FilaBottoni({cmdOk, cmdAnnulla}));
     txtTitolo->setFocus();

@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <cstdint>
 #include <string>
 
@@ -40,7 +41,8 @@ class frmInfoBrano final : public QDialog {
     void setVisible(bool visible) override;
 
   private:
-    QWidget* CreaAlbum();
+    int CreaTesti(QVBoxLayout& colonna);
+    QWidget* CreaAlbum(int larghezzaEtichette);
     void Disponi();
     void Collega();
     void Form_Load();

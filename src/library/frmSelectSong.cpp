@@ -206,4 +206,11 @@ void frmSelectSong::resizeEvent(QResizeEvent* event) {
     Rebar.Resize(*this);
 }
 
+void frmSelectSong::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        Rebar.SetBandColors();
+    }
+}
+
 }  // namespace sonnel

@@ -72,6 +72,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
   protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     /// What a command needs before it can be used.

@@ -2,6 +2,7 @@
 
 #include "library/frmSelectSong.h"
 #include "library/frmSelectSongLista.h"
+#include "platform/qt/FitScreen.h"
 #include "platform/qt/ToolStrip.h"
 
 #include <QActionGroup>
@@ -134,7 +135,9 @@ void frmSelectSong::CreaMenu() {
 
 QWidget* frmSelectSong::CreaBarra() {
     auto* striscia = new QWidget(this);
-    DressToolStrip(*striscia);
+    // The ground of the toolbar's band, which is shorter than the strip.
+    striscia->setBackgroundRole(QPalette::Button);
+    striscia->setAutoFillBackground(true);
     tlbBar = AddToolBar(*striscia);
     auto* ordini = new QActionGroup(this);
     for (int indice = 1; indice <= static_cast<int>(BarraLibreria.size()); ++indice) {
@@ -164,7 +167,7 @@ QWidget* frmSelectSong::CreaBarra() {
     Rebar.Parent(striscia);
     Rebar.Create();
     Rebar.AddBands("", 1, tlbBar, 1);
-    striscia->setFixedHeight(tlbBar->height() + 1);
+    striscia->setFixedHeight(tlbBar->height());
     striscia->setMinimumWidth(tlbBar->width() + CRebar::Margine);
     return striscia;
 }
@@ -209,7 +212,9 @@ void frmSelectSong::Disponi(QWidget* striscia) {
         prima = tlbBar->widgetForAction(bottone);
     }
     const QFontMetrics misure = lstBrani->fontMetrics();
-    resize(LarghezzaIniziale * misure.averageCharWidth(), AltezzaIniziale * misure.lineSpacing());
+    const QSize iniziale(LarghezzaIniziale * misure.averageCharWidth(),
+                         AltezzaIniziale * misure.lineSpacing());
+    resize(iniziale.boundedTo(RoomOnScreen(*this)));
 }
 
 void frmSelectSong::tlbBar_ButtonClick(int index) {

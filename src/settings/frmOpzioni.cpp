@@ -3,43 +3,21 @@
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
 #include "platform/ScopeExit.h"
+#include "platform/qt/FitScreen.h"
+#include "platform/qt/QtColour.h"
 #include "settings/TestoNumero.h"
 #include "ui/basCommon.h"
 #include "ui/frmCentraForm.h"
 
-#include <QDialogButtonBox>
 #include <QEvent>
 #include <QFontDatabase>
-#include <QGroupBox>
-#include <QListView>
+#include <QPainter>
 #include <QSignalBlocker>
-#include <QTabWidget>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <array>
 #include <utility>
 
 namespace sonnel {
-namespace {
-
-constexpr QSize MisuraCampione(380, 136);  // pixels: bold letters of 64 points, and their shadow
-
-/// A drop-down list that is shown at once and scrolls, however many lines it has.
-QComboBox* Lista(const char* nome, int caratteri, QWidget* pagina) {
-    auto* lista = new QComboBox(pagina);
-    lista->setAccessibleName(nome);
-    lista->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    lista->setMinimumContentsLength(caratteri);
-    lista->setStyleSheet("combobox-popup: 0");
-    lista->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    if (auto* righe = qobject_cast<QListView*>(lista->view())) {
-        righe->setUniformItemSizes(true);
-    }
-    return lista;
-}
-
-}  // namespace
-
 frmOpzioni::frmOpzioni(const Parti& parti, QWidget* parent)
     : QDialog(parent),
       parti_(parti),
@@ -52,126 +30,9 @@ frmOpzioni::frmOpzioni(const Parti& parti, QWidget* parent)
         const ScopeExit riabilita([this] { setEnabled(true); });
         crea();
     };
-    auto* SSTab1 = new QTabWidget(this);
-    SSTab1->addTab(CreaGenerale(), "&General");
-    SSTab1->addTab(CreaSchermo(), "&Screen");
-    SSTab1->addTab(CreaAvanzate(), "&Advanced");
-    auto* colonna = new QVBoxLayout(this);
-    colonna->addWidget(SSTab1);
-    colonna->addWidget(CreaBottoni());
+    Disponi();
     Form_Load();
     Collega();
-}
-
-// The pages
-
-QWidget* frmOpzioni::CreaGenerale() {
-    auto* pagina = new QWidget;
-    auto* lblOpzDatabase = new QLabel("Karaoke database directory:", pagina);
-    lblOpenDir = new QLabel(pagina);
-    lblOpenDir->setTextFormat(Qt::PlainText);
-    lblOpenDir->setWordWrap(true);
-    lblOpenDir->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    lblOpenDir->setMargin(4);
-    lblOpenDir->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    cmdSfogliaDatabase = new QPushButton("C&hange...", pagina);
-    cmdSfogliaDatabase->setAccessibleDescription(lblOpzDatabase->text());
-    chkAutoplay = new QCheckBox("Start playing on song open", pagina);
-
-    auto* griglia = new QGridLayout(pagina);
-    griglia->addWidget(lblOpzDatabase, 0, 0, 1, 2);
-    griglia->addWidget(lblOpenDir, 1, 0);
-    griglia->addWidget(cmdSfogliaDatabase, 1, 1, Qt::AlignTop);
-    griglia->addWidget(chkAutoplay, 2, 0, 1, 2);
-    griglia->setColumnStretch(0, 1);
-    griglia->setRowStretch(3, 1);
-    return pagina;
-}
-
-QWidget* frmOpzioni::CreaSchermo() {
-    auto* pagina = new QWidget;
-    auto* griglia = new QGridLayout(pagina);
-    griglia->addWidget(CreaFont(), 0, 0, 1, 2);
-    auto* cornice = new QFrame(pagina);
-    cornice->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    auto* interno = new QVBoxLayout(cornice);
-    interno->setContentsMargins(0, 0, 0, 0);
-    interno->addWidget(&Parole);
-    Parole.setAccessibleName("Sample");
-    Parole.setMinimumSize(MisuraCampione);
-    griglia->addWidget(cornice, 1, 0, 1, 2);
-    griglia->addWidget(CreaColori(), 2, 0);
-    griglia->addWidget(CreaInterruttori(), 2, 1);
-    griglia->setRowStretch(1, 1);
-    griglia->setColumnStretch(0, 1);
-    return pagina;
-}
-
-QWidget* frmOpzioni::CreaFont() {
-    auto* riga = new QWidget;
-    auto* Label1 = new QLabel("&Font:", riga);
-    lstFontName = Lista("Font", 16, riga);
-    lstFontSize = Lista("Font size", 4, riga);
-    chkFontBold = new QCheckBox("&Bold", riga);
-    Label1->setBuddy(lstFontName);
-    auto* fila = new QHBoxLayout(riga);
-    fila->setContentsMargins(0, 0, 0, 0);
-    fila->addWidget(Label1);
-    fila->addWidget(lstFontName, 1);
-    fila->addWidget(lstFontSize);
-    fila->addWidget(chkFontBold);
-    return riga;
-}
-
-QWidget* frmOpzioni::CreaColori() {
-    auto* fraColori = new QGroupBox("Colors");
-    cmdColoreTesto = new QPushButton("Text", fraColori);
-    cmdColoreSfondo = new QPushButton("Back", fraColori);
-    cmdColoreSelezione = new QPushButton("Selection", fraColori);
-    cmdColoreOmbra = new QPushButton("Shadow", fraColori);
-    auto* griglia = new QGridLayout(fraColori);
-    griglia->addWidget(cmdColoreTesto, 0, 0);
-    griglia->addWidget(cmdColoreSfondo, 0, 1);
-    griglia->addWidget(cmdColoreSelezione, 1, 0);
-    griglia->addWidget(cmdColoreOmbra, 1, 1);
-    return fraColori;
-}
-
-QWidget* frmOpzioni::CreaInterruttori() {
-    auto* fraOpzioni = new QGroupBox("Switches");
-    chkOmbra = new QCheckBox("Shadow", fraOpzioni);
-    chkAutoFont = new QCheckBox("Automatic font size", fraOpzioni);
-    auto* colonna = new QVBoxLayout(fraOpzioni);
-    colonna->addWidget(chkOmbra);
-    colonna->addWidget(chkAutoFont);
-    return fraOpzioni;
-}
-
-QWidget* frmOpzioni::CreaAvanzate() {
-    auto* pagina = new QWidget;
-    auto* Label3 = new QLabel("Compensation value:", pagina);
-    auto* Label2 = new QLabel("(1/10ths sec.)", pagina);
-    vscCompensation = new QSpinBox(pagina);
-    vscCompensation->setLocale(QLocale::c());
-    vscCompensation->setRange(-100, 100);
-    vscCompensation->setAccessibleName(Label3->text() + ' ' + Label2->text());
-    auto* fila = new QHBoxLayout;
-    fila->addWidget(Label3);
-    fila->addWidget(vscCompensation);
-    fila->addWidget(Label2);
-    fila->addStretch(1);
-    auto* colonna = new QVBoxLayout(pagina);
-    colonna->addLayout(fila);
-    colonna->addStretch(1);
-    return pagina;
-}
-
-QWidget* frmOpzioni::CreaBottoni() {
-    auto* bottoni = new QDialogButtonBox(this);
-    cmdOk = bottoni->addButton("&Ok", QDialogButtonBox::AcceptRole);
-    cmdAnnulla = bottoni->addButton("&Cancel", QDialogButtonBox::RejectRole);
-    cmdOk->setDefault(true);
-    return bottoni;
 }
 
 // Loading
@@ -188,12 +49,15 @@ void frmOpzioni::Form_Load() {
     chkAutoFont_Click();
     chkOmbra->setChecked(copia_.Ombra);
     chkOmbra_Click();
+    MostraColori();
     lblOpenDir->setText(QString::fromStdString(copia_.OpenDir));
-    vscCompensation->setValue(copia_.Compensazione);
+    vscCompensation->setValue(
+        -std::clamp(copia_.Compensazione, vscCompensation->minimum(), vscCompensation->maximum()));
+    MostraCompensazione();
     chkAutoplay->setChecked(copia_.Autoplay);
     Parole.installEventFilter(this);
 
-    adjustSize();
+    FitToScreen(*this);
     CentraForm(*this, parti_.schermo);
 }
 
@@ -218,7 +82,7 @@ void frmOpzioni::Collega() {
     connect(chkAutoFont, &QCheckBox::toggled, this, &frmOpzioni::chkAutoFont_Click);
     connect(lstFontName, &QComboBox::currentIndexChanged, this, &frmOpzioni::lstFontName_Click);
     connect(lstFontSize, &QComboBox::currentIndexChanged, this, &frmOpzioni::lstFontSize_Click);
-    connect(vscCompensation, &QSpinBox::valueChanged, this, &frmOpzioni::vscCompensation_Change);
+    connect(vscCompensation, &QScrollBar::valueChanged, this, &frmOpzioni::vscCompensation_Change);
 }
 
 /// Lists the sizes of the chosen font; selected is the copy's, when the font has it.
@@ -296,12 +160,38 @@ void frmOpzioni::cmdColoreOmbra_Click() {
 void frmOpzioni::ScegliColore(const char* titolo, Colour Config::*colore) {
     if (const auto scelto = parti_.opzioni.dialoghi.ChooseColour(titolo, copia_.*colore)) {
         copia_.*colore = *scelto;
+        MostraColori();
         DisegnaCampione();
     }
 }
 
+/// Gives each colour button a square of its colour.
+void frmOpzioni::MostraColori() {
+    const std::array<std::pair<QPushButton*, Colour>, 4> bottoni{{
+        {cmdColoreTesto, copia_.ColoreTesto},
+        {cmdColoreSfondo, copia_.ColoreSfondo},
+        {cmdColoreSelezione, copia_.ColoreSelezione},
+        {cmdColoreOmbra, copia_.ColoreOmbra},
+    }};
+    for (const auto& [bottone, colore] : bottoni) {
+        QPixmap quadrato(bottone->iconSize() * devicePixelRatioF());
+        quadrato.setDevicePixelRatio(devicePixelRatioF());
+        quadrato.fill(Qt::gray);
+        QPainter(&quadrato).fillRect(QRect({}, bottone->iconSize()).adjusted(1, 1, -1, -1),
+                                     ToQColor(colore));
+        bottone->setIcon(quadrato);
+    }
+}
+
 void frmOpzioni::vscCompensation_Change() {
-    copia_.Compensazione = vscCompensation->value();
+    copia_.Compensazione = -vscCompensation->value();
+    MostraCompensazione();
+}
+
+/// A scroll bar grows downwards, the compensation upwards: the one is the other's negative.
+void frmOpzioni::MostraCompensazione() {
+    lblCompensation->setText(QString::number(-vscCompensation->value()));
+    vscCompensation->setAccessibleDescription(lblCompensation->text());
 }
 
 void frmOpzioni::DisegnaCampione() {

@@ -9,7 +9,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
-#include <QSpinBox>
+#include <QScrollBar>
 
 namespace sonnel {
 
@@ -44,6 +44,7 @@ class frmOpzioni : public QDialog {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
+    void Disponi();
     QWidget* CreaGenerale();
     QWidget* CreaSchermo();
     QWidget* CreaFont();
@@ -55,6 +56,8 @@ class frmOpzioni : public QDialog {
     void Collega();
     void RiempiDimensioni();
     void ScegliColore(const char* titolo, Colour Config::*colore);
+    void MostraColori();
+    void MostraCompensazione();
     void DisegnaCampione();
 
     Parti parti_;
@@ -73,7 +76,8 @@ class frmOpzioni : public QDialog {
     QPushButton* cmdColoreOmbra = nullptr;
     QCheckBox* chkOmbra = nullptr;
     QCheckBox* chkAutoFont = nullptr;
-    QSpinBox* vscCompensation = nullptr;
+    QLabel* lblCompensation = nullptr;
+    QScrollBar* vscCompensation = nullptr;
     QPushButton* cmdOk = nullptr;
     QPushButton* cmdAnnulla = nullptr;
 };

@@ -1,22 +1,22 @@
 #include "ui/frmInfo.h"
 
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <initializer_list>
 
 namespace sonnel {
 namespace {
 
+constexpr int Distanza = 12;          // pixels between captions and values
 constexpr int LarghezzaValori = 280;  // pixels, so that short texts do not make a tiny window
 
-QLabel* Valore(QWidget* parent) {
-    auto* etichetta = new QLabel(parent);
-    etichetta->setTextFormat(Qt::PlainText);
-    etichetta->setWordWrap(true);
+WrappedText* Valore(QWidget* parent) {
+    auto* etichetta = new WrappedText(parent);
     etichetta->setMinimumWidth(LarghezzaValori);
-    etichetta->setTextInteractionFlags(Qt::TextSelectableByMouse);
     QFont font = etichetta->font();
     font.setFamily("Arial");
     font.setBold(true);
@@ -26,15 +26,18 @@ QLabel* Valore(QWidget* parent) {
 
 struct Riga {
     const char* etichetta;
-    QLabel* valore;
+    WrappedText* valore;
 };
 
 QGroupBox* Cornice(const char* titolo, std::initializer_list<Riga> righe, QWidget* parent) {
     auto* cornice = new QGroupBox(titolo, parent);
-    auto* modulo = new QFormLayout;
-    cornice->setLayout(modulo);
+    auto* griglia = new QGridLayout(cornice);
+    griglia->setHorizontalSpacing(Distanza);
+    griglia->setColumnStretch(1, 1);
     for (const Riga& riga : righe) {
-        modulo->addRow(riga.etichetta, riga.valore);
+        const int posto = griglia->rowCount();
+        griglia->addWidget(new QLabel(riga.etichetta, cornice), posto, 0, Qt::AlignTop);
+        griglia->addWidget(riga.valore, posto, 1);
     }
     return cornice;
 }
@@ -54,26 +57,45 @@ frmInfo::frmInfo(QWidget* parent)
     connect(cmdChiudi, &QPushButton::clicked, this, &frmInfo::cmdChiudi_Click);
 
     auto* colonna = new QVBoxLayout(this);
-    colonna->addWidget(
-        Cornice("Original song", {{"Title", lblTitolo}, {"Author/ performer", lblAutore}}, this));
+    colonna->addWidget(CreaCornici(), 1);
+    colonna->addWidget(cmdChiudi, 0, Qt::AlignRight);
+}
+
+/// The two frames, their captions and values in the same two columns.
+QWidget* frmInfo::CreaCornici() {
+    auto* cornici = new QWidget;
+    auto* colonna = new QVBoxLayout(cornici);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->addWidget(Cornice("Original song",
+                               {{"Title", lblTitolo}, {"Author/ performer", lblAutore}}, cornici));
     colonna->addWidget(Cornice("Karaoke",
                                {{"Karaoke made by", lblKaraokeBy},
                                 {"Karaoke editor version", lblVersione},
                                 {"Karaoke creation date", lblData}},
-                               this));
-    colonna->addWidget(cmdChiudi, 0, Qt::AlignRight);
+                               cornici));
+    colonna->addStretch(1);
+    int larghezza = 0;
+    const QList<QLabel*> etichette = cornici->findChildren<QLabel*>();
+    for (const QLabel* etichetta : etichette) {
+        larghezza = std::max(larghezza, etichetta->sizeHint().width());
+    }
+    for (QLabel* etichetta : etichette) {
+        etichetta->setMinimumWidth(larghezza);
+    }
+    return new ScrollPane(cornici, this);
 }
 
 void frmInfo::Mostra(const Testi& testi) {
     // These labels have no access keys, so a doubled "&" would show as two.
-    const auto scrivi = [](QLabel* etichetta, const std::string& testo) {
-        etichetta->setText(QString::fromStdString(testo).replace("&&", "&"));
+    const auto scrivi = [](WrappedText* etichetta, const std::string& testo) {
+        etichetta->setPlainText(QString::fromStdString(testo).replace("&&", "&"));
     };
     scrivi(lblTitolo, testi.titolo);
     scrivi(lblAutore, testi.autore);
     scrivi(lblKaraokeBy, testi.karaokeBy);
     scrivi(lblVersione, testi.versione);
     scrivi(lblData, testi.data);
+    FitToScreen(*this);
 }
 
 void frmInfo::cmdChiudi_Click() {

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/qt/FitScreen.h"
+
 #include <QDialog>
-#include <QLabel>
 #include <string>
 
 namespace sonnel {
@@ -23,11 +24,13 @@ class frmInfo : public QDialog {
     void cmdChiudi_Click();
 
   private:
-    QLabel* lblTitolo;
-    QLabel* lblAutore;
-    QLabel* lblKaraokeBy;
-    QLabel* lblVersione;
-    QLabel* lblData;
+    QWidget* CreaCornici();
+
+    WrappedText* lblTitolo;
+    WrappedText* lblAutore;
+    WrappedText* lblKaraokeBy;
+    WrappedText* lblVersione;
+    WrappedText* lblData;
 };
 
 }  // namespace sonnel

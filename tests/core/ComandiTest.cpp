@@ -72,7 +72,7 @@ TEST(WindowPlaceTest, AWindowOpensWhereItCanBeSeen) {
         {{-8900, 600, 9000, 7500}, {0, 0, 9000, 7500}},
         {{300, -7000, 9000, 7500}, {0, 0, 9000, 7500}},
         {{300, 11900, 9000, 7500}, {0, 0, 9000, 7500}},
-        {{Far, -Far - 1, Far, Far}, {0, 0, 15000, 12000}},
+        {{Far, -Far - 1, Far, Far}, {0, 0, 14880, 11400}},
         {{-Far - 1, -Far - 1, -Far - 1, -Far - 1}, {0, 0, Minimum, 1440}}};
     for (const auto& [closed, opened] : cases) {
         EXPECT_EQ(PostoVisibile(closed, Minimum, screens), opened) << closed.left << closed.top;

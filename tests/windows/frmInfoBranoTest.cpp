@@ -61,9 +61,7 @@ struct frmInfoBranoTest : ::testing::Test, SongLibrary {
         field->insert(text);
         QTest::keyClick(field, Qt::Key_Tab);
     }
-    QLineEdit* Title() const {
-        return window->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)[1];
-    }
+    QLineEdit* Title() const { return window->findChildren<QLineEdit*>()[1]; }
     void TypeTitle(const QString& text) const { Type(text, Title()); }
     void TypeAlbum(const QString& text) const { Type(text, Box()->lineEdit()); }
     /// Goes to an entry with the arrow keys.

@@ -181,8 +181,11 @@ std::string Seen(const std::function<void()>& command) {
     std::string seen;
     const Later close(1, [&seen] {
         QWidget* dialog = QApplication::activeModalWidget();
-        for (const QLabel* label : dialog->findChildren<QLabel*>()) {
-            seen += label->text().toStdString() + "|";
+        for (const QFrame* label : dialog->findChildren<QFrame*>()) {
+            for (const char* text : {"text", "plainText"}) {
+                const QVariant shown = label->property(text);
+                seen += shown.isValid() ? shown.toString().toStdString() + "|" : "";
+            }
         }
         seen += dialog->findChild<QPushButton*>()->isVisible() ? "button" : "";
         QTest::keyClick(dialog, Qt::Key_Escape);

@@ -85,13 +85,14 @@ TEST_F(frmOpzioniTest, ShowsAtOnceWhatIsChosenAndKeepsStoredValuesItCannotShow) 
     config.Compensazione = 150;
     Open();
     EXPECT_EQ(List("Font size").currentIndex(), -1);
-    auto* bar = window->findChild<QSpinBox*>();
-    EXPECT_EQ(bar->text(), "100");
+    auto* bar = &Find<QScrollBar>(*window, "Compensation value: (1/10ths sec.)");
+    EXPECT_EQ(Find<QLabel>(*window, "100").parent(), bar->parent());
     window->cmdOk_Click();
     EXPECT_EQ(config.FontSize, 13.75F);
     EXPECT_EQ(config.Compensazione, 150);
-    for (const auto& [key, value] : {std::pair{Qt::Key_Down, 99}, {Qt::Key_Up, 100}}) {
-        QTest::keyClick(bar, key);
+    const QPoint down = bar->rect().adjusted(0, 0, -4, -4).bottomRight();
+    for (const auto& [arrow, value] : {std::pair{down, 99}, {QPoint(4, 4), 100}}) {
+        QTest::mouseClick(bar, Qt::LeftButton, {}, arrow);
         window->cmdOk_Click();
         EXPECT_EQ(config.Compensazione, value);
     }

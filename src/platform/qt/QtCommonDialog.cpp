@@ -1,7 +1,9 @@
 #include "platform/qt/QtCommonDialog.h"
 
 #include "platform/Paths.h"
+#include "platform/qt/FitScreen.h"
 #include "platform/qt/QtColour.h"
+#include "platform/qt/QtSystem.h"
 #include "platform/qt/UndecodableFiles.h"
 #include "platform/qt/WindowInUse.h"
 
@@ -9,7 +11,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
+#include <QVBoxLayout>
 
 namespace sonnel {
 namespace {
@@ -38,6 +40,26 @@ QStringList Filters(const FileRequest& request) {
     return filters;
 }
 
+/// A directory that is typed is an answer of its own where the file need not exist: the file of the
+/// name asked for in it.
+class FileDialog : public QFileDialog {
+  public:
+    FileDialog(const FileRequest& request, QWidget* parent)
+        : QFileDialog(parent, QString::fromStdString(request.title)), request_(request) {}
+
+    void accept() override {
+        const bool directory = QFileInfo(selectedFiles().value(0)).isDir();
+        if (directory && !request_.mustExist) {
+            QDialog::accept();
+        } else {
+            QFileDialog::accept();
+        }
+    }
+
+  private:
+    const FileRequest& request_;
+};
+
 /// Asks again while a new file's directory does not exist; false when the user has cancelled.
 bool ExecUntilPathExists(QFileDialog& dialog, const std::optional<UndecodableFiles>& others) {
     while (dialog.exec() == QDialog::Accepted) {
@@ -45,18 +67,30 @@ bool ExecUntilPathExists(QFileDialog& dialog, const std::optional<UndecodableFil
         if ((others && !others->Chosen().empty()) || QFileInfo(directory).isDir()) {
             return true;
         }
-        QMessageBox box(QMessageBox::Warning, dialog.windowTitle(),
-                        directory + "\nThis directory does not exist.", QMessageBox::Ok, &dialog);
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
+        QtMsgBox().Show({directory.toStdString() + "\r\nThis directory does not exist.",
+                         Icon::Exclamation, Buttons::Ok, 1, dialog.windowTitle().toStdString()});
     }
     return false;
+}
+
+/// Lets a dialog that cannot be made smaller scroll on a screen that has no room for it.
+void ScrollWhereTooLarge(QDialog& dialog) {
+    const QSize room = RoomOnScreen(dialog);
+    if (dialog.layout() == nullptr || dialog.sizeHint().boundedTo(room) == dialog.sizeHint()) {
+        return;
+    }
+    auto* content = new QWidget;
+    content->setLayout(dialog.layout());
+    auto* whole = new QVBoxLayout(&dialog);
+    whole->setContentsMargins({});
+    whole->addWidget(new ScrollPane(content));
+    FitToScreen(dialog);
 }
 
 }  // namespace
 
 std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest& request) {
-    QFileDialog dialog(WindowInUse(), QString::fromStdString(request.title));
+    FileDialog dialog(request, WindowInUse());
     dialog.setOption(QFileDialog::DontUseNativeDialog, request.anyName);
     const QString extension = QString::fromStdString(request.extension);
     const std::filesystem::path& start = request.directory.empty() ? start_ : request.directory;
@@ -76,10 +110,12 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
     if (request.anyName) {
         others.emplace(dialog);
     }
+    dialog.resize(dialog.size().boundedTo(RoomOnScreen(dialog)));
     std::vector<std::filesystem::path> files;
     if (ExecUntilPathExists(dialog, others)) {
         for (const QString& file : dialog.selectedFiles()) {
-            files.push_back(PathFromUtf8(file.toStdString()));
+            const auto path = PathFromUtf8(QDir::cleanPath(file).toStdString());
+            files.push_back(QFileInfo(file).isDir() ? path / request.name : path);
         }
         if (others && !others->Chosen().empty()) {
             files = {others->Chosen()};
@@ -92,9 +128,11 @@ std::vector<std::filesystem::path> QtCommonDialog::ChooseFiles(const FileRequest
 }
 
 std::optional<Colour> QtCommonDialog::ChooseColour(const std::string& title, Colour initial) {
-    const QColor colour =
-        QColorDialog::getColor(ToQColor(initial), WindowInUse(), QString::fromStdString(title));
-    return colour.isValid() ? std::optional(FromQColor(colour)) : std::nullopt;
+    QColorDialog dialog(ToQColor(initial), WindowInUse());
+    dialog.setWindowTitle(QString::fromStdString(title));
+    ScrollWhereTooLarge(dialog);
+    return dialog.exec() == QDialog::Accepted ? std::optional(FromQColor(dialog.selectedColor()))
+                                              : std::nullopt;
 }
 
 }  // namespace sonnel

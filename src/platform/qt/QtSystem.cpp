@@ -2,14 +2,18 @@
 
 #include "platform/Numbers.h"
 #include "platform/ScopeExit.h"
+#include "platform/qt/FitScreen.h"
 #include "platform/qt/WindowInUse.h"
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTime>
+#include <algorithm>
 #include <utility>
 
 namespace sonnel {
@@ -57,6 +61,7 @@ std::vector<ButtonAnswer> ToQt(Buttons buttons) {
 class Box : public QMessageBox {
   public:
     using QMessageBox::QMessageBox;
+    void FitText();
 
   protected:
     void showEvent(QShowEvent* event) override {
@@ -66,6 +71,24 @@ class Box : public QMessageBox {
         }
     }
 };
+
+/// Shows the text, once the box is complete, so that the box fits the screen: the label breaks no
+/// word and does not scroll.
+void Box::FitText() {
+    constexpr int NarrowestText = 220;
+    constexpr int WidestText = 500;
+    constexpr QSize Rest(140, 100);  // icon, buttons and margins
+    auto* label = findChild<QLabel*>("qt_msgbox_label");
+    const QSize room = RoomOnScreen(*this) - Rest;
+    auto* pane = new WrappedText(this);
+    pane->setPlainText(text());
+    // Not so narrow that the title is cut.
+    const int wished = std::clamp(pane->WidthUnwrapped(), NarrowestText, WidestText);
+    const int width = std::min(wished, room.width());
+    pane->setFixedSize(width, std::min(pane->heightForWidth(width), room.height()));
+    delete layout()->replaceWidget(label, pane);
+    label->hide();
+}
 
 }  // namespace
 
@@ -165,6 +188,7 @@ Answer QtMsgBox::Show(const Message& message) {
     if (buttons.back().answer != Answer::Ok) {
         box.setEscapeButton(buttons.back().button);
     }
+    box.FitText();
     QApplication::setOverrideCursor(Qt::ArrowCursor);
     const ScopeExit restore([] { QApplication::restoreOverrideCursor(); });
     const int pressed = box.exec();

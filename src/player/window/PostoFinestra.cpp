@@ -8,6 +8,8 @@ namespace {
 
 constexpr int AltezzaMinima = 1440;
 constexpr int AltezzaTitolo = 450;    // what can be taken with the mouse to move the window
+constexpr int BordiCornice = 120;     // of a usual frame, left and right together
+constexpr int AltezzaCornice = 600;   // title and lower edge
 constexpr int LarghezzaPresa = 1440;  // so much of it must be on the screen
 
 /// How much of one stretch lies within another. A stored place may be any number.
@@ -43,8 +45,8 @@ Rectangle PostoVisibile(const Rectangle& voluto, int larghezzaMinima,
         posto.left = schermo->left;
         posto.top = schermo->top;
     }
-    posto.width = EntroLimiti(posto.width, larghezzaMinima, schermo->width);
-    posto.height = EntroLimiti(posto.height, AltezzaMinima, schermo->height);
+    posto.width = EntroLimiti(posto.width, larghezzaMinima, schermo->width - BordiCornice);
+    posto.height = EntroLimiti(posto.height, AltezzaMinima, schermo->height - AltezzaCornice);
     return posto;
 }
 

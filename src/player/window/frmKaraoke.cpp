@@ -28,7 +28,6 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
       riproduzione_(PartiRiproduzione()) {
     setWindowIcon(QIcon(":/sonnel.svg"));
     setCentralWidget(area_);
-    area_->setAutoFillBackground(true);
     area_->installEventFilter(this);
     Parole.setAccessibleName("Lyrics");
     Parole.onClick = [this] { Parole_Click(); };

@@ -142,6 +142,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     double twipsPerPixel_;
     QWidget* area_;  ///< everything below the menu bar
     QWidget* striscia_;
+    Colour sfondo_ = 0;  ///< of what the strip and the lyrics leave free
     QtPictureBox Parole;
     QToolBar* tlbBar = nullptr;
     QLabel* lblPosition = nullptr;

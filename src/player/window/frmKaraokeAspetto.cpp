@@ -6,8 +6,10 @@
 
 #include <QEvent>
 #include <QLayout>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QWindow>
+#include <utility>
 
 namespace sonnel {
 
@@ -17,6 +19,10 @@ bool frmKaraoke::eventFilter(QObject* object, QEvent* event) {
     if (object == area_ && event->type() == QEvent::Resize) {
         Form_Resize();
     }
+    // Its palette would be that of the toolbar too.
+    if (object == area_ && event->type() == QEvent::Paint) {
+        QPainter(area_).fillRect(area_->rect(), ToQColor(sfondo_));
+    }
     return QMainWindow::eventFilter(object, event);
 }
 
@@ -24,6 +30,9 @@ void frmKaraoke::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange && isMinimized()) {
         riproduzione_.Sospendi();
+    }
+    if (event->type() == QEvent::PaletteChange && imgLogo != nullptr) {
+        MostraLogo(std::exchange(immagineLogo_, 0));
     }
     // A menu of the window leaves it active.
     if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
@@ -70,9 +79,8 @@ void frmKaraoke::DisponiParole(int top, int altezza) {
 }
 
 void frmKaraoke::ColoreSfondo(Colour colore) {
-    QPalette colori = area_->palette();
-    colori.setColor(QPalette::Window, ToQColor(colore));
-    area_->setPalette(colori);
+    sfondo_ = colore;
+    area_->update();
 }
 
 // What playback shows

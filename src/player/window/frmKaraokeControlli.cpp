@@ -1,5 +1,6 @@
 // The main window's menus, toolbar and position controls.
 
+#include "platform/qt/PaletteIcon.h"
 #include "platform/qt/ToolStrip.h"
 #include "player/FormattaTempo.h"
 #include "player/window/frmKaraoke.h"
@@ -16,11 +17,6 @@ namespace {
 
 constexpr QSize ImmagineLogo(32, 32);
 constexpr int PaginaCursore = 10;  // seconds that a page key moves the slider
-
-constexpr const char* StilePosizione =
-    "#SSPanel1 { background: #fafafa; border: 1px solid #d0d0d0; border-radius: 6px; }"
-    "#SSPanel1 QLabel { color: #2d3b40; }"
-    "#SSPanel1 QLabel:disabled { color: #2d3b40; }";
 
 /// A command: its menu item, its handler, its button in the toolbar if it has one, and the states
 /// that enable the two. Without a state they can always be used.
@@ -129,7 +125,7 @@ void frmKaraoke::CreaMenu() {
 }
 
 void frmKaraoke::CreaBarra() {
-    DressToolStrip(*striscia_, StilePosizione);
+    striscia_->setAutoFillBackground(true);
     tlbBar = AddToolBar(*striscia_);
     tlbBar->setAccessibleName("Commands");
     tlbBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
@@ -150,12 +146,12 @@ void frmKaraoke::CreaBarra() {
     imgLogo->setObjectName("imgLogo");
     imgLogo->setFixedSize(ImmagineLogo);
     for (std::size_t i = 0; i < ImageList2.size(); ++i) {
-        ImageList2[i] = QIcon(QString(":/logo/logo%1.svg").arg(i + 1));
+        ImageList2[i] = PaletteIcon(QString(":/logo/logo%1.svg").arg(i + 1));
     }
     MostraLogo(1);
 
     auto* fila = new QHBoxLayout(striscia_);
-    fila->setContentsMargins(4, 4, 8, 5);
+    fila->setContentsMargins(4, 4, 8, 4);
     fila->setSpacing(6);
     fila->addWidget(tlbBar);
     fila->addWidget(CreaPosizione(), 1);
@@ -165,6 +161,7 @@ void frmKaraoke::CreaBarra() {
 QWidget* frmKaraoke::CreaPosizione() {
     auto* SSPanel1 = new QFrame(striscia_);
     SSPanel1->setObjectName("SSPanel1");
+    SSPanel1->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     const QString zero = QString::fromStdString(FormattaTempo(0));
     lblPosition = new QLabel(zero, SSPanel1);
     lblPosition->setAccessibleDescription("Song position");
