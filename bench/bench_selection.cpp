@@ -64,6 +64,7 @@ class Selection {
     struct NoCommands : ComandiSelezione {
         void ConvertiKar() override {}
         void SincronizzaDB() override {}
+        void AggiungiFile(const std::vector<std::filesystem::path>& /*files*/) override {}
     } commands_;
     frmSelectSong window_{{library_, dialogs_, random_, commands_}};
 };
