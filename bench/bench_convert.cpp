@@ -1,6 +1,7 @@
 #include "convert/EstraiParole.h"
 #include "convert/ScriviLyk.h"
 #include "fakes/SmfBuilder.h"
+#include "song/LetturaEsatta.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -106,6 +107,18 @@ void ConvertKar(benchmark::State& state, const std::string& bytes, bool write) {
     state.counters["conversions_per_second"] =
         benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
 }
+/// From the karaoke file to the text of the LYK file by the exact reading.
+void ReadExactly(benchmark::State& state) {
+    const KarDirectory directory(BandFile());
+    for ([[maybe_unused]] auto iteration : state) {
+        const auto midi = ReadSmfFile(directory / "song.kar");
+        if (!midi || !LeggiEsatto(*midi, "song")) {
+            state.SkipWithError("the file has no words");
+        }
+    }
+}
+BENCHMARK(ReadExactly)->Unit(benchmark::kMillisecond);
+
 /// The same file copied, which is no less than reading it.
 void CopyKar(benchmark::State& state) {
     const KarDirectory directory(BandFile());

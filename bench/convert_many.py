@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Measures `sonnel-tool convert` over 1,000 karaoke files beside the floor: copying what it writes. Both
-read and write in memory, where the system has such a place."""
+"""Measures `sonnel-tool convert` and `add` over 1,000 karaoke files beside the floor: copying what they
+write, for `add` each file flushed. All read and write in memory, where the system has such a place."""
 
+import os
 import shutil
 import subprocess
 import tempfile
@@ -35,6 +36,17 @@ def measure(programs):
             subprocess.run([programs / "sonnel-tool", "convert", *kars, "--output", out],
                            check=True, stdout=subprocess.DEVNULL)
 
+        def add():
+            subprocess.run([programs / "sonnel-tool", "add", out, *kars], check=True,
+                           stdout=subprocess.DEVNULL)
+
+        def copy_flushed():
+            for file in written:
+                with open(file, "rb") as source, open(out / file.name, "wb") as copied:
+                    copied.write(source.read())
+                    copied.flush()
+                    os.fsync(copied.fileno())
+
         def copy():
             subprocess.run(["cp", "-t", out, *written], check=True)
 
@@ -43,7 +55,8 @@ def measure(programs):
         kept = Path(folder) / "made"
         out.rename(kept)
         written = sorted(kept.iterdir())
-        works = {"ConvertMany": convert, "CopyMany": copy}
+        works = {"ConvertMany": convert, "CopyMany": copy, "AddMany": add,
+                 "CopyManyFlushed": copy_flushed}
         # In turn, since a machine is not as fast at all times; the best of each.
         rounds = [{name: timed(work, out) for name, work in works.items()} for _ in range(RUNS)]
         times = {name: min(taken[name] for taken in rounds) for name in works}

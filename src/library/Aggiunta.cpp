@@ -16,18 +16,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Writes the two files of a song whose words are in its MIDI file. Both or none are there
-/// afterwards.
-std::optional<Error> Scrivi(const FileBrano& brano, const fs::path& base) {
+/// Copies the two files of a song, or writes both when its words are in its MIDI file. Both or none
+/// are there afterwards. The words come last: a song without music could be neither played nor
+/// added again.
+std::optional<Error> Scrivi(const FileBrano& brano, const fs::path& lyk, const fs::path& mid) {
+    if (!brano.parole) {
+        return CopyFilesAtomically({{*brano.mid, mid}, {*brano.lyk, lyk}});
+    }
     const Result<std::string> midi = ReadFile(*brano.mid);
     if (!midi) {
         return midi.error();
     }
-    const fs::path mid = fs::path(base) += ".mid";
     if (auto errore = WriteFileAtomically(mid, MidiData(*midi))) {
         return errore;
     }
-    auto errore = WriteFileAtomically(fs::path(base) += ".lyk", EncodeFileText(*brano.parole));
+    auto errore = WriteFileAtomically(lyk, EncodeFileText(*brano.parole));
     if (errore) {
         std::error_code ignorato;  // the first failure counts
         fs::remove(mid, ignorato);
@@ -84,13 +87,9 @@ Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
     if (std::string motivo = Impedimento(nome, brano); !motivo.empty()) {
         return Error{0, std::move(motivo)};
     }
-    const fs::path base = directory_ / PathFromUtf8(nome);
-    // The words come last: a song without music could be neither played nor added again.
-    const std::optional<Error> errore =
-        brano.parole ? Scrivi(brano, base)
-                     : CopyFilesAtomically({{*brano.mid, fs::path(base) += ".mid"},
-                                            {*brano.lyk, fs::path(base) += ".lyk"}});
-    if (errore) {
+    const fs::path lyk = directory_ / PathFromUtf8(nome + ".lyk");
+    const fs::path mid = directory_ / PathFromUtf8(nome + ".mid");
+    if (const auto errore = Scrivi(brano, lyk, mid)) {
         return *errore;
     }
     presi_.insert(FoldCase(nome));

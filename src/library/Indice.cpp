@@ -115,7 +115,8 @@ void CreaIndice(ProfileFile& indice) {
 }
 
 void AssicuraIndice(ProfileFile& indice) {
-    if (!FindFile(indice.Path())) {
+    // A batch may have made it already; looking for a file that is not there lists the directory.
+    if (indice.Keys(SezioneAlbum).empty() && !FindFile(indice.Path())) {
         CreaIndice(indice);
     }
 }

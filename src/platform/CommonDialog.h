@@ -22,7 +22,7 @@ struct FileRequest {
     /// Kinds of files to choose from, such as "MIDI file (*.mid)"; none for those of `extension`.
     std::vector<std::string> filters{};
     std::vector<std::string> further{};  ///< kinds to choose from after those
-    bool anyName = false;  ///< also files whose names are not UTF-8
+    bool anyName = false;                ///< also files whose names are not UTF-8
 };
 
 /// The door to the window system's dialogs for files and colours.
