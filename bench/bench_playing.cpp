@@ -45,6 +45,7 @@ class MeteredSynth : public Synthesizer {
     void Reset() noexcept override {
         Metered([&] { synth_.Reset(); });
     }
+    bool PlaysDrums(int channel) noexcept override { return synth_.PlaysDrums(channel); }
     void ChannelMessage(std::uint8_t status, std::uint8_t data1,
                         std::uint8_t data2) noexcept override {
         Metered([&] { synth_.ChannelMessage(status, data1, data2); });

@@ -21,6 +21,8 @@ class Synthesizer {
     /// A channel message, status 0x80 to 0xEF; `data2` is ignored where the message has one byte.
     virtual void ChannelMessage(std::uint8_t status, std::uint8_t data1,
                                 std::uint8_t data2) noexcept = 0;
+    /// Whether notes on this channel, 0 to 15, are drums rather than pitches.
+    [[nodiscard]] virtual bool PlaysDrums(int channel) noexcept = 0;
     /// A system-exclusive message without its F0 and its final F7.
     virtual void SystemExclusive(std::span<const std::uint8_t> data) noexcept = 0;
     /// Silences every voice at once.

@@ -37,6 +37,7 @@ class RecordingSynth : public Synthesizer {
         recorded.emplace_back(frame, Message{status, data1, data2});
         Apply(status & 0xF0, status & 0x0F, data1, data2);
     }
+    bool PlaysDrums(int channel) noexcept override { return channel == 9; }
     void SystemExclusive(std::span<const std::uint8_t> data) noexcept override {
         recorded.emplace_back(frame, Message(data.begin(), data.end()));
         state.exclusive.push_back(recorded.back().second);

@@ -25,6 +25,7 @@ class SilentSynth : public Synthesizer {
   public:
     std::optional<Error> Prepare(int /*sampleRate*/) override { return std::nullopt; }
     void Reset() noexcept override {}
+    bool PlaysDrums(int) noexcept override { return false; }
     void ChannelMessage(std::uint8_t, std::uint8_t, std::uint8_t) noexcept override {}
     void SystemExclusive(std::span<const std::uint8_t>) noexcept override {}
     void AllSoundOff() noexcept override {}

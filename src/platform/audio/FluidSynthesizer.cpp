@@ -208,6 +208,17 @@ void FluidSynthesizer::Reset() noexcept {
     }
 }
 
+bool FluidSynthesizer::PlaysDrums(int channel) noexcept {
+    constexpr int drumBank = 128;
+    int soundFont = 0;
+    int bank = 0;
+    int program = 0;
+    return impl_->synth &&
+           fluid_synth_get_program(impl_->synth.get(), channel, &soundFont, &bank, &program) ==
+               FLUID_OK &&
+           bank == drumBank;
+}
+
 void FluidSynthesizer::ChannelMessage(std::uint8_t status, std::uint8_t data1,
                                       std::uint8_t data2) noexcept {
     if (!impl_) {

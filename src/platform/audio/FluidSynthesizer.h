@@ -25,6 +25,7 @@ class FluidSynthesizer final : public Synthesizer {
     /// Rates from 8,000 to 96,000 frames per second.
     std::optional<Error> Prepare(int sampleRate) override;
     void Reset() noexcept override;
+    [[nodiscard]] bool PlaysDrums(int channel) noexcept override;
     void ChannelMessage(std::uint8_t status, std::uint8_t data1,
                         std::uint8_t data2) noexcept override;
     void SystemExclusive(std::span<const std::uint8_t> data) noexcept override;

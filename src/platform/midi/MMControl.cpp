@@ -85,7 +85,15 @@ std::optional<Error> MMControl::OpenFile(const std::string& name) {
     }
     synth_.Reset();
     song_ = std::make_unique<OpenSong>(MakeSequence(*file, rate), synth_, output_, clock_);
+    song_->Perform(performance_);
     return song_->Start();
+}
+
+void MMControl::Perform(const Performance& performance) {
+    performance_ = Unpacked(Packed(performance));
+    if (song_) {
+        song_->Perform(performance_);
+    }
 }
 
 void MMControl::Close() {

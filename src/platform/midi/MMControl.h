@@ -5,6 +5,7 @@
 #include "platform/Result.h"
 #include "platform/Synthesizer.h"
 #include "platform/Timer.h"
+#include "platform/midi/Performance.h"
 
 #include <cstdint>
 #include <functional>
@@ -58,6 +59,11 @@ class MMControl {
     /// Target of the next Seek, in milliseconds; beyond the end means the end.
     void SetTo(std::int32_t ms) { seekTarget_ = ms; }
 
+    /// Plays this song and the next ones in this key, tempo and melody; at once, also while
+    /// playing.
+    void Perform(const Performance& performance);
+    [[nodiscard]] const Performance& Performed() const { return performance_; }
+
     /// Asks for status reports every `ms` milliseconds while playing, one after each command, and
     /// one when the last sound before a Pause has been heard.
     void SetUpdateInterval(int ms);
@@ -101,6 +107,7 @@ class MMControl {
     std::unique_ptr<OpenSong> song_;
     MciMode mode_ = MciMode::NotReady;
     std::int32_t seekTarget_ = 0;
+    Performance performance_;
     int updateInterval_ = 10;
     int timerInterval_ = 0;  ///< 0 while the timer is stopped
 

@@ -77,17 +77,17 @@ EngineSegment OpenSong::Heard() {
     }
     if (segments_.empty() || segments_.front().streamFrame > heard ||
         segments_.front().serial < seekSerial_) {
-        return {heard, seekFrame_, seekSerial_, false, false};
+        return {heard, seekFrame_ * kSongParts, kSongParts, seekSerial_, false, false};
     }
     EngineSegment current = segments_.front();
     if (current.running) {
-        current.songFrame += heard - current.streamFrame;
+        current.songParts += (heard - current.streamFrame) * current.tempo;
     }
     return current;
 }
 
 std::int32_t OpenSong::PositionMs() {
-    return ToMs(Heard().songFrame);
+    return ToMs(Heard().songParts);
 }
 
 bool OpenSong::Ended() {
@@ -95,11 +95,11 @@ bool OpenSong::Ended() {
     return heard.ended && heard.serial >= playSerial_;
 }
 
-std::int32_t OpenSong::ToMs(std::int64_t songFrame) const {
-    if (songFrame >= sequence_.endFrame) {
+std::int32_t OpenSong::ToMs(std::int64_t songParts) const {
+    if (songParts >= sequence_.endFrame * kSongParts) {
         return sequence_.lengthMs;
     }
-    const double ms = 1000.0 * static_cast<double>(songFrame) / sequence_.rate;
+    const double ms = 1000.0 * static_cast<double>(songParts) / kSongParts / sequence_.rate;
     return std::min(RoundHalfEven<std::int32_t>(ms), sequence_.lengthMs);
 }
 

@@ -29,6 +29,7 @@ class OpenSong {
     std::optional<Error> Start();
     void Play();
     void Pause();
+    void Perform(const Performance& performance) { engine_.Perform(performance); }
     /// Moves to a place, at most to the start or the end.
     void Seek(std::int32_t ms);
 
@@ -48,7 +49,7 @@ class OpenSong {
   private:
     void Send(EngineCommand command);
     [[nodiscard]] EngineSegment Heard();
-    [[nodiscard]] std::int32_t ToMs(std::int64_t songFrame) const;
+    [[nodiscard]] std::int32_t ToMs(std::int64_t songParts) const;
 
     struct ChaseList {
         std::uint64_t serial;

@@ -8,7 +8,8 @@ namespace sonnel {
 namespace {
 
 constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
-constexpr int kFadesPerSecond = 200;  // 5 ms each
+constexpr std::size_t kRoomForCommands = 128;  // two segments for each that the queue holds
+constexpr int kFadesPerSecond = 200;           // 5 ms each
 /// A synthesiser with all its voices in use takes some 7 microseconds for a note, so this many take
 /// about as long as the window lasts.
 constexpr int kMostInWindow = 256;
@@ -23,6 +24,7 @@ constexpr std::uint8_t kAllNotesOff = 123;
 SequencerEngine::SequencerEngine(const Sequence& sequence, Synthesizer& synthesizer)
     : sequence_(sequence),
       synth_(synthesizer),
+      notes_(synthesizer),
       fadeFrames_(std::max(1, sequence.rate / kFadesPerSecond)),
       level_(fadeFrames_) {}
 
@@ -32,6 +34,7 @@ void SequencerEngine::Fill(std::span<float> out) noexcept {
             RestoreSome();
         }
         TakeCommands();
+        Adopt();
         const auto room = static_cast<std::int64_t>(out.size() / 2);
         const std::int64_t frames = std::min(room, FramesToNextStep());
         const auto samples = 2 * static_cast<std::size_t>(frames);
@@ -39,6 +42,27 @@ void SequencerEngine::Fill(std::span<float> out) noexcept {
         out = out.subspan(samples);
     }
     rendered_.store(streamFrame_, std::memory_order_release);
+}
+
+/// Takes over the newest record. A change of tempo needs a segment, and leaves room for those of
+/// commands: when there is none it waits.
+void SequencerEngine::Adopt() noexcept {
+    const std::uint32_t wanted = wanted_.load(std::memory_order_acquire);
+    if (wanted == adopted_) {
+        return;
+    }
+    const Performance performance = Unpacked(wanted);
+    if (performance.tempo != tempo_) {
+        if (state_ == State::Playing && segments_.Room() < kRoomForCommands) {
+            return;
+        }
+        tempo_ = performance.tempo;
+        if (state_ == State::Playing) {
+            Enter(State::Playing);
+        }
+    }
+    adopted_ = wanted;
+    notes_.Adopt(performance);
 }
 
 void SequencerEngine::TakeCommands() noexcept {
@@ -75,7 +99,7 @@ void SequencerEngine::HandlePause() noexcept {
 
 void SequencerEngine::HandleSeek(const EngineCommand& command) noexcept {
     seek_ = command;
-    songFrame_ = command.frame;
+    songParts_ = command.frame * kSongParts;
     cursor_ = sequence_.FirstAt(command.frame);
     window_ = -1;
     if (state_ == State::Ended) {
@@ -90,8 +114,8 @@ void SequencerEngine::HandleSeek(const EngineCommand& command) noexcept {
 /// Enters a state and reports it to the other thread, with the place in the song.
 void SequencerEngine::Enter(State state) noexcept {
     state_ = state;
-    segments_.Push(
-        {streamFrame_, songFrame_, serial_, state == State::Playing, state == State::Ended});
+    segments_.Push({streamFrame_, songParts_, tempo_, serial_, state == State::Playing,
+                    state == State::Ended});
 }
 
 void SequencerEngine::StartFade(Goal goal) noexcept {
@@ -104,6 +128,7 @@ void SequencerEngine::StartFade(Goal goal) noexcept {
 
 void SequencerEngine::FinishFade() noexcept {
     synth_.AllSoundOff();
+    notes_.Forget();
     if (goal_ == Goal::Silence) {
         state_ = State::Stopped;
         return;
@@ -159,30 +184,36 @@ std::int64_t SequencerEngine::FramesToNextStep() noexcept {
 /// Sends what is due now; returns the frames until more is.
 std::int64_t SequencerEngine::SendDue() noexcept {
     const auto& events = sequence_.events;
-    if (window_ != songFrame_ / kWindowFrames) {
-        window_ = songFrame_ / kWindowFrames;
+    const std::int64_t songFrame = songParts_ / kSongParts;
+    if (window_ != songFrame / kWindowFrames) {
+        window_ = songFrame / kWindowFrames;
         room_ = kMostInWindow;
     }
-    while (cursor_ < events.size() && events[cursor_].frame <= songFrame_) {
+    while (cursor_ < events.size() && events[cursor_].frame <= songFrame) {
         if (room_ == 0) {
-            return (window_ + 1) * kWindowFrames - songFrame_;
+            return FramesTo((window_ + 1) * kWindowFrames);
         }
         --room_;
         Send(events[cursor_++]);
     }
-    if (songFrame_ >= sequence_.endFrame) {
+    if (songFrame >= sequence_.endFrame) {
         Enter(State::Ended);
         return kNever;
     }
     const std::int64_t next = cursor_ < events.size() ? events[cursor_].frame : sequence_.endFrame;
-    return next - songFrame_;
+    return FramesTo(next);
+}
+
+/// Frames to be rendered until the song has come to a frame of its own that lies ahead.
+std::int64_t SequencerEngine::FramesTo(std::int64_t songFrame) const noexcept {
+    return (songFrame * kSongParts - songParts_ + tempo_ - 1) / tempo_;
 }
 
 void SequencerEngine::Send(const SequenceEvent& event) noexcept {
     if (event.status == kSysEx) {
         synth_.SystemExclusive(sequence_.Exclusive(event));
     } else {
-        synth_.ChannelMessage(event.status, event.data1, event.data2);
+        notes_.Send(event.status, event.data1, event.data2);
     }
 }
 
@@ -191,7 +222,7 @@ void SequencerEngine::RenderBlock(std::span<float> block) noexcept {
     synth_.Render(block);
     streamFrame_ += frames;
     if (state_ == State::Playing) {
-        songFrame_ += frames;
+        songParts_ += frames * tempo_;
     }
     Ramp(block);
 }

@@ -2,6 +2,8 @@
 
 #include "platform/AudioOutput.h"
 #include "platform/Synthesizer.h"
+#include "platform/midi/NoteSender.h"
+#include "platform/midi/Performance.h"
 #include "platform/midi/Sequence.h"
 #include "platform/midi/SpscRing.h"
 
@@ -22,11 +24,15 @@ struct EngineCommand {
     const std::vector<std::uint32_t>* chase = nullptr;  ///< of a Seek, never null: see Chase()
 };
 
-/// At `streamFrame` of the sound output the song is at `songFrame`, and advances from there when it
-/// is running.
+/// The song's own time is counted in these parts of a frame, so that any tempo in percent is exact.
+inline constexpr std::int64_t kSongParts = 100;
+
+/// At `streamFrame` of the sound output the song is at `songParts`, and advances from there by
+/// `tempo` parts a frame when it is running.
 struct EngineSegment {
     std::int64_t streamFrame = 0;
-    std::int64_t songFrame = 0;
+    std::int64_t songParts = 0;
+    int tempo = kSongParts;
     std::uint64_t serial = 0;  ///< of the last command carried out
     bool running = false;
     bool ended = false;  ///< the song has come to its end
@@ -47,6 +53,10 @@ class SequencerEngine final : public SoundSource {
     /// which always fit when NextSegment is called until it returns false before each Post.
     bool Post(const EngineCommand& command) noexcept { return commands_.Push(command); }
     bool NextSegment(EngineSegment& segment) noexcept { return segments_.Pop(segment); }
+    /// The newest record counts from the next block on. Any thread.
+    void Perform(const Performance& performance) noexcept {
+        wanted_.store(Packed(performance), std::memory_order_release);
+    }
     /// Frames given to the output so far. All segments that begin before them can be taken.
     [[nodiscard]] std::int64_t FramesRendered() const noexcept {
         return rendered_.load(std::memory_order_acquire);
@@ -68,6 +78,7 @@ class SequencerEngine final : public SoundSource {
     /// Where Fading and Restoring lead.
     enum class Goal : std::uint8_t { Silence, Restored, RestoredAndPlaying };
 
+    void Adopt() noexcept;
     void TakeCommands() noexcept;
     void HandlePlay() noexcept;
     void HandlePause() noexcept;
@@ -79,16 +90,19 @@ class SequencerEngine final : public SoundSource {
     void RestoreSome() noexcept;
     std::int64_t FramesToNextStep() noexcept;
     std::int64_t SendDue() noexcept;
+    [[nodiscard]] std::int64_t FramesTo(std::int64_t songFrame) const noexcept;
     void Send(const SequenceEvent& event) noexcept;
     void RenderBlock(std::span<float> block) noexcept;
     void Ramp(std::span<float> block) noexcept;
 
     const Sequence& sequence_;
     Synthesizer& synth_;
+    NoteSender notes_;
     const std::int64_t fadeFrames_;
 
     std::int64_t streamFrame_ = 0;
-    std::int64_t songFrame_ = 0;
+    std::int64_t songParts_ = 0;
+    int tempo_ = kSongParts;  ///< parts a frame
     std::size_t cursor_ = 0;
     std::int64_t window_ = -1;  ///< of the song: this many kWindowFrames from its start
     int room_ = 0;              ///< messages that may still be sent in it
@@ -103,6 +117,8 @@ class SequencerEngine final : public SoundSource {
     SpscRing<EngineSegment, 256> segments_;
     std::atomic<std::int64_t> rendered_{0};
     std::atomic<std::uint64_t> restored_{0};
+    std::atomic<std::uint32_t> wanted_{Packed({})};
+    std::uint32_t adopted_ = Packed({});
 };
 
 }  // namespace sonnel

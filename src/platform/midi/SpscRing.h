@@ -21,6 +21,12 @@ class SpscRing {
         return true;
     }
 
+    /// How many more can be pushed at least; for the thread that pushes.
+    [[nodiscard]] std::size_t Room() const noexcept {
+        return Size -
+               (head_.load(std::memory_order_relaxed) - tail_.load(std::memory_order_acquire));
+    }
+
     /// False when the queue is empty.
     bool Pop(T& value) noexcept {
         const std::size_t tail = tail_.load(std::memory_order_relaxed);
