@@ -50,8 +50,9 @@ FinestreDB Finestre::FinestreLibreria() {
 
 void Finestre::AggiungiFile(const std::vector<std::filesystem::path>& percorsi) {
     const EsitoAggiunta esito = sonnel::AggiungiFile(libreria_, percorsi, FinestreLibreria());
-    if (esito.esclusi.empty()) {
-        (void)p_.msgBox.Show({Riepilogo(esito), Icon::Information});
+    if (esito.esclusi.size() <= 1) {
+        const std::string escluso = esito.esclusi.empty() ? "" : "\r\n\r\n" + RigheEsclusi(esito);
+        (void)p_.msgBox.Show({Riepilogo(esito) + escluso, Icon::Information});
     } else {
         frmResoconto(Riepilogo(esito), RigheEsclusi(esito), &Selezione()).exec();
     }

@@ -9,26 +9,19 @@
 #include "platform/qt/QtRegistry.h"
 #include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
+#include "player/window/OpzioniRiga.h"
 #include "settings/Impostazioni.h"
 #include "ui/Titoli.h"
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QTimer>
+#include <iostream>
 #include <system_error>
 
 namespace {
 
 using namespace sonnel;
-
-/// The text after the program's name, byte by byte; the window system has taken its own options.
-std::string CommandLine(int argc, char** argv) {
-    std::string line;
-    for (int i = 1; i < argc; ++i) {
-        line += (i > 1 ? " " : "") + std::string(argv[i]);
-    }
-    return line;
-}
 
 /// Default karaoke directory; the user's data directory for the player is made on the way.
 std::string DefaultKaraokeDirectory() {
@@ -59,6 +52,12 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName("");
     QGuiApplication::setDesktopFileName("sonnel");
 
+    const Result<OpzioniRiga> riga = LeggiOpzioni({argv + 1, argv + argc});
+    if (!riga) {
+        std::cerr << "sonnel: " << riga.error().text << "\n";
+        return 2;
+    }
+
     QtRegistry registro(UserSettingsFile(ProcessEnvironment),
                         MachineSettingsFile(ProcessEnvironment));
     const auto setting = [&registro](const char* name) {
@@ -82,12 +81,12 @@ int main(int argc, char** argv) {
 
     Finestre finestre(
         {registro, sequencer, msgBox, events, clock, screen, shell, dialog},
-        {.CmdLine = CommandLine(argc, argv),
+        {.CmdLine = riga->brano,
          .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
          .openDirPredefinita = DefaultKaraokeDirectory(),
-         .scriviWinIni = [&winIni](auto section, auto key, auto value) {
-             WriteIni(winIni, section, key, value);
-         }});
+         .scriviWinIni = [&winIni](auto section, auto key,
+                                   auto value) { WriteIni(winIni, section, key, value); },
+         .canto = riga->canto});
     frmKaraoke& window = finestre.Principale();
     // Within the event loop, so that the window can be closed while it still comes up.
     QTimer start;

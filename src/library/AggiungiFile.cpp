@@ -8,12 +8,18 @@
 #include "platform/Text.h"
 #include "ui/PuntatoreOccupato.h"
 
+#include <cerrno>
 #include <cstddef>
 
 namespace sonnel {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// Whether a write failed in a way in which the next one will fail too.
+bool SenzaPosto(int errore) {
+    return errore == ENOSPC || errore == EDQUOT || errore == EROFS;
+}
 
 /// One run behind the message window.
 class Corsa {
@@ -45,7 +51,7 @@ void Corsa::Aggiungi(const std::vector<FileBrano>& brani) {
     ProfileFile indice(PercorsoIndice(libreria_.config.OpenDir));
     ProfileFile::Batch lotto(indice);
     Aggiunta aggiunta(directory);
-    for (std::size_t i = 0; i < brani.size() && Continua(); ++i) {
+    for (std::size_t i = 0; i < brani.size() && !esito_.interrotto && Continua(); ++i) {
         if (const std::size_t percento = 100 * i / brani.size(); percento != percento_) {
             percento_ = percento;
             finestre_.messaggio.MostraMessaggio("Adding song " + std::to_string(i + 1) + " of " +
@@ -54,12 +60,19 @@ void Corsa::Aggiungi(const std::vector<FileBrano>& brani) {
         }
         if (const Result<std::string> nome = aggiunta.Aggiungi(indice, brani[i])) {
             ++esito_.aggiunti;
+        } else if (nome.error().number == BranoDellaLibreria) {
+            ++esito_.presenti;
         } else {
             const FileBrano& brano = brani[i];
             esito_.esclusi.emplace_back(brano.lyk ? *brano.lyk : *brano.mid, nome.error().text);
+            esito_.interrotto = SenzaPosto(nome.error().number);
         }
     }
     esito_.errore = lotto.Commit();
+    if (esito_.errore) {
+        aggiunta.Ritira();
+        esito_.aggiunti = 0;
+    }
 }
 
 EsitoAggiunta Corsa::Esegui(const std::vector<fs::path>& percorsi) {
@@ -92,7 +105,11 @@ EsitoAggiunta AggiungiFile(const Libreria& libreria, const std::vector<fs::path>
 }
 
 std::string Riepilogo(const EsitoAggiunta& esito) {
-    if (esito.aggiunti == 0 && esito.esclusi.empty() && !esito.annullato) {
+    if (esito.errore) {
+        return WithReason("No song was added, because the index can't be written",
+                          esito.errore->text);
+    }
+    if (esito.aggiunti + esito.presenti == 0 && esito.esclusi.empty() && !esito.annullato) {
         return "There is no song to add among these files.";
     }
     std::string testo = esito.aggiunti == 1 ? "One song was added"
@@ -100,15 +117,19 @@ std::string Riepilogo(const EsitoAggiunta& esito) {
     if (const std::size_t esclusi = esito.esclusi.size(); esclusi > 0) {
         testo += esclusi == 1 ? "; one file was not" : "; " + std::to_string(esclusi) + " were not";
     }
-    testo += esito.annullato ? ", then you cancelled." : ".";
-    return esito.errore ? WithReason(testo + " The index could not be written", esito.errore->text)
-                        : testo;
+    if (esito.presenti > 0) {
+        testo += "; " + std::to_string(esito.presenti) + " of the library's own passed over";
+    }
+    if (esito.interrotto) {
+        return testo + ", and the rest was not tried: there is no room.";
+    }
+    return testo + (esito.annullato ? ", then you cancelled." : ".");
 }
 
 std::string RigheEsclusi(const EsitoAggiunta& esito) {
     std::string righe;
     for (const auto& [file, motivo] : esito.esclusi) {
-        righe += WithReason(Utf8FromPath(file.filename()), motivo) + "\n";
+        righe += WithReason(OneLine(DecodeUnmarkedText(Utf8FileName(file))), motivo) + "\n";
     }
     return righe;
 }

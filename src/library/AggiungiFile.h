@@ -16,8 +16,10 @@ namespace sonnel {
 struct EsitoAggiunta {
     int aggiunti = 0;
     std::vector<std::pair<std::filesystem::path, std::string>> esclusi;  ///< and why
-    bool annullato = false;
-    std::optional<Error> errore;  ///< the index could not be written
+    int presenti = 0;             ///< songs that are in the library's directory themselves
+    bool annullato = false;       ///< by the user
+    bool interrotto = false;      ///< there was no room for more
+    std::optional<Error> errore;  ///< the index could not be written, and nothing was added
 };
 
 /// Adds the songs among files and folders to the library, see RaccoltaBrani and Aggiunta, behind

@@ -70,9 +70,6 @@ std::string Aggiunta::Impedimento(const std::string& nome, const FileBrano& bran
     if (!brano.mid) {
         return "its MID file is missing";
     }
-    if (brano.lyk && StessaDirectory(brano.lyk->parent_path(), directory_)) {
-        return "it is in the library's directory already";
-    }
     if (presi_.contains(FoldCase(nome))) {
         return "the library has a song of this name";
     }
@@ -83,7 +80,11 @@ Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
     if (!brano.lyk && brano.mid) {
         LeggiParole(brano);
     }
-    const std::string nome = Utf8FromPath(PathFromUtf8(brano.base).filename());
+    if (brano.lyk && StessaDirectory(brano.lyk->parent_path(), directory_)) {
+        return Error{BranoDellaLibreria, "it is in the library's directory already"};
+    }
+    // Names of old archives may not be UTF-8; the index needs one that is.
+    const std::string nome = DecodeUnmarkedText(Utf8FileName(PathFromUtf8(brano.base)));
     if (std::string motivo = Impedimento(nome, brano); !motivo.empty()) {
         return Error{0, std::move(motivo)};
     }
@@ -93,8 +94,18 @@ Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
         return *errore;
     }
     presi_.insert(FoldCase(nome));
+    aggiunti_.push_back(nome);
     RegistraBrano(indice, directory_, nome);
     return nome;
+}
+
+void Aggiunta::Ritira() {
+    for (const std::string& nome : aggiunti_) {
+        for (const char* estensione : {".lyk", ".mid"}) {
+            std::error_code ignorato;  // the failure of the index is what counts
+            fs::remove(directory_ / PathFromUtf8(nome + estensione), ignorato);
+        }
+    }
 }
 
 }  // namespace sonnel

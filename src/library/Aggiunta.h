@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 namespace sonnel {
 
@@ -14,6 +15,9 @@ namespace sonnel {
 /// is none. A header that cannot be read leaves the fields empty.
 void RegistraBrano(ProfileFile& indice, const std::filesystem::path& directory,
                    const std::string& nome);
+
+/// The error number of a song that is in the library's directory itself.
+inline constexpr int BranoDellaLibreria = -1;
 
 /// Copies songs into the library's directory and its index: their LYK and MID files, or both made
 /// from a karaoke MIDI file. The originals stay, and nothing in the library is replaced.
@@ -26,11 +30,15 @@ class Aggiunta {
     /// added; nothing of it is in the library then.
     [[nodiscard]] Result<std::string> Aggiungi(ProfileFile& indice, FileBrano brano);
 
+    /// Removes what was added, because the index could not be written.
+    void Ritira();
+
   private:
     [[nodiscard]] std::string Impedimento(const std::string& nome, const FileBrano& brano) const;
 
     std::filesystem::path directory_;
     std::unordered_set<std::string> presi_;  ///< base names in folded case
+    std::vector<std::string> aggiunti_;      ///< base names
 };
 
 }  // namespace sonnel

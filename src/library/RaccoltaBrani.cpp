@@ -71,8 +71,11 @@ void RaccoltaBrani::EsaminaFile(const fs::path& file) {
         brano.lyk = file;
         brano.mid = Accanto(file, ".mid");
     } else if (SembraMidi(file)) {
-        brano.lyk = estensione == ".mid" ? Accanto(file, ".lyk") : std::nullopt;
-        brano.mid = file;
+        // A karaoke file stays beside the two files that a conversion has made of it.
+        const std::optional<fs::path> mid =
+            estensione == ".mid" ? std::optional(file) : Accanto(file, ".mid");
+        brano.lyk = mid ? Accanto(file, ".lyk") : std::nullopt;
+        brano.mid = brano.lyk ? *mid : file;
     } else {
         return;
     }

@@ -12,7 +12,7 @@ namespace sonnel {
 namespace {
 
 // In the dialog's letters.
-constexpr int Larghezza = 80;
+constexpr int Larghezza = 100;
 constexpr int Altezza = 20;
 
 }  // namespace
@@ -26,7 +26,6 @@ frmResoconto::frmResoconto(const std::string& riepilogo, const std::string& righ
     auto* elenco = new QPlainTextEdit(QString::fromStdString(righe).trimmed(), this);
     elenco->setAccessibleName("Files that were not added");
     elenco->setReadOnly(true);
-    elenco->setLineWrapMode(QPlainTextEdit::NoWrap);
     elenco->setTabChangesFocus(true);
     auto* bottoni = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     connect(bottoni, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 
 namespace sonnel {
 
@@ -31,6 +32,8 @@ class AudioOutput {
     /// Frames heard since Start, as the device reports them. The count may stand still between two
     /// readings and may be too high when the device has just started.
     [[nodiscard]] virtual std::int64_t FramesHeard() = 0;
+    /// The device that plays, as its sound system calls it; "" when there is none.
+    [[nodiscard]] virtual std::string Name() { return ""; }
     /// Called now and then on the user-interface thread: replaces a device that went away. The
     /// count of frames heard goes on.
     virtual void Maintain() {}

@@ -72,6 +72,8 @@ bool Riproduzione::CaricaBrano(const FileBrano& brano) {
         AbilitaFunzioni();
         return false;
     }
+    p_.cantante.NuovoBrano(brano);
+    p_.vista.Canto(p_.cantante.Descrizione());
     p_.vista.Posizione(FormattaTempo(0));
     p_.vista.Titolo(EtichettaVersione() + " - " + p_.informazioni.Titolo);
     return true;
@@ -134,8 +136,12 @@ void Riproduzione::ApplicaConfig() {
     AbilitaFunzioni();
 }
 
+std::int32_t Riproduzione::PosizioneParole() {
+    return p_.cantante.PosizioneParole(p_.sequencer.Position());
+}
+
 void Riproduzione::RisincronizzaParole() {
-    sincronia_.Risincronizza(p_.sequencer.Position());
+    sincronia_.Risincronizza(PosizioneParole());
     AbilitaFunzioni();
 }
 
@@ -206,7 +212,7 @@ void Riproduzione::MMControl1_StatusUpdate() {
         AbilitaFunzioni();
         return;
     }
-    sincronia_.ApplicaDovuto(p_.sequencer.Position());
+    sincronia_.ApplicaDovuto(PosizioneParole());
     p_.vista.AnimaLogo(true);
     AbilitaFunzioni();
 }

@@ -3,6 +3,7 @@
 #include "platform/MsgBox.h"
 #include "platform/SystemEvents.h"
 #include "platform/midi/MMControl.h"
+#include "player/Cantante.h"
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
 #include "player/SincroniaParole.h"
@@ -29,6 +30,7 @@ class Riproduzione {
         ImpaginazioneParole& impaginazione;
         DisegnoParole& disegno;
         VistaKaraoke& vista;
+        Cantante& cantante;
         MsgBox& msgBox;
         SystemEvents& eventi;
     };
@@ -69,6 +71,7 @@ class Riproduzione {
     [[nodiscard]] static std::string EtichettaVersione();
 
   private:
+    [[nodiscard]] std::int32_t PosizioneParole();
     [[nodiscard]] bool FilePresenti(const FileBrano& brano);
     [[nodiscard]] bool LeggiParole(const FileBrano& brano);
     [[nodiscard]] std::optional<Error> ApriSequencer(const FileBrano& brano);

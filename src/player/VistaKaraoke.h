@@ -17,6 +17,8 @@ class VistaKaraoke {
     /// Moves the slider; this is no move by the user.
     virtual void Cursore(std::int32_t secondi) = 0;
     virtual void Posizione(const std::string& testo) = 0;
+    /// What of the song is not its own, beside the position; "" when all is.
+    virtual void Canto(const std::string& testo) = 0;
     /// Runs or stops the logo's animation.
     virtual void AnimaLogo(bool attiva) = 0;
     virtual void PrimaImmagineLogo() = 0;

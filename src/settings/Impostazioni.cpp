@@ -84,6 +84,10 @@ void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string
     ScriviChiave(registro, Radice, PercorsoSezione(sezione), chiave, std::string(valore));
 }
 
+void RimuoviImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave) {
+    registro.Remove({Radice, PercorsoSezione(sezione)}, chiave);
+}
+
 Config CaricaConfig(Registry& registro, int larghezzaSchermo, std::string_view openDirPredefinita) {
     Config config;
     Sezione colori(registro, "Colori");

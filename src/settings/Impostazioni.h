@@ -19,6 +19,9 @@ namespace sonnel {
 void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave,
                        std::string_view valore);
 
+/// Takes a setting out of the store. A failure is silent.
+void RimuoviImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave);
+
 /// Reads the whole record, each absent or unusable setting as its default, and makes the karaoke
 /// directory when it is missing (one level; failures are silent). `larghezzaSchermo` is in twips;
 /// `openDirPredefinita` is the default karaoke directory.

@@ -9,6 +9,7 @@
 #include "ui/basCommon.h"
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -18,6 +19,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// A file and the base name of the song that it became or belongs to.
+struct Esito {
+    std::string file;
+    Result<std::string> nome;
+};
+
 /// Adds songs to one library.
 class Aggiungi {
   public:
@@ -25,31 +32,63 @@ class Aggiungi {
         : indice_(PercorsoIndice(AggiungiBarra(directory))), aggiunta_(PathFromUtf8(directory)) {}
 
     [[nodiscard]] ProfileFile& Indice() { return indice_; }
-    /// The base name of the song that the file became.
-    [[nodiscard]] Result<std::string> Uno(const std::string& file);
+    /// Adds the song of a file, or all songs in a folder.
+    void Uno(const std::string& nome);
+    [[nodiscard]] std::vector<Esito> Prendi() && { return std::move(esiti_); }
+    /// Takes back what was added.
+    void Ritira(const Error& errore);
 
   private:
+    void Metti(const std::string& file, FileBrano brano);
+
     ProfileFile indice_;
     Aggiunta aggiunta_;
     RaccoltaBrani raccolta_;
+    std::map<std::string, Result<std::string>> fatti_;  ///< by path without extension
+    std::vector<Esito> esiti_;
 };
 
-Result<std::string> Aggiungi::Uno(const std::string& file) {
-    const Result<fs::path> nominato = FileNominato(file);
-    if (!nominato) {
-        return nominato.error();
-    }
+void Aggiungi::Uno(const std::string& nome) {
+    const fs::path percorso = CercaFile(nome);
     std::error_code errore;
-    const fs::file_status stato = fs::status(*nominato, errore);
-    if (!fs::is_regular_file(stato)) {
-        return Error{0, fs::exists(stato) ? "it is no file" : "there is no such file"};
-    }
-    raccolta_.Esamina(*nominato);
+    const fs::file_status stato = fs::status(percorso, errore);
+    raccolta_.Esamina(percorso);
     std::vector<FileBrano> brani = raccolta_.Prendi();
-    if (brani.empty()) {
-        return Error{0, "it is neither a LYK nor a MIDI file, or its song was added just now"};
+    if (fs::is_directory(stato)) {
+        for (FileBrano& brano : brani) {
+            const std::string file = Utf8FromPath(brano.lyk ? *brano.lyk : *brano.mid);
+            Metti(file, std::move(brano));
+        }
+    } else if (!brani.empty()) {
+        Metti(nome, std::move(brani.front()));
+    } else if (!fs::is_regular_file(stato)) {
+        esiti_.push_back(
+            {nome, Error{0, fs::exists(stato) ? "it is no file" : "there is no such file"}});
+    } else {
+        const auto fatto = fatti_.find(Utf8FromPath(fs::path(percorso).replace_extension()));
+        esiti_.push_back({nome, fatto != fatti_.end()
+                                    ? fatto->second
+                                    : Error{0, "it is neither a LYK nor a MIDI file"}});
     }
-    return aggiunta_.Aggiungi(indice_, std::move(brani.front()));
+}
+
+void Aggiungi::Metti(const std::string& file, FileBrano brano) {
+    const std::string base = brano.base;
+    Result<std::string> nome = Error{};
+    if (auto errore = Tenta(file, [&] { nome = aggiunta_.Aggiungi(indice_, std::move(brano)); })) {
+        nome = Error{0, std::move(*errore)};
+    }
+    fatti_.insert_or_assign(base, nome);
+    esiti_.push_back({file, std::move(nome)});
+}
+
+void Aggiungi::Ritira(const Error& errore) {
+    aggiunta_.Ritira();
+    for (Esito& esito : esiti_) {
+        if (esito.nome) {
+            esito.nome = errore;
+        }
+    }
 }
 
 Resoconto Riferisci(const std::string& file, const Result<std::string>& nome) {
@@ -67,27 +106,18 @@ Resoconto Riferisci(const std::string& file, const Result<std::string>& nome) {
 }
 
 /// Adds the files in their order; the index is written at the end.
-std::vector<Result<std::string>> AggiungiTutti(const std::string& directory,
-                                               const std::vector<std::string>& file,
-                                               Uscite& uscite) {
-    std::vector<Result<std::string>> nomi;
+std::vector<Esito> AggiungiTutti(const std::string& directory, const std::vector<std::string>& file,
+                                 Uscite& uscite) {
     Aggiungi aggiungi(directory);
     ProfileFile::Batch lotto(aggiungi.Indice());
-    for (const std::string& uno : file) {
-        Result<std::string> nome = Error{};
-        if (auto errore = Tenta(uno, [&] { nome = aggiungi.Uno(uno); })) {
-            nome = Error{0, std::move(*errore)};
-        }
-        nomi.push_back(std::move(nome));
-        uscite.Avanza("Added " + std::to_string(nomi.size()) + " of " +
-                      std::to_string(file.size()));
+    for (std::size_t i = 0; i < file.size(); ++i) {
+        aggiungi.Uno(file[i]);
+        uscite.Avanza("Added " + std::to_string(i + 1) + " of " + std::to_string(file.size()));
     }
     if (const auto errore = lotto.Commit()) {
-        for (Result<std::string>& nome : nomi) {
-            nome = nome ? Result<std::string>(*errore) : nome;
-        }
+        aggiungi.Ritira(*errore);
     }
-    return nomi;
+    return std::move(aggiungi).Prendi();
 }
 
 }  // namespace
@@ -99,11 +129,14 @@ void ComandoAdd(const std::string& directory, const std::vector<std::string>& fi
     if (!rifiuto && !fs::is_directory(PathFromUtf8(directory), errore)) {
         rifiuto = Error{0, "there is no directory " + directory};
     }
-    const std::vector<Result<std::string>> nomi =
-        rifiuto ? std::vector<Result<std::string>>(file.size(), *rifiuto)
-                : AggiungiTutti(directory, file, uscite);
-    for (std::size_t i = 0; i < file.size(); ++i) {
-        uscite.Scrivi(Riferisci(file[i], nomi[i]));
+    if (rifiuto) {
+        for (const std::string& nome : file) {
+            uscite.Scrivi(Riferisci(nome, *rifiuto));
+        }
+        return;
+    }
+    for (const Esito& esito : AggiungiTutti(directory, file, uscite)) {
+        uscite.Scrivi(Riferisci(esito.file, esito.nome));
     }
 }
 

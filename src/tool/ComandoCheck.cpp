@@ -68,25 +68,43 @@ std::string TestoRilievi(const std::string& file, const std::vector<Rilievo>& ri
     return testo;
 }
 
+/// The song that is named by its path without extension or by any of its files.
+Result<FileBrano> Brano(const std::string& nome) {
+    const std::filesystem::path file = CercaFile(nome);
+    if (std::error_code ignoto;
+        std::filesystem::is_regular_file(file, ignoto) && SembraMidi(file)) {
+        return BranoDaFile(file);
+    }
+    return BranoNominato(nome, {".lyk", ".mid", ".kar"});
+}
+
 /// Looks through the words and the music; an error when the words cannot be read.
 std::optional<Error> Controlla(const std::string& nome, std::vector<Rilievo>& rilievi,
                                std::vector<std::string>& messaggi) {
-    const Result<FileBrano> brano = BranoNominato(nome, {".lyk", ".mid", ".kar"});
+    const Result<FileBrano> brano = Brano(nome);
     if (!brano) {
         return brano.error();
     }
-    const std::optional<std::filesystem::path> parole = Parole(nome, *brano);
-    const Result<std::string> byte = parole ? ReadFile(*parole) : std::string();
-    if (!byte) {
-        return ReadError(*parole, byte.error().number);
-    }
-    const std::optional<std::int32_t> durata = Durata(*brano, rilievi, messaggi);
-    if (!parole) {
-        rilievi.push_back(
-            SenzaCompagno("LYK", "has no words to show; put them", brano->base + ".lyk"));
+    if (!brano->motivo.empty()) {
+        rilievi.push_back({0, "the player can't sing it: " + brano->motivo});
         return std::nullopt;
     }
-    for (Rilievo& rilievo : ControllaTesto(DecodeFileText(*byte), durata)) {
+    Result<std::string> testo = brano->parole.value_or("");
+    if (!brano->parole) {
+        const std::optional<std::filesystem::path> parole = Parole(nome, *brano);
+        if (!parole) {
+            rilievi.push_back(
+                SenzaCompagno("LYK", "has no words to show; put them", brano->base + ".lyk"));
+            return std::nullopt;
+        }
+        const Result<std::string> byte = ReadFile(*parole);
+        if (!byte) {
+            return ReadError(*parole, byte.error().number);
+        }
+        testo = DecodeFileText(*byte);
+    }
+    const std::optional<std::int32_t> durata = Durata(*brano, rilievi, messaggi);
+    for (Rilievo& rilievo : ControllaTesto(*testo, durata)) {
         rilievi.push_back(std::move(rilievo));
     }
     return std::nullopt;

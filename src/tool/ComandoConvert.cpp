@@ -43,7 +43,7 @@ std::string Rifiuto(const std::string& file, const Estrazione& parole, Midifile&
     if (parole.Errore) {
         return parole.Errore->text;
     }
-    std::string motivo = "it has no words: no text in it begins with \\ or /";
+    std::string motivo = "it has no words that begin with \\ or /; --exact reads others too";
     if (parole.TestoIniziato) {
         motivo = "it does not say that it is a karaoke file (@K)";
     } else if (HaVersi(midifile)) {

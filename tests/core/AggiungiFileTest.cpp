@@ -65,7 +65,7 @@ TEST_F(AggiungiFileTest, TakesTheSongsOfAFolderAndReportsTheRest) {
     EXPECT_THAT(windows.log, IsSupersetOf({StartsWith("progress Looking"), StartsWith("list")}));
 
     const EsitoAggiunta again = AggiungiFile(libreria, {directory.Path()}, windows.Windows());
-    EXPECT_EQ(Riepilogo(again), "0 songs were added; 3 were not.");
+    EXPECT_EQ(Riepilogo(again), "0 songs were added; 3 of the library's own passed over.");
 }
 
 TEST_F(AggiungiFileTest, KeepsWhatWasAddedWhenTheUserCancels) {

@@ -1,9 +1,11 @@
 #include "fakes/ClockedEvents.h"
 #include "fakes/FakeMainWindow.h"
+#include "fakes/MemoryRegistry.h"
 #include "fakes/RecordingPictureBox.h"
 #include "fakes/ScriptedMsgBox.h"
 #include "fakes/SequencerRig.h"
 #include "fakes/SmfBuilder.h"
+#include "platform/Numbers.h"
 #include "player/Riproduzione.h"
 
 #include <functional>
@@ -76,7 +78,10 @@ struct PlaybackTest : testing::Test, SequencerRig {
     ClockedEvents events{clock};
     ImpaginazioneParole layout{config, timeline, box, window, msgBox};
     DisegnoParole drawing{config, box, window, layout};
-    Riproduzione player{{config, timeline, info, control, layout, drawing, window, msgBox, events}};
+    MemoryRegistry registry;
+    Cantante singer{{registry, control, timeline}};
+    Riproduzione player{
+        {config, timeline, info, control, layout, drawing, window, singer, msgBox, events}};
 };
 
 TEST_F(PlaybackTest, OpeningShowsTheSongFromItsStart) {
@@ -244,6 +249,48 @@ TEST_F(PlaybackTest, TheSliderSeeksOnlyWhenTheSongStands) {
     player.CursoreSpostato(1);
     EXPECT_EQ(control.Position(), 1000);
     EXPECT_THAT(box.Words(), ElementsAre("1 Hello", "1 you", "3 Hello", "3 you"));
+}
+
+TEST_F(PlaybackTest, WhatTheSingerChangesIsRememberedForTheSong) {
+    std::string lyrics = "Cantabelle1.0\r\n0000001la la la la la la la la\r\n";
+    SmfBuilder tune(0, 500);
+    for (int i = 1; i <= 8; ++i) {
+        tune.Note(static_cast<std::uint32_t>(300 * i), 200, 60 + i, 2);
+        lyrics += ZeroPadded(3 * i, 5) + "02" + std::to_string(3 * i) + "\r\n";
+    }
+    Song("tune", lyrics, tune.Control(4000, 7, 1).Bytes());
+    Load("tune");
+    ASSERT_TRUE(singer.Melodia());
+    EXPECT_EQ(window.singing, "");
+    singer.CambiaTonalita(3);
+    singer.CambiaTempo(-70);
+    singer.ProssimaMelodia();
+    singer.CambiaAnticipo(-40);
+    const std::string own = "key +3, tempo 50 %, melody soft, words 40 ms later";
+    EXPECT_EQ(singer.Descrizione(), own);
+    EXPECT_EQ(control.Performed(), (Performance{3, 50, Performance::Melody::Soft, 2}));
+    EXPECT_EQ(singer.PosizioneParole(1000), 980) << "the output's time, not the song's";
+    Load();
+    EXPECT_EQ(window.singing, "words 40 ms later");
+    EXPECT_EQ(control.Performed(), Performance{});
+    singer.CambiaMelodia(Performance::Melody::Off);
+    EXPECT_EQ(control.Performed(), Performance{}) << "no tune is known";
+    Load("tune");
+    EXPECT_EQ(window.singing, own);
+    singer.Azzera();
+    Load("tune");
+    EXPECT_EQ(window.singing, "");
+
+    for (const std::string stored :
+         {"13 100 normal", "1 100", "1 100 loud", "x 1 soft", "1 100 soft "}) {
+        registry.Put(RegistryRoot::CurrentUser, std::string(PlayerPath) + "\\Singer", Base("tune"),
+                     stored);
+        Load("tune");
+        EXPECT_EQ(window.singing, "") << stored;
+    }
+    Cantante chosen{{registry, control, timeline}, Canto{-2, 110, {}}};
+    chosen.NuovoBrano(TrovaFileBrano(Base("tune")));
+    EXPECT_EQ(chosen.Descrizione(), "key \u22122, tempo 110 %");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "fakes/SmfBuilder.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -109,32 +110,49 @@ std::vector<double> Onsets(const std::vector<std::int16_t>& samples) {
     return onsets;
 }
 
-TEST(ThePlayer, SingsAKaraokeFileInStepThroughTempoChanges) {
+/// The pitch of what was heard from a moment on, by its waves in 0.4 s.
+double Hertz(const std::vector<std::int16_t>& samples, double from) {
+    constexpr double length = 0.4;
+    const auto first = static_cast<std::size_t>(from * 44'100);
+    int waves = 0;
+    for (std::size_t i = first; i < first + static_cast<std::size_t>(length * 44'100); ++i) {
+        waves += samples.at(2 * i) < 0 && samples.at(2 * i + 2) >= 0 ? 1 : 0;
+    }
+    return waves / length;
+}
+
+TEST(ThePlayer, SingsAKaraokeFileInStepThroughTempoChangesAndInAnotherKey) {
     Player player("Twinkle Twinkle");
     AwaitPlayer(player);
     ASSERT_TRUE(player.Exits());
+    // Four words, each with a click, then a flute.
     SmfBuilder song(0, 480);
-    song.Tempo(0, 700'000)
-        .Tempo(1100, 311'111)
-        .Tempo(3000, 1'234'567)
-        .Tempo(3700, 411'000)
-        .Control(11000, 7, 100);
-    for (const std::uint32_t tick : {960U, 2400U, 3600U, 9000U}) {
+    song.Tempo(0, 700'000).Tempo(1100, 311'111).Tempo(3000, 1'234'567).Tempo(3700, 411'000);
+    for (const std::uint32_t tick : {960U, 2400U, 3600U, 7000U}) {
         song.Text(tick, 1, "\\Sing ").Message(tick, {0x99, 37, 127});
     }
+    song.Program(0, 73).Note(8500, 1500, 72).Control(11000, 7, 100);
     const TempDirectory folder;
-    player.Start({QString::fromStdString(folder.Write("song.kar", song.Bytes()).string())});
-    AwaitPlayer(player);
-    player.Press("F2");
-    const auto sung = MomentsSung(player, 4);
-    std::this_thread::sleep_for(seconds(1));
-    EXPECT_TRUE(player.Exits());
-    const std::vector<double> heard = Onsets(Samples(player));
-    ASSERT_EQ(heard.size(), 4U);
-    ASSERT_EQ(sung.size(), 4U);
-    for (std::size_t i = 1; i < heard.size(); ++i) {
-        const double after = std::chrono::duration<double>(sung[i] - sung[0]).count();
-        EXPECT_NEAR(after, heard[i] - heard[0], 0.075);
+    const QString kar = QString::fromStdString(folder.Write("song.kar", song.Bytes()).string());
+    double before = 0;
+    for (const double tempo : {1.0, 0.8}) {
+        const QStringList singer{"--key", "3", "--tempo", "80", kar};
+        player.Start(tempo < 1 ? singer : QStringList{kar});
+        AwaitPlayer(player);
+        player.Press("F2");
+        const auto sung = MomentsSung(player, 4);
+        std::this_thread::sleep_for(seconds(4));
+        EXPECT_TRUE(player.Exits());
+        const std::vector<double> heard = Onsets(Samples(player));
+        ASSERT_EQ(heard.size(), 5U);
+        ASSERT_EQ(sung.size(), 4U);
+        for (std::size_t i = 1; i < sung.size(); ++i) {
+            const double after = std::chrono::duration<double>(sung[i] - sung[0]).count();
+            EXPECT_NEAR(after, heard[i] - heard[0], tempo < 1 ? 0.095 : 0.075);
+        }
+        const double hertz = Hertz(Samples(player), heard[4] + 0.3);
+        EXPECT_NEAR(hertz, tempo < 1 ? before * std::pow(2, 3.0 / 12) : 523, 15);
+        before = hertz;
     }
 }
 

@@ -38,6 +38,7 @@ class FakeMainWindow : public CorniceParole, public VistaKaraoke {
     }
     void Cursore(std::int32_t seconds) override { slider = seconds; }
     void Posizione(const std::string& text) override { positionText = text; }
+    void Canto(const std::string& text) override { singing = text; }
     void AnimaLogo(bool running) override { log.emplace_back(running ? "logo on" : "logo off"); }
     void PrimaImmagineLogo() override { log.emplace_back("first image"); }
     void Comandi(const StatoComandi& state) override {
@@ -55,6 +56,7 @@ class FakeMainWindow : public CorniceParole, public VistaKaraoke {
     std::pair<std::int32_t, std::string> length;
     std::int32_t slider = -1;
     std::string positionText;
+    std::string singing;
     StatoComandi commands;
     std::vector<std::string> log;  ///< what happened to the logo and the commands, in order
 };

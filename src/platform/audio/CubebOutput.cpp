@@ -226,6 +226,17 @@ std::int64_t CubebOutput::FramesHeard() {
     return heard_;
 }
 
+std::string CubebOutput::Name() {
+    cubeb_device* device = nullptr;
+    if (!Answers() || !device_->stream ||
+        cubeb_stream_get_current_device(device_->stream.get(), &device) != CUBEB_OK) {
+        return System();
+    }
+    const std::string name = device->output_name != nullptr ? device->output_name : "";
+    cubeb_stream_device_destroy(device_->stream.get(), device);
+    return System() + ":" + name;
+}
+
 bool CubebOutput::Lost() const {
     return device_->lost || !Answers();
 }

@@ -27,6 +27,7 @@ class CubebOutput final : public DeviceOutput {
     void Stop() override;
     /// At most the frames asked for, and never less than before.
     [[nodiscard]] std::int64_t FramesHeard() override;
+    [[nodiscard]] std::string Name() override;
     /// Also while the sound system has not answered yet.
     [[nodiscard]] bool Lost() const override;
     [[nodiscard]] std::string System() const override;

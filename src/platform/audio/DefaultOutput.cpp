@@ -121,6 +121,10 @@ std::int64_t DefaultOutput::FramesHeard() {
     return std::min(before_ + current_->FramesHeard(), counter_.asked.load());
 }
 
+std::string DefaultOutput::Name() {
+    return current_ != nullptr ? current_->Name() : "";
+}
+
 bool DefaultOutput::Halted() {
     const std::int64_t asked = counter_.asked;
     if (std::exchange(lastAsked_, asked) != asked) {

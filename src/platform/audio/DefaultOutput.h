@@ -33,6 +33,7 @@ class DefaultOutput final : public AudioOutput {
     std::optional<Error> Start(SoundSource& source) override;
     void Stop() override;
     [[nodiscard]] std::int64_t FramesHeard() override;
+    [[nodiscard]] std::string Name() override;
     void Maintain() override;
     void LookAgain() override;
 

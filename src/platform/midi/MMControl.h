@@ -64,6 +64,9 @@ class MMControl {
     void Perform(const Performance& performance);
     [[nodiscard]] const Performance& Performed() const { return performance_; }
 
+    /// The sound device in use, "" when there is none.
+    [[nodiscard]] std::string OutputName() { return output_.Name(); }
+
     /// Asks for status reports every `ms` milliseconds while playing, one after each command, and
     /// one when the last sound before a Pause has been heard.
     void SetUpdateInterval(int ms);

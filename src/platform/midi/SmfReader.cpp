@@ -190,7 +190,8 @@ std::size_t DataEnd(std::string_view bytes, std::size_t start) {
     for (std::size_t i = 0; i < 4; ++i) {
         size |= static_cast<std::size_t>(static_cast<unsigned char>(bytes[start - 4 + i])) << 8 * i;
     }
-    return start + std::min(size, bytes.size() - start);
+    // A size that leaves no room for the header is wrong.
+    return size < kHeaderSize ? bytes.size() : start + std::min(size, bytes.size() - start);
 }
 
 /// Reads format and division from the header that begins at `start`; returns where it ends.
@@ -278,6 +279,7 @@ Result<SmfFile> ReadSmf(std::string bytes) {
             SmfError::NotMidi,
             "This is not a MIDI file: choose a song whose MID file other players can play");
     }
+    file.bytes.resize(DataEnd(file.bytes, start));
     const std::size_t chunks = ReadHeader(file, start);
     constexpr int LastFormat = 2;
     if (file.format > LastFormat) {

@@ -4,6 +4,7 @@
 #include "platform/qt/FileDrop.h"
 #include "player/Calibratura.h"
 #include "player/window/ControlloVolume.h"
+#include "player/window/frmMenuCanto.h"
 
 #include <cmath>
 #include <utility>
@@ -25,6 +26,7 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
       Parole(twipsPerPixel_, area_),
       impaginazione_(p_.config, p_.timeline, Parole, *this, p_.msgBox),
       disegno_(p_.config, Parole, *this, impaginazione_),
+      cantante_({p_.registro, p_.sequencer, p_.timeline}, avvio_.canto),
       riproduzione_(PartiRiproduzione()) {
     setWindowIcon(QIcon(":/sonnel.svg"));
     setCentralWidget(area_);
@@ -36,6 +38,7 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
     Parole.setFocus();
     CreaMenu();
     CreaBarra();
+    CreaMenuCanto();
     new FileDrop(
         *this, [this] { return !riproduzione_.InRiproduzione(); },
         [this](const auto& file) { riproduzione_.FileLoad(BranoDaFile(file.front())); });
@@ -49,7 +52,22 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
 
 Riproduzione::Parti frmKaraoke::PartiRiproduzione() {
     return {p_.config, p_.timeline, p_.informazioni, p_.sequencer, impaginazione_,
-            disegno_,  *this,       p_.msgBox,       p_.eventi};
+            disegno_,  *this,       cantante_,       p_.msgBox,    p_.eventi};
+}
+
+void frmKaraoke::CreaMenuCanto() {
+    const auto cambiato = [this] {
+        Canto(cantante_.Descrizione());
+        riproduzione_.RisincronizzaParole();
+    };
+    const auto suonaOPausa = [this] {
+        if (riproduzione_.InRiproduzione()) {
+            mnuSoundPause_Click();
+        } else if (BranoAperto()) {
+            mnuSoundPlay_Click();
+        }
+    };
+    new MenuCanto(*this, {cantante_, cambiato, suonaOPausa, {&Parole, sldPosition}});
 }
 
 int frmKaraoke::Twips(double pixel) const {

@@ -8,6 +8,7 @@
 #include "platform/SystemEvents.h"
 #include "platform/midi/MMControl.h"
 #include "platform/qt/QtPictureBox.h"
+#include "player/Cantante.h"
 #include "player/CorniceParole.h"
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
@@ -61,6 +62,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
         std::filesystem::path eseguibile{};  ///< the program's own file
         std::string openDirPredefinita{};    ///< karaoke directory when the settings name none
         ScriviWinIni scriviWinIni;
+        std::optional<sonnel::Canto> canto{};  ///< of all songs, whatever is remembered for them
     };
     frmKaraoke(const Parti& parti, Avvio avvio);
 
@@ -102,6 +104,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void Durata(std::int32_t secondi, const std::string& testo) override;
     void Cursore(std::int32_t secondi) override;
     void Posizione(const std::string& testo) override;
+    void Canto(const std::string& testo) override;
     void AnimaLogo(bool attiva) override;
     void PrimaImmagineLogo() override;
     void Comandi(const StatoComandi& stato) override;
@@ -116,6 +119,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     static constexpr int LarghezzaMinima = 8300;  // twips
 
     [[nodiscard]] Riproduzione::Parti PartiRiproduzione();
+    void CreaMenuCanto();
     void CreaMenu();
     void CreaBarra();
     QWidget* CreaPosizione();
@@ -146,6 +150,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QtPictureBox Parole;
     QToolBar* tlbBar = nullptr;
     QLabel* lblPosition = nullptr;
+    QLabel* lblCanto = nullptr;
     QSlider* sldPosition = nullptr;
     QLabel* lblTrackLength = nullptr;
     QLabel* imgLogo = nullptr;
@@ -169,6 +174,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     ImpaginazioneParole impaginazione_;
     DisegnoParole disegno_;
+    Cantante cantante_;
     Riproduzione riproduzione_;
 };
 

@@ -105,6 +105,12 @@ void frmKaraoke::Posizione(const std::string& testo) {
     lblPosition->setText(QString::fromStdString(testo));
 }
 
+void frmKaraoke::Canto(const std::string& testo) {
+    lblCanto->setText(QString::fromStdString(testo));
+    lblCanto->setToolTip(lblCanto->text());
+    lblCanto->setVisible(!testo.empty());
+}
+
 void frmKaraoke::AnimaLogo(bool attiva) {
     if (attiva == tmrLogo.isActive()) {
         return;

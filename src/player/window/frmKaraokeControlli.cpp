@@ -165,6 +165,10 @@ QWidget* frmKaraoke::CreaPosizione() {
     const QString zero = QString::fromStdString(FormattaTempo(0));
     lblPosition = new QLabel(zero, SSPanel1);
     lblPosition->setAccessibleDescription("Song position");
+    lblCanto = new QLabel(SSPanel1);
+    lblCanto->setAccessibleDescription("What is not the song's own");
+    lblCanto->setMinimumWidth(1);  // gives way where the window is narrow
+    lblCanto->hide();
     lblTrackLength = new QLabel(zero, SSPanel1);
     lblTrackLength->setAccessibleDescription("Song length");
     for (QLabel* etichetta : {lblPosition, lblTrackLength}) {
@@ -184,6 +188,7 @@ QWidget* frmKaraoke::CreaPosizione() {
     fila->setContentsMargins(6, 0, 6, 0);
     fila->setSpacing(6);
     fila->addWidget(lblPosition);
+    fila->addWidget(lblCanto);
     fila->addWidget(sldPosition, 1);
     fila->addWidget(lblTrackLength);
     return SSPanel1;

@@ -1,0 +1,119 @@
+#include "player/window/frmMenuCanto.h"
+
+#include <QActionGroup>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace sonnel {
+namespace {
+
+using Melody = Performance::Melody;
+
+constexpr int PassoTempo = 5;      // percent
+constexpr int PassoAnticipo = 20;  // ms
+
+struct Voce {
+    const char* menu;  ///< "" for the context menu itself
+    const char* testo;
+    const char* tasti;
+    void (*esegui)(Cantante&);
+};
+
+constexpr std::array Voci{
+    Voce{"&Key", "&Higher", "Ctrl+Up", [](Cantante& c) { c.CambiaTonalita(1); }},
+    Voce{"&Key", "&Lower", "Ctrl+Down", [](Cantante& c) { c.CambiaTonalita(-1); }},
+    Voce{"&Tempo", "&Faster", "Ctrl+Right", [](Cantante& c) { c.CambiaTempo(PassoTempo); }},
+    Voce{"&Tempo", "&Slower", "Ctrl+Left", [](Cantante& c) { c.CambiaTempo(-PassoTempo); }},
+    Voce{"&Melody", "&Normal", "", [](Cantante& c) { c.CambiaMelodia(Melody::Normal); }},
+    Voce{"&Melody", "&Soft", "", [](Cantante& c) { c.CambiaMelodia(Melody::Soft); }},
+    Voce{"&Melody", "&Off", "", [](Cantante& c) { c.CambiaMelodia(Melody::Off); }},
+    Voce{"&Melody", "Ne&xt", "Ctrl+M", [](Cantante& c) { c.ProssimaMelodia(); }},
+    Voce{"T&iming", "Words &earlier", "Ctrl+Shift+Right",
+         [](Cantante& c) { c.CambiaAnticipo(PassoAnticipo); }},
+    Voce{"T&iming", "Words &later", "Ctrl+Shift+Left",
+         [](Cantante& c) { c.CambiaAnticipo(-PassoAnticipo); }},
+    Voce{"", "Back to the song's &own", "Ctrl+0", [](Cantante& c) { c.Azzera(); }}};
+
+}  // namespace
+
+MenuCanto::MenuCanto(QWidget& finestra, Parti parti)
+    : QObject(&finestra), finestra_(finestra), p_(std::move(parti)), menu_(&finestra) {
+    CreaVoci();
+    connect(&menu_, &QMenu::aboutToShow, this, &MenuCanto::Aggiorna);
+    finestra.installEventFilter(this);
+}
+
+void MenuCanto::CreaVoci() {
+    QMenu* menu = nullptr;
+    const char* aperto = "";
+    for (const Voce& voce : Voci) {
+        if (std::string_view(voce.menu) != aperto) {
+            aperto = voce.menu;
+            menu = *aperto != '\0' ? menu_.addMenu(aperto) : nullptr;
+        }
+        QAction* azione = (menu != nullptr ? *menu : menu_).addAction(voce.testo, this, [&] {
+            voce.esegui(p_.cantante);
+            p_.cambiato();
+        });
+        azione->setShortcut(QKeySequence(voce.tasti));
+        finestra_.addAction(azione);  // the shortcut works without the menu
+    }
+    tonalita_ = menu_.actions().at(0)->menu();
+    melodia_ = menu_.actions().at(2)->menu();
+    estensione_ = tonalita_->addAction("");
+    estensione_->setEnabled(false);
+    auto* gruppo = new QActionGroup(this);
+    for (int i = 0; i < 3; ++i) {
+        melodia_->actions().at(i)->setCheckable(true);
+        gruppo->addAction(melodia_->actions().at(i));
+    }
+}
+
+/// Shows what can be chosen for the song that is open.
+void MenuCanto::Aggiorna() {
+    const Cantante& cantante = p_.cantante;
+    for (QAction* voce : menu_.actions()) {
+        voce->setEnabled(cantante.BranoAperto());
+    }
+    const auto& melodia = cantante.Melodia();
+    melodia_->menuAction()->setEnabled(melodia.has_value());
+    melodia_->actions().at(static_cast<int>(cantante.Corrente().melodia))->setChecked(true);
+    estensione_->setVisible(melodia.has_value());
+    if (melodia) {
+        const auto nota = [&cantante](int tasto) {
+            return QString::fromStdString(
+                NomeNota(std::clamp(tasto + cantante.Corrente().tonalita, 0, 127)));
+        };
+        estensione_->setText("Tune: " + nota(melodia->piuBassa) + " to " + nota(melodia->piuAlta));
+    }
+}
+
+bool MenuCanto::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::ContextMenu) {
+        const auto& richiesta = *static_cast<QContextMenuEvent*>(event);
+        menu_.popup(richiesta.reason() == QContextMenuEvent::Mouse
+                        ? richiesta.globalPos()
+                        : finestra_.mapToGlobal(finestra_.rect().center()));
+        return true;
+    }
+    if (event->type() == QEvent::KeyPress) {
+        const auto& tasto = *static_cast<QKeyEvent*>(event);
+        const bool qui = std::find(p_.dellaBarra.begin(), p_.dellaBarra.end(),
+                                   finestra_.focusWidget()) != p_.dellaBarra.end();
+        if (qui && tasto.key() == Qt::Key_Space && tasto.modifiers() == Qt::NoModifier &&
+            !tasto.isAutoRepeat()) {
+            p_.suonaOPausa();
+            return true;
+        }
+        if (tasto.key() == Qt::Key_F10 && tasto.modifiers() == Qt::ShiftModifier) {
+            menu_.popup(finestra_.mapToGlobal(finestra_.rect().center()));
+            return true;
+        }
+    }
+    return QObject::eventFilter(object, event);
+}
+
+}  // namespace sonnel

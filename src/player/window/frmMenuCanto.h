@@ -1,0 +1,42 @@
+#pragma once
+
+#include "player/Cantante.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QObject>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+namespace sonnel {
+
+/// The singer's commands in the main window: the menu that a right click, the Menu key or Shift+F10
+/// opens, their shortcuts, and Space, which plays and pauses.
+class MenuCanto final : public QObject {
+  public:
+    struct Parti {
+        Cantante& cantante;
+        std::function<void()> cambiato;          ///< a command has been carried out
+        std::function<void()> suonaOPausa;       ///< Space
+        std::vector<const QWidget*> dellaBarra;  ///< what has the focus when Space is pressed
+    };
+    /// It belongs to the window.
+    MenuCanto(QWidget& finestra, Parti parti);
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    void CreaVoci();
+    void Aggiorna();
+
+    QWidget& finestra_;
+    Parti p_;
+    QMenu menu_;
+    QMenu* tonalita_ = nullptr;
+    QMenu* melodia_ = nullptr;
+    QAction* estensione_ = nullptr;
+};
+
+}  // namespace sonnel
