@@ -1,7 +1,15 @@
-# Completion of the player's one argument for bash: a song and the directories on the way to it.
+# Completion of the player's options and its song for bash.
 _sonnel() {
     local cur prev words cword
     _init_completion || return
-    _filedir '@(lyk|mid)'
+    case $prev in
+        --key | --tempo) return ;;
+        --melody) mapfile -t COMPREPLY < <(compgen -W "normal soft off" -- "$cur"); return ;;
+    esac
+    if [[ $cur == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "--key --tempo --melody" -- "$cur")
+        return
+    fi
+    _filedir '@(lyk|mid|kar|midi|rmi)'
 }
 complete -F _sonnel sonnel

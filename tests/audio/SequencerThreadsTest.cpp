@@ -39,7 +39,8 @@ TEST(SequencerThreads, CommandsInAHurryMeetTheSoundThread) {
                                          MciCommand::Pause, MciCommand::Seek, MciCommand::Seek,
                                          MciCommand::Prev,  MciCommand::Close};
         control.Command(Commands.at(random() % Commands.size()));
-        control.Perform({static_cast<int>(random() % 25) - 12, 50 + static_cast<int>(random() % 101),
+        control.Perform({static_cast<int>(random() % 25) - 12,
+                         50 + static_cast<int>(random() % 101),
                          static_cast<Performance::Melody>(random() % 3), 0});
         const std::int32_t before = control.Position();
         std::this_thread::sleep_for(std::chrono::milliseconds(random() % 8));
