@@ -1,6 +1,7 @@
 #include "player/ImpaginazioneParole.h"
 
 #include "platform/Numbers.h"
+#include "player/CarattereMassimo.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,7 +12,6 @@ namespace {
 constexpr double PuntiInPiu = 8;
 constexpr double PuntiMinimi = 8;
 constexpr double PuntiPiccoli = 10;
-constexpr int MargineRiga = 25;  // twips below each line, for descenders and the shadow
 
 const Message AvvisoRigheLunghe{
     "Warning! The selected song contains one or more long text lines! The words will be displayed "
@@ -54,6 +54,10 @@ bool ImpaginazioneParole::AdattaFont() {
     if (!config_.AutoFont) {
         return false;
     }
+    if (intero_) {
+        CarattereMassimo(parole_, timeline_, cornice_.LarghezzaParole(), cornice_.AltezzaInterna());
+        return false;
+    }
     FontSpec font = parole_.Font();
     font.size = config_.FontSize + PuntiInPiu;
     parole_.SetFont(font);
@@ -83,7 +87,7 @@ void ImpaginazioneParole::RiduciFont(const Evento& pagina) {
 
 void ImpaginazioneParole::ResizeParole(std::int16_t& righe) {
     righe = std::max<std::int16_t>(righe, 1);
-    const double altezza = (parole_.Measure("T").height + MargineRiga) * righe;
+    const double altezza = AltezzaRighe(parole_, righe);
     const int barra = cornice_.AltezzaBarra();
     const int top = RoundHalfEven<int>(barra + (cornice_.AltezzaInterna() - barra - altezza) / 2);
     cornice_.DisponiParole(std::max(top, barra), RoundHalfEven<int>(altezza));

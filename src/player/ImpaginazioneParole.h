@@ -27,6 +27,9 @@ class ImpaginazioneParole {
     void RiadattaFont();
     /// The same without the warning: true when it would be due.
     [[nodiscard]] bool AdattaFont();
+    /// On a full screen, automatic sizing takes the largest size at which every page fits the width
+    /// and the height, without a limit and without a warning.
+    void SchermoIntero(bool intero) { intero_ = intero; }
     /// Makes the area high enough for `righe` lines (at least 1, which is written back) and centres
     /// it below the toolbar.
     void ResizeParole(std::int16_t& righe);
@@ -39,6 +42,7 @@ class ImpaginazioneParole {
     PictureBox& parole_;
     CorniceParole& cornice_;
     MsgBox& msgBox_;
+    bool intero_ = false;
     bool avvisato_ = false;  ///< about the song that was fitted last
 };
 

@@ -287,6 +287,49 @@ TEST_F(frmKaraokeTest, TheLogoGoesRoundAndTheSongPausesWhenTheWindowIsPutAway) {
     EXPECT_EQ(control.Mode(), MciMode::Paused);
 }
 
+TEST_F(frmKaraokeTest, TheFullScreenHasOnlyTheWordsAsLargeAsTheyCanBe) {
+    OpenSong();
+    const double before = lyrics->Font().size;
+    const QRect place(window->pos(), window->size());
+    const QSize words = lyrics->size();
+    Key(Qt::Key_F11);
+    EXPECT_TRUE(window->isFullScreen());
+    EXPECT_EQ(window->menuBar()->height(), 0);
+    EXPECT_FALSE(slider->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return lyrics->width() > words.width() + 50; }));
+    EXPECT_GT(lyrics->Font().size, before + 8) << "no limit but the screen";
+    EXPECT_LE(lyrics->geometry().bottom(), window->height());
+    Key(Qt::Key_F2);
+    EXPECT_TRUE(Playing()) << "the menu's keys live on";
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(window->isFullScreen());
+    EXPECT_TRUE(slider->isVisible());
+    EXPECT_EQ(lyrics->Font().size, before);
+    OpenSong();
+    Key(Qt::Key_F11);
+    window->close();
+    EXPECT_EQ(LeggiImpostazione(registry, "Finestra", "FullScreen", ""), "0");
+    EXPECT_EQ(LeggiImpostazione(registry, "Finestra", "Width", ""),
+              std::to_string(15 * place.width()));
+}
+
+TEST_F(frmKaraokeTest, TheSingersKeysActAndSpacePlays) {
+    OpenSong();
+    QTest::keySequence(window.get(), QKeySequence("Ctrl+Up"));
+    QTest::keySequence(window.get(), QKeySequence("Ctrl+Left"));
+    EXPECT_EQ(control.Performed(), (Performance{1, 95}));
+    EXPECT_EQ(Label(2), "key +1, tempo 95 %");
+    QTest::keySequence(window.get(), QKeySequence("Ctrl+0"));
+    EXPECT_EQ(Label(2), "");
+    QTest::keyClick(lyrics, Qt::Key_Space);
+    EXPECT_TRUE(Playing());
+    QTest::keyClick(lyrics, Qt::Key_Space);
+    EXPECT_FALSE(Playing());
+    EXPECT_EQ(window->focusWidget(), slider);
+    QTest::keyClick(slider, Qt::Key_Space);
+    EXPECT_TRUE(Playing());
+}
+
 TEST_F(frmKaraokeTest, ClosingKeepsThePlaceOfTheWindow) {
     const auto closed = [this](Qt::WindowState state) {
         window->setWindowState(state);

@@ -38,6 +38,7 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
     Parole.setFocus();
     CreaMenu();
     CreaBarra();
+    CreaSchermoIntero();
     CreaMenuCanto();
     new FileDrop(
         *this, [this] { return !riproduzione_.InRiproduzione(); },
@@ -55,6 +56,14 @@ Riproduzione::Parti frmKaraoke::PartiRiproduzione() {
             disegno_,  *this,       cantante_,       p_.msgBox,    p_.eventi};
 }
 
+void frmKaraoke::CreaSchermoIntero() {
+    intero_ = new SchermoIntero(*this, *striscia_, [this] {
+        impaginazione_.SchermoIntero(intero_->Attivo());
+        DisponiFinestra();
+        riproduzione_.Riadatta();
+    });
+}
+
 void frmKaraoke::CreaMenuCanto() {
     const auto cambiato = [this] {
         Canto(cantante_.Descrizione());
@@ -67,7 +76,8 @@ void frmKaraoke::CreaMenuCanto() {
             mnuSoundPlay_Click();
         }
     };
-    new MenuCanto(*this, {cantante_, cambiato, suonaOPausa, {&Parole, sldPosition}});
+    new MenuCanto(*this,
+                  {cantante_, cambiato, suonaOPausa, {&Parole, sldPosition}, {intero_->Azione()}});
 }
 
 int frmKaraoke::Twips(double pixel) const {

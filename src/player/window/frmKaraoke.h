@@ -16,6 +16,7 @@
 #include "player/VistaKaraoke.h"
 #include "player/window/AltreFinestre.h"
 #include "player/window/AssociaLyk.h"
+#include "player/window/frmSchermoIntero.h"
 #include "ui/CRebar.h"
 #include "ui/frmInfo.h"
 #include "ui/frmSplash.h"
@@ -120,6 +121,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     [[nodiscard]] Riproduzione::Parti PartiRiproduzione();
     void CreaMenuCanto();
+    void CreaSchermoIntero();
     void CreaMenu();
     void CreaBarra();
     QWidget* CreaPosizione();
@@ -146,6 +148,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     double twipsPerPixel_;
     QWidget* area_;  ///< everything below the menu bar
     QWidget* striscia_;
+    SchermoIntero* intero_ = nullptr;
     Colour sfondo_ = 0;  ///< of what the strip and the lyrics leave free
     QtPictureBox Parole;
     QToolBar* tlbBar = nullptr;

@@ -63,7 +63,8 @@ void frmKaraoke::DisponiFinestra() {
 }
 
 int frmKaraoke::AltezzaBarra() const {
-    return Twips(striscia_->height());
+    // On a full screen it lies over the words, when it is there at all.
+    return intero_->Attivo() ? 0 : Twips(striscia_->height());
 }
 
 int frmKaraoke::AltezzaInterna() const {

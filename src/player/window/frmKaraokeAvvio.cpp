@@ -138,6 +138,7 @@ void frmKaraoke::closeEvent(QCloseEvent* event) {
 
 void frmKaraoke::Form_Unload() {
     p_.sequencer.Command(MciCommand::Close);
+    intero_->Termina();
     SalvaFinestra();
     Rebar.DestroyRebar();
     QApplication::quit();

@@ -165,12 +165,12 @@ QWidget* frmKaraoke::CreaPosizione() {
     const QString zero = QString::fromStdString(FormattaTempo(0));
     lblPosition = new QLabel(zero, SSPanel1);
     lblPosition->setAccessibleDescription("Song position");
+    lblTrackLength = new QLabel(zero, SSPanel1);
+    lblTrackLength->setAccessibleDescription("Song length");
     lblCanto = new QLabel(SSPanel1);
     lblCanto->setAccessibleDescription("What is not the song's own");
     lblCanto->setMinimumWidth(1);  // gives way where the window is narrow
     lblCanto->hide();
-    lblTrackLength = new QLabel(zero, SSPanel1);
-    lblTrackLength->setAccessibleDescription("Song length");
     for (QLabel* etichetta : {lblPosition, lblTrackLength}) {
         // The slider does not move while the digits change.
         etichetta->setMinimumWidth(etichetta->fontMetrics().horizontalAdvance("00' 00\"") + 2);

@@ -66,6 +66,8 @@ void MenuCanto::CreaVoci() {
     estensione_ = tonalita_->addAction("");
     estensione_->setEnabled(false);
     auto* gruppo = new QActionGroup(this);
+    menu_.addSeparator();
+    menu_.addActions(p_.altre);
     for (int i = 0; i < 3; ++i) {
         melodia_->actions().at(i)->setCheckable(true);
         gruppo->addAction(melodia_->actions().at(i));
@@ -76,7 +78,7 @@ void MenuCanto::CreaVoci() {
 void MenuCanto::Aggiorna() {
     const Cantante& cantante = p_.cantante;
     for (QAction* voce : menu_.actions()) {
-        voce->setEnabled(cantante.BranoAperto());
+        voce->setEnabled(cantante.BranoAperto() || p_.altre.contains(voce));
     }
     const auto& melodia = cantante.Melodia();
     melodia_->menuAction()->setEnabled(melodia.has_value());
@@ -96,20 +98,20 @@ bool MenuCanto::eventFilter(QObject* object, QEvent* event) {
         const auto& richiesta = *static_cast<QContextMenuEvent*>(event);
         menu_.popup(richiesta.reason() == QContextMenuEvent::Mouse
                         ? richiesta.globalPos()
-                        : finestra_.mapToGlobal(finestra_.rect().center()));
+                        : finestra_.mapToGlobal(finestra_.rect().center() / 2));
         return true;
     }
     if (event->type() == QEvent::KeyPress) {
         const auto& tasto = *static_cast<QKeyEvent*>(event);
-        const bool qui = std::find(p_.dellaBarra.begin(), p_.dellaBarra.end(),
-                                   finestra_.focusWidget()) != p_.dellaBarra.end();
+        const bool qui = std::find(p_.conSpazio.begin(), p_.conSpazio.end(),
+                                   finestra_.focusWidget()) != p_.conSpazio.end();
         if (qui && tasto.key() == Qt::Key_Space && tasto.modifiers() == Qt::NoModifier &&
             !tasto.isAutoRepeat()) {
             p_.suonaOPausa();
             return true;
         }
         if (tasto.key() == Qt::Key_F10 && tasto.modifiers() == Qt::ShiftModifier) {
-            menu_.popup(finestra_.mapToGlobal(finestra_.rect().center()));
+            menu_.popup(finestra_.mapToGlobal(finestra_.rect().center() / 2));
             return true;
         }
     }

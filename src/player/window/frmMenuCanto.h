@@ -17,9 +17,10 @@ class MenuCanto final : public QObject {
   public:
     struct Parti {
         Cantante& cantante;
-        std::function<void()> cambiato;          ///< a command has been carried out
-        std::function<void()> suonaOPausa;       ///< Space
-        std::vector<const QWidget*> dellaBarra;  ///< what has the focus when Space is pressed
+        std::function<void()> cambiato;         ///< a command has been carried out
+        std::function<void()> suonaOPausa;      ///< Space
+        std::vector<const QWidget*> conSpazio;  ///< what has the focus when Space is pressed
+        QList<QAction*> altre;                  ///< commands of others, at the end of the menu
     };
     /// It belongs to the window.
     MenuCanto(QWidget& finestra, Parti parti);
