@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
 namespace sonnel {
 namespace {
@@ -35,7 +34,7 @@ std::optional<CanaleMelodia> MelodiaDi(const FileBrano& brano, const Timeline& t
 }  // namespace
 
 Cantante::Cantante(const Parti& parti, std::optional<Canto> imposto)
-    : p_(parti), imposto_(std::move(imposto)) {}
+    : p_(parti), imposto_(imposto) {}
 
 void Cantante::NuovoBrano(const FileBrano& brano) {
     brano_ = Chiave(brano);

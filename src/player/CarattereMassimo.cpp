@@ -6,8 +6,8 @@
 namespace sonnel {
 namespace {
 
-constexpr int PuntiMinimi = 8;
-constexpr int PuntiMassimi = 1000;
+constexpr int MinimoCarattere = 8;
+constexpr int MassimoCarattere = 1000;
 constexpr int MargineRiga = 25;  // twips below each line, for descenders and the shadow
 
 int Righe(std::string_view pagina) {
@@ -39,8 +39,8 @@ double AltezzaRighe(PictureBox& parole, int righe) {
 
 void CarattereMassimo(PictureBox& parole, const Timeline& timeline, int larghezza, int altezza) {
     FontSpec font = parole.Font();
-    int entra = PuntiMinimi;
-    for (int troppo = PuntiMassimi; troppo - entra > 1;) {
+    int entra = MinimoCarattere;
+    for (int troppo = MassimoCarattere; troppo - entra > 1;) {
         const int punti = (entra + troppo) / 2;
         font.size = punti;
         parole.SetFont(font);

@@ -69,7 +69,7 @@ std::string TestoRilievi(const std::string& file, const std::vector<Rilievo>& ri
 }
 
 /// The song that is named by its path without extension or by any of its files.
-Result<FileBrano> Brano(const std::string& nome) {
+Result<FileBrano> BranoDaControllare(const std::string& nome) {
     const std::filesystem::path file = CercaFile(nome);
     if (std::error_code ignoto;
         std::filesystem::is_regular_file(file, ignoto) && SembraMidi(file)) {
@@ -81,7 +81,7 @@ Result<FileBrano> Brano(const std::string& nome) {
 /// Looks through the words and the music; an error when the words cannot be read.
 std::optional<Error> Controlla(const std::string& nome, std::vector<Rilievo>& rilievi,
                                std::vector<std::string>& messaggi) {
-    const Result<FileBrano> brano = Brano(nome);
+    const Result<FileBrano> brano = BranoDaControllare(nome);
     if (!brano) {
         return brano.error();
     }

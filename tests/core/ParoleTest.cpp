@@ -1,13 +1,18 @@
 #include "fakes/ClockedEvents.h"
+#include "fakes/DemoSong.h"
 #include "fakes/FakeMainWindow.h"
 #include "fakes/MemoryRegistry.h"
 #include "fakes/RecordingPictureBox.h"
 #include "fakes/ScriptedMsgBox.h"
+#include "generator/Lyk.h"
+#include "platform/Text.h"
 #include "player/Calibratura.h"
 #include "player/DisegnoParole.h"
 #include "player/ImpaginazioneParole.h"
+#include "player/Scena.h"
 #include "player/SincroniaParole.h"
 #include "settings/Impostazioni.h"
+#include "song/LeggiKaraoke.h"
 #include "ui/basCommon.h"
 
 #include <map>
@@ -210,6 +215,45 @@ TEST_F(SyncTest, LiveEventsNeedNotBeSorted) {
         EXPECT_EQ(box.printed.size(), drawn);
     }
     EXPECT_EQ(box.Words().back(), "3 Hello") << "a count beyond 16 bits is the whole page";
+}
+
+/// What a scene without flow shows, as it is drawn: the lines, then what of them is sung.
+Words Drawn(const Scena& scene) {
+    Words lines;
+    Words sung;
+    auto left = static_cast<std::ptrdiff_t>(scene.cantati);
+    for (const std::string& line : scene.righe) {
+        lines.push_back("1 " + line);
+        std::string part(
+            FirstCodePoints(line, static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, left))));
+        part.erase(part.find_last_not_of(' ') + 1);
+        if (left > 0) {
+            sung.push_back("3 " + part);
+        }
+        left -= static_cast<std::ptrdiff_t>(CodePoints(line)) + 2;
+    }
+    lines.insert(lines.end(), sung.begin(), sung.end());
+    return lines;
+}
+
+TEST_F(LyricsTest, TheSingersScreenShowsThePageAndTheWordsOfTheMainWindow) {
+    config.Ombra = false;
+    int words = 0;
+    for (const std::size_t song : {0U, 1U}) {
+        const DemoSong demo(DemoScores().at(song));
+        InformazioniBrano info;
+        timeline.Azzera();
+        (void)LeggiRighe(songs::WriteLyk(demo.score, demo.song), true, timeline, info, msgBox);
+        const std::int32_t end = timeline.Eventi(timeline.NumEventi()).Tempo * 100;
+        for (int place = 1; place <= 20; ++place) {
+            const std::int32_t ms = place * end / 20;
+            sync.Risincronizza(ms);
+            const Words drawn = Drawn(ScenaA(timeline, ms / 100.0, {false, true, true, true}));
+            EXPECT_EQ(box.Words(), drawn) << ms;
+            words += static_cast<int>(drawn.size());
+        }
+    }
+    EXPECT_GT(words, 60);
 }
 
 /// A machine that takes `perTurn` to paint a page, and keeps the last one that it painted.

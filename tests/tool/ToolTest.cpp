@@ -349,7 +349,8 @@ TEST_F(ToolTest, TheExactReadingMakesSongsOfAnyFileAndFillsALibrary) {
     all = Json("add lib A.lyk w.rmi w.rmi lone.lyk none.mid gone.kar A.lyk/x", 1);
     std::string names;
     for (const json& one : all) {
-        names += one["name"].get<std::string>() + (one["ok"] == (one["error"] == "") ? ";" : "!");
+        names += one["name"].get<std::string>() +
+                 (one["ok"] == one["error"].get<std::string>().empty() ? ";" : "!");
     }
     EXPECT_EQ(names, "A;w;w;;;;;");
     EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 4) << err;

@@ -65,8 +65,8 @@ void NoteSender::Begin(std::uint8_t channel, std::uint8_t key, std::uint8_t velo
         // The synthesiser ends what sounds on this key.
         notes[static_cast<std::size_t>(sounding.owner)].sounds = kNone;
     }
-    sounding.owner = static_cast<std::int8_t>(key);
-    note.sounds = static_cast<std::int8_t>(sounds);
+    sounding.owner = static_cast<std::int16_t>(key);
+    note.sounds = static_cast<std::int16_t>(sounds);
     if (melody && performance_.melody == Performance::Melody::Soft) {
         velocity = static_cast<std::uint8_t>((velocity + 1) / 2);
     }

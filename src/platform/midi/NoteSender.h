@@ -27,9 +27,9 @@ class NoteSender {
 
     /// A key of the song on its channel.
     struct Note {
-        std::int8_t sounds = kNone;  ///< the key that sounds for it, as long as it does
-        std::int8_t owner = kNone;   ///< the song's key for which this key sounds
-        bool leftOut = false;        ///< it began, but was not sent
+        std::int16_t sounds = kNone;  ///< the key that sounds for it, as long as it does
+        std::int16_t owner = kNone;   ///< the song's key for which this key sounds
+        bool leftOut = false;         ///< it began, but was not sent
     };
 
     void Begin(std::uint8_t channel, std::uint8_t key, std::uint8_t velocity) noexcept;

@@ -41,7 +41,9 @@ Result<OpzioniRiga> LeggiOpzioni(const std::vector<std::string>& argomenti) {
             Canto canto = opzioni.canto.value_or(Canto{});
             const std::string valore = ++i < argomenti.size() ? argomenti[i] : "";
             if (!Imposta(canto, argomento, valore)) {
-                return Error{0, argomento + " needs " + voluto + ", not \"" + valore + "\"."};
+                std::string frase = argomento;
+                frase.append(" needs ").append(voluto).append(", not \"").append(valore);
+                return Error{0, frase.append("\".")};
             }
             opzioni.canto = canto;
         } else {

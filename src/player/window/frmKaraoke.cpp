@@ -39,6 +39,7 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
     CreaMenu();
     CreaBarra();
     CreaSchermoIntero();
+    CreaFinestraParole();
     CreaMenuCanto();
     new FileDrop(
         *this, [this] { return !riproduzione_.InRiproduzione(); },
@@ -64,6 +65,18 @@ void frmKaraoke::CreaSchermoIntero() {
     });
 }
 
+void frmKaraoke::CreaFinestraParole() {
+    constexpr double millisecondiPerDecimo = 100;
+    const auto tempo = [this] {
+        return cantante_.PosizioneParole(p_.sequencer.Position()) / millisecondiPerDecimo +
+               p_.config.Compensazione;
+    };
+    const auto suona = [this] { return riproduzione_.InRiproduzione(); };
+    cantanti_ = std::make_unique<FinestraParole>(FinestraParole::Parti{
+        p_.timeline, p_.informazioni, p_.config, p_.registro, tempo, suona, this});
+    addAction(cantanti_->Azione());
+}
+
 void frmKaraoke::CreaMenuCanto() {
     const auto cambiato = [this] {
         Canto(cantante_.Descrizione());
@@ -76,8 +89,11 @@ void frmKaraoke::CreaMenuCanto() {
             mnuSoundPlay_Click();
         }
     };
-    new MenuCanto(*this,
-                  {cantante_, cambiato, suonaOPausa, {&Parole, sldPosition}, {intero_->Azione()}});
+    new MenuCanto(*this, {cantante_,
+                          cambiato,
+                          suonaOPausa,
+                          {&Parole, sldPosition},
+                          {intero_->Azione(), cantanti_->Azione()}});
 }
 
 int frmKaraoke::Twips(double pixel) const {

@@ -7,6 +7,7 @@
 #include "platform/Shell.h"
 #include "platform/SystemEvents.h"
 #include "platform/midi/MMControl.h"
+#include "platform/qt/KeepAwake.h"
 #include "platform/qt/QtPictureBox.h"
 #include "player/Cantante.h"
 #include "player/CorniceParole.h"
@@ -16,6 +17,7 @@
 #include "player/VistaKaraoke.h"
 #include "player/window/AltreFinestre.h"
 #include "player/window/AssociaLyk.h"
+#include "player/window/frmParole.h"
 #include "player/window/frmSchermoIntero.h"
 #include "ui/CRebar.h"
 #include "ui/frmInfo.h"
@@ -122,6 +124,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     [[nodiscard]] Riproduzione::Parti PartiRiproduzione();
     void CreaMenuCanto();
     void CreaSchermoIntero();
+    void CreaFinestraParole();
     void CreaMenu();
     void CreaBarra();
     QWidget* CreaPosizione();
@@ -149,7 +152,8 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QWidget* area_;  ///< everything below the menu bar
     QWidget* striscia_;
     SchermoIntero* intero_ = nullptr;
-    Colour sfondo_ = 0;  ///< of what the strip and the lyrics leave free
+    std::unique_ptr<FinestraParole> cantanti_;  ///< the singers' window
+    Colour sfondo_ = 0;                         ///< of what the strip and the lyrics leave free
     QtPictureBox Parole;
     QToolBar* tlbBar = nullptr;
     QLabel* lblPosition = nullptr;
@@ -158,6 +162,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QLabel* lblTrackLength = nullptr;
     QLabel* imgLogo = nullptr;
     QTimer tmrLogo{this};
+    KeepAwake sveglia_;
     QTimer tmrSlider;
     CRebar Rebar;  ///< without bands: the strip lies over it, as wide as the window
     std::array<QIcon, 3> ImageList2;

@@ -82,6 +82,7 @@ void frmKaraoke::DisponiParole(int top, int altezza) {
 void frmKaraoke::ColoreSfondo(Colour colore) {
     sfondo_ = colore;
     area_->update();
+    cantanti_->Rinnova();
 }
 
 // What playback shows
@@ -92,6 +93,7 @@ void frmKaraoke::Titolo(const std::string& titolo) {
 }
 
 void frmKaraoke::Durata(std::int32_t secondi, const std::string& testo) {
+    cantanti_->Rinnova();
     const QSignalBlocker fermo(sldPosition);
     sldPosition->setRange(0, secondi);
     lblTrackLength->setText(QString::fromStdString(testo));
@@ -116,6 +118,7 @@ void frmKaraoke::AnimaLogo(bool attiva) {
     if (attiva == tmrLogo.isActive()) {
         return;
     }
+    sveglia_.Keep(attiva);
     if (attiva) {
         tmrLogo.start();
     } else {
