@@ -10,6 +10,7 @@
 #include "settings/Config.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QListView>
 #include <QStringListModel>
 #include <algorithm>
@@ -103,6 +104,20 @@ void FillPlainList(benchmark::State& state) {
     }
 }
 BENCHMARK(FillPlainList)->Arg(10000)->Arg(32000)->Unit(benchmark::kMillisecond);
+
+/// A key in the find field, to the painted list.
+void FindKey(benchmark::State& state) {
+    Selection selection(state.range(0));
+    auto& words = *selection.Window().findChild<QLineEdit*>();
+    words.show();
+    bool longer = false;
+    for ([[maybe_unused]] auto iteration : state) {
+        longer = !longer;
+        words.setText(longer ? "er" : "e");
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(FindKey)->Arg(32000)->Unit(benchmark::kMillisecond);
 
 /// Letters that only a line near the end, or none, begins with.
 void FirstLetters(benchmark::State& state) {

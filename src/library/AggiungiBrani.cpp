@@ -181,7 +181,7 @@ std::vector<fs::path> AggiungiBrani(const Libreria& libreria, CommonDialog& dial
                                                          .further = {GenereKaraoke}});
     const auto midi = std::stable_partition(scelti.begin(), scelti.end(),
                                             [](const fs::path& file) { return !SembraMidi(file); });
-    const std::vector<fs::path> karaoke(midi, scelti.end());
+    std::vector<fs::path> karaoke(midi, scelti.end());
     scelti.erase(midi, scelti.end());
     if (!scelti.empty()) {
         AggiungiLyk(libreria, scelti, lista);

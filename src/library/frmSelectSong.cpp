@@ -63,8 +63,25 @@ void frmSelectSong::mnuViewSort_Click(Ordine ordine) {
     const std::int16_t selezionato = BranoSelezionato();
     righe_->Sostituisci(ElencaPerLingua(p_.libreria.brani, ordine));
     SelezionaBrano(selezionato);
-    setWindowTitle(QString("Song selection - %1 songs").arg(righe_->rowCount()));
+    ContaRighe();
     ordini_.at(static_cast<std::size_t>(ordine))->setChecked(true);
+    AbilitaBottoni();
+}
+
+void frmSelectSong::ContaRighe() {
+    setWindowTitle(QString("Song selection - %1 songs").arg(righe_->rowCount()));
+}
+
+/// Lists the songs that hold the words; one of them is selected, the one from before if it is
+/// there.
+void frmSelectSong::Cerca(const QString& parole) {
+    const std::int16_t selezionato = BranoSelezionato();
+    righe_->Filtra(parole);
+    SelezionaBrano(selezionato);
+    if (BranoSelezionato() == 0 && righe_->rowCount() > 0) {
+        lstBrani->setCurrentIndex(righe_->index(0));
+    }
+    ContaRighe();
     AbilitaBottoni();
 }
 

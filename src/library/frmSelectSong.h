@@ -87,6 +87,8 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     void CreaLista();
     void Disponi(QWidget* striscia);
     [[nodiscard]] Ordine OrdineCorrente() const;
+    void Cerca(const QString& parole);
+    void ContaRighe();
     void Chiudi(const std::string& risposta, std::optional<FileBrano> scelta);
     void ChiudiCon(std::int16_t posizione);
     void AggiungiFile(const std::vector<std::filesystem::path>& percorsi);

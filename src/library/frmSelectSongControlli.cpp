@@ -1,5 +1,6 @@
 // The selection window's menus, toolbar, list and layout.
 
+#include "library/frmCerca.h"
 #include "library/frmSelectSong.h"
 #include "library/frmSelectSongLista.h"
 #include "platform/qt/FitScreen.h"
@@ -196,6 +197,7 @@ void frmSelectSong::Disponi(QWidget* striscia) {
     interno->setContentsMargins(8, 8, 8, 8);
     interno->setSpacing(8);
     interno->addWidget(lstBrani, 1);
+    interno->addWidget(new LineaCerca(*this, *lstBrani, [this](const QString& t) { Cerca(t); }));
     interno->addWidget(bottoni);
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(0, 0, 0, 0);

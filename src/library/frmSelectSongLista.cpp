@@ -30,32 +30,42 @@ std::vector<RigaElenco> ElencaPerLingua(const TabellaBrani& brani, Ordine ordine
 }
 
 int ModelloBrani::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(righe_.size());
+    return parent.isValid() ? 0 : static_cast<int>(elencate_.size());
 }
 
 QVariant ModelloBrani::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole) {
         return {};
     }
-    return QString::fromStdString(righe_.at(static_cast<std::size_t>(index.row())).testo);
+    return QString::fromStdString(
+        righe_.at(elencate_.at(static_cast<std::size_t>(index.row()))).testo);
 }
 
 void ModelloBrani::Sostituisci(std::vector<RigaElenco> righe) {
     beginResetModel();
     righe_ = std::move(righe);
+    cerca_ = CercaBrani(righe_);
+    elencate_ = cerca_.Trova(parole_);
+    endResetModel();
+}
+
+void ModelloBrani::Filtra(const QString& parole) {
+    beginResetModel();
+    parole_ = parole.toStdString();
+    elencate_ = cerca_.Trova(parole_);
     endResetModel();
 }
 
 std::int16_t ModelloBrani::Posizione(int riga) const {
     const bool esiste = riga >= 0 && riga < rowCount();
-    return esiste ? righe_[static_cast<std::size_t>(riga)].posizione : std::int16_t{0};
+    return esiste ? righe_[elencate_[static_cast<std::size_t>(riga)]].posizione : std::int16_t{0};
 }
 
 int ModelloBrani::Riga(std::int16_t posizione) const {
-    const auto trovata =
-        std::find_if(righe_.begin(), righe_.end(),
-                     [posizione](const RigaElenco& riga) { return riga.posizione == posizione; });
-    return trovata == righe_.end() ? -1 : static_cast<int>(trovata - righe_.begin());
+    const auto trovata = std::find_if(
+        elencate_.begin(), elencate_.end(),
+        [this, posizione](std::size_t riga) { return righe_[riga].posizione == posizione; });
+    return trovata == elencate_.end() ? -1 : static_cast<int>(trovata - elencate_.begin());
 }
 
 void VistaBrani::keyPressEvent(QKeyEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/CercaBrani.h"
 #include "library/ElencoBrani.h"
 
 #include <QAbstractListModel>
@@ -19,7 +20,10 @@ class ModelloBrani : public QAbstractListModel {
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
+    /// The lines to show, as far as the words to find are in them.
     void Sostituisci(std::vector<RigaElenco> righe);
+    /// Lists only the lines that hold these words.
+    void Filtra(const QString& parole);
     /// Position of the song that a line shows, counted from 0; 0 when there is no such line.
     [[nodiscard]] std::int16_t Posizione(int riga) const;
     /// The first line that shows the song at a position; -1 when none does.
@@ -27,6 +31,9 @@ class ModelloBrani : public QAbstractListModel {
 
   private:
     std::vector<RigaElenco> righe_;
+    CercaBrani cerca_;
+    std::string parole_;
+    std::vector<std::size_t> elencate_;  ///< numbers of the lines that are listed
 };
 
 /// The list. The selection changes only to another line. While no line is selected, a key that

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #ifdef SONNEL_UTF8PROC
 #include <utf8proc.h>
@@ -256,6 +258,26 @@ std::string FoldCase(std::string_view text) {
     }
     std::transform(key.begin(), key.end(), key.begin(), SmallAscii);
     return key;
+}
+
+std::string FoldForSearch(std::string_view text) {
+    if (AsciiPrefix(text) == text.size()) {
+        return FoldCase(text);
+    }
+#ifdef SONNEL_UTF8PROC
+    utf8proc_uint8_t* folded = nullptr;
+    const auto options =
+        static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_COMPAT | UTF8PROC_CASEFOLD |
+                                       UTF8PROC_STRIPMARK | UTF8PROC_STABLE);
+    const utf8proc_ssize_t length =
+        utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                     static_cast<utf8proc_ssize_t>(text.size()), &folded, options);
+    if (length >= 0) {
+        const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner(folded, &std::free);
+        return {reinterpret_cast<const char*>(folded), static_cast<std::size_t>(length)};
+    }
+#endif
+    return FoldCase(text);
 }
 
 std::size_t FoldedHash::operator()(std::string_view text) const {

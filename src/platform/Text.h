@@ -40,6 +40,10 @@ inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 /// small letter (without utf8proc only ASCII ones do), and invalid bytes stay as they are.
 [[nodiscard]] std::string FoldCase(std::string_view text);
 
+/// A text as it is searched: letter case and marks such as accents do not count, "ß" is "ss".
+/// Without utf8proc only ASCII letters are folded.
+[[nodiscard]] std::string FoldForSearch(std::string_view text);
+
 /// For containers whose keys are equal when their FoldCase is: nothing is built for a key of ASCII.
 struct FoldedHash {
     [[nodiscard]] std::size_t operator()(std::string_view text) const;

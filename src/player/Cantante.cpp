@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* SezioneCanto = "Singer";
 constexpr const char* SezioneAnticipo = "Timing";
+constexpr const char* SezionePalco = "Stage";
 constexpr int MassimoAnticipo = 2000;  // ms
 
 /// The name under which a song is remembered, wherever it was named from.
@@ -34,7 +35,14 @@ std::optional<CanaleMelodia> MelodiaDi(const FileBrano& brano, const Timeline& t
 }  // namespace
 
 Cantante::Cantante(const Parti& parti, std::optional<Canto> imposto)
-    : p_(parti), imposto_(imposto) {}
+    : p_(parti),
+      imposto_(imposto),
+      vaAvanti_(LeggiImpostazione(p_.registro, SezionePalco, "GoOn", "0") != "0") {}
+
+void Cantante::CambiaVaAvanti(bool vaAvanti) {
+    vaAvanti_ = vaAvanti;
+    SalvaImpostazione(p_.registro, SezionePalco, "GoOn", TestoLogico(vaAvanti));
+}
 
 void Cantante::NuovoBrano(const FileBrano& brano) {
     brano_ = Chiave(brano);

@@ -39,6 +39,10 @@ class Cantante {
     /// Back to the song's own.
     void Azzera();
 
+    /// Whether a song goes on when the window loses the focus. Remembered.
+    [[nodiscard]] bool VaAvanti() const { return vaAvanti_; }
+    void CambiaVaAvanti(bool vaAvanti);
+
     [[nodiscard]] const Canto& Corrente() const { return canto_; }
     [[nodiscard]] bool BranoAperto() const { return !brano_.empty(); }
     /// The tune, when the song has one that was found.
@@ -58,6 +62,7 @@ class Cantante {
     std::string uscita_;  ///< name of the sound output
     Canto canto_;
     int anticipo_ = 0;  ///< ms
+    bool vaAvanti_;
     std::optional<CanaleMelodia> melodia_;
 };
 

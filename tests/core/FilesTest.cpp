@@ -135,6 +135,8 @@ TEST(Text, FoldsCaseByCodePoint) {
         EXPECT_TRUE(FoldedEqual()(text, folded)) << text;
         EXPECT_EQ(FoldedHash()(text), FoldedHash()(folded)) << text;
     }
+    EXPECT_EQ(FoldForSearch("Citt\u00E0 STRA\u00DFE \u2460"), "citta strasse 1");
+    EXPECT_EQ(FoldForSearch("\u0130a\u0301 \xFFX"), FoldCase("\u0130a\u0301 \xFFX")) << "not UTF-8";
 }
 
 TEST(Numbers, AreReadAndRoundedIntoTheirRange) {

@@ -96,7 +96,7 @@ std::vector<Steady::time_point> MomentsSung(const Player& player, std::size_t wo
 
 /// When clicks begin in what was heard, in seconds.
 std::vector<double> Onsets(const std::vector<std::int16_t>& samples) {
-    constexpr std::size_t second{2 * 44'100};
+    constexpr std::size_t second = 88'200;  // left and right
     std::vector<double> onsets;
     std::size_t quietFrom = 0;
     for (std::size_t i = 0; i < samples.size(); ++i) {

@@ -4,6 +4,7 @@
 #include "fakes/SongLibrary.h"
 #include "library/frmSelectSong.h"
 
+#include <QLineEdit>
 #include <QTest>
 #include <array>
 #include <functional>
@@ -111,6 +112,34 @@ TEST_F(frmSelectSongTest, OrdersKeepTheSelectedSong) {
     }
     window.SelezionaBrano(9);
     EXPECT_EQ(window.BranoSelezionato(), 2) << "no line shows it";
+}
+
+TEST_F(frmSelectSongTest, FindsLinesByTheWordsInThem) {
+    auto& words = *window.findChild<QLineEdit*>();
+    Fill(1);
+    const std::string all = Lines();
+    const auto title = [this] { return window.windowTitle().toStdString(); };
+    EXPECT_FALSE(words.isVisible());
+    Key(Qt::Key_Slash);
+    ASSERT_TRUE(words.hasFocus());
+    QTest::keyClicks(&words, "BIAN e");
+    EXPECT_EQ(Lines(), "\u00C8 tardi (Bianchi) - <None>|");
+    EXPECT_EQ(title(), "Song selection - 1 songs");
+    EXPECT_EQ(window.BranoSelezionato(), libreria.brani.NumBrani()) << "the first one listed";
+    window.AggiornaLista();
+    EXPECT_EQ(title(), "Song selection - 1 songs");
+    QTest::keyClick(&words, Qt::Key_Down);
+    EXPECT_TRUE(list.hasFocus());
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(words.isVisible());
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(Lines(), all);
+    QTest::keySequence(&window, QKeySequence("Ctrl+F"));
+    QTest::keyClicks(&words, "abete xyz");
+    EXPECT_EQ(Lines(), "");
+    QTest::keyClick(&words, Qt::Key_Escape);
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(frmSelectSongTest, EveryWayOutLeavesItsAnswer) {

@@ -50,7 +50,7 @@ class FileDialog : public QFileDialog {
     void accept() override {
         const bool directory = QFileInfo(selectedFiles().value(0)).isDir();
         if (directory && !request_.mustExist) {
-            QDialog::accept();
+            done(Accepted);
         } else {
             QFileDialog::accept();
         }

@@ -205,7 +205,9 @@ void frmKaraoke::tmrSlider_Timer() {
 }
 
 void frmKaraoke::Form_LostFocus() {
-    riproduzione_.Sospendi();
+    if (!cantante_.VaAvanti()) {
+        riproduzione_.Sospendi();
+    }
 }
 
 }  // namespace sonnel

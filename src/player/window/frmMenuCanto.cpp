@@ -68,6 +68,11 @@ void MenuCanto::CreaVoci() {
     auto* gruppo = new QActionGroup(this);
     menu_.addSeparator();
     menu_.addActions(p_.altre);
+    QAction* avanti = menu_.addAction("&Go on without the focus");
+    avanti->setCheckable(true);
+    avanti->setChecked(p_.cantante.VaAvanti());
+    connect(avanti, &QAction::toggled, this, [this](bool si) { p_.cantante.CambiaVaAvanti(si); });
+    p_.altre.append(avanti);
     for (int i = 0; i < 3; ++i) {
         melodia_->actions().at(i)->setCheckable(true);
         gruppo->addAction(melodia_->actions().at(i));

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QListView>
+#include <QString>
+#include <functional>
+
+namespace sonnel {
+
+/// The line under the selection list in which the user types what to find. Ctrl+F or "/" open it;
+/// Escape and hiding the window close it, which finds everything again.
+class LineaCerca final : public QLineEdit {
+  public:
+    /// `cambiata` gets each text; "" when the line is closed.
+    LineaCerca(QWidget& finestra, QListView& lista, std::function<void(const QString&)> cambiata);
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void Apri();
+    void Chiudi();
+
+    QListView& lista_;
+};
+
+}  // namespace sonnel
