@@ -71,7 +71,7 @@ std::string Pages(const std::string& bytes) {
 }
 
 /// A score of words with the same distance.
-std::string Words(char kind, int count, int distance, const std::string& word) {
+std::string SameWords(char kind, int count, int distance, const std::string& word) {
     std::string score;
     for (int i = 0; i < count; ++i) {
         score += std::string("|") + kind + std::to_string(100 + i * distance) + " " + word;
@@ -85,10 +85,10 @@ TEST(LeggiEsatto, ChoosesTheEventsThatAreWords) {
          "80:Text $EA|"},
         {"a|t100 \\one|a|l100 \\Ly|l105 /ric |l110 s|a|l100 more|l105 of|l110 it|l120 ",
          "80:Ly$Eric s|"},
-        {"a|l100 few|a|l100 mo|l105 re |a" + Words('t', 25, 2, "no "), "80:more |"},
-        {"a|t0 Title|t0 by me" + Words('t', 20, 1, "w "),
+        {"a|l100 few|a|l100 mo|l105 re |a" + SameWords('t', 25, 2, "no "), "80:more |"},
+        {"a|t0 Title|t0 by me" + SameWords('t', 20, 1, "w "),
          "80:w w w w w w w w w w w w w w w w $Ew w w w |"},
-        {"a" + Words('t', 19, 1, "w "), "it has no words"},
+        {"a" + SameWords('t', 19, 1, "w "), "it has no words"},
         {"a|l100 %a|l110 -|l120  |l130 @b", "it has no words"},
         {"a|t0 \\|t0 /", "it has no words"},
     };
@@ -128,7 +128,7 @@ TEST(LeggiEsatto, LaysOutWhatHasNoMarksOrIsTooLong) {
     const std::string ten = "123456789 ";
     const std::vector<std::pair<std::string, std::string>> scores{
         {"a|l100 a |l114 b |l129 c |l168 d |l208 e ", "80:a b $Ec $Ed |188:e |"},
-        {"a" + Words('l', 5, 10, ten), "80:" + ten + ten + ten + ten + "$E" + ten + "|"},
+        {"a" + SameWords('l', 5, 10, ten), "80:" + ten + ten + ten + ten + "$E" + ten + "|"},
         {"a|l100 " + ten + ten + ten + "x|l110  y|l120 z ", "80:" + ten + ten + ten + "x $Eyz |"},
         {"a|l100 \\" + ten + ten + ten + ten + "|l110 x |l120 /y ",
          "80:" + ten + ten + "$E" + ten + ten + "x $Ey |"},
@@ -156,7 +156,7 @@ TEST(LeggiEsatto, TakesTimesFromTheWholeTempoMap) {
                             "0021101F ", "00231022"));
     EXPECT_THAT(Read(Score("a|l100 A |l1000000 B ")),
                 ElementsAre(testing::StartsWith("it has words after 9,999.9 seconds")));
-    const std::string many = "a" + Words('l', 32760, 1, "w ");
+    const std::string many = "a" + SameWords('l', 32760, 1, "w ");
     EXPECT_THAT(Read(Score(many)), ElementsAre(testing::HasSubstr("32,750 events")));
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 /// A page "ab / cd" from 2 s on, sung at 4, 4.5, 9 and 9.2 s; cleared at 12 s; a page "ef" at 18 s,
 /// sung at 20 s.
-Timeline Song() {
+Timeline SceneSong() {
     Timeline timeline;
     InformazioniBrano info;
     ScriptedMsgBox msgBox;
@@ -26,7 +26,7 @@ Timeline Song() {
 
 /// A scene as "title", the page's lines with '/', the characters sung, ">" the next line, dots.
 std::string Shown(double seconds, const MostraScena& what = {}) {
-    const Timeline song = Song();
+    const Timeline song = SceneSong();
     const Scena scene = ScenaA(song, seconds * 10, what);
     std::ostringstream text;
     for (std::size_t i = 0; i < scene.righe.size(); ++i) {
