@@ -165,7 +165,9 @@ TEST(LeggiEsatto, TakesTitleAndAuthorFromTheFileOrItsName) {
     const auto header = [&word](const std::string& fields, const std::string& name) {
         std::string found;
         for (const std::string& line : Read(Score("a" + fields + word), name)) {
-            found += line.starts_with('*') ? line + ";" : "";
+            if (line.starts_with('*')) {
+                found.append(line).append(";");
+            }
         }
         return found;
     };

@@ -256,7 +256,7 @@ TEST_F(PlaybackTest, WhatTheSingerChangesIsRememberedForTheSong) {
     SmfBuilder tune(0, 500);
     for (int i = 1; i <= 8; ++i) {
         tune.Note(static_cast<std::uint32_t>(300 * i), 200, 60 + i, 2);
-        lyrics += ZeroPadded(3 * i, 5) + "02" + std::to_string(3 * i) + "\r\n";
+        lyrics += ZeroPadded(std::int64_t{3} * i, 5) + "02" + std::to_string(3 * i) + "\r\n";
     }
     Song("tune", lyrics, tune.Control(4000, 7, 1).Bytes());
     Load("tune");
