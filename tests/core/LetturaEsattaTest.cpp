@@ -164,7 +164,9 @@ TEST(LeggiEsatto, TakesTitleAndAuthorFromTheFileOrItsName) {
     const std::string word = "|l100 A |l110 B ";
     const auto header = [&word](const std::string& fields, const std::string& name) {
         std::string found;
-        for (const std::string& line : Read(Score("a" + fields + word), name)) {
+        std::string score = "a";
+        score.append(fields).append(word);
+        for (const std::string& line : Read(Score(score), name)) {
             if (line.starts_with('*')) {
                 found.append(line).append(";");
             }
