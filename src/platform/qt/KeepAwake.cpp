@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QFileInfo>
 
 namespace sonnel {
 namespace {
@@ -11,6 +12,13 @@ namespace {
 QDBusMessage Call(const char* method) {
     constexpr const char* service = "org.freedesktop.ScreenSaver";
     return QDBusMessage::createMethodCall(service, "/org/freedesktop/ScreenSaver", service, method);
+}
+
+/// Asking for a bus where there is none would start one, or leave one half made.
+bool HasSessionBus() {
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR") &&
+            QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus"));
 }
 
 }  // namespace
@@ -25,6 +33,9 @@ void KeepAwake::Keep(bool awake) {
 }
 
 void KeepAwake::Inhibit() {
+    if (!HasSessionBus()) {
+        return;
+    }
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         return;
