@@ -8,12 +8,12 @@ namespace sonnel {
 
 LineaCerca::LineaCerca(QWidget& finestra, QListView& lista,
                        std::function<void(const QString&)> cambiata)
-    : QLineEdit(&finestra), lista_(lista) {
+    : QLineEdit(&finestra), lista_(lista), cambiata_(std::move(cambiata)) {
     setPlaceholderText("Words to find");
     setAccessibleName("Words to find");
     setClearButtonEnabled(true);
     hide();
-    connect(this, &QLineEdit::textChanged, this, std::move(cambiata));
+    connect(this, &QLineEdit::textChanged, this, cambiata_);
     connect(new QShortcut(QKeySequence::Find, &finestra), &QShortcut::activated, this,
             &LineaCerca::Apri);
     lista_.installEventFilter(this);
@@ -21,6 +21,7 @@ LineaCerca::LineaCerca(QWidget& finestra, QListView& lista,
 }
 
 void LineaCerca::Apri() {
+    cambiata_(text());  // so that the first key need not prepare the search
     show();
     setFocus();
     selectAll();

@@ -23,6 +23,7 @@ class LineaCerca final : public QLineEdit {
     void Chiudi();
 
     QListView& lista_;
+    std::function<void(const QString&)> cambiata_;
 };
 
 }  // namespace sonnel

@@ -7,6 +7,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace sonnel {
 namespace {
@@ -44,15 +45,23 @@ QVariant ModelloBrani::data(const QModelIndex& index, int role) const {
 void ModelloBrani::Sostituisci(std::vector<RigaElenco> righe) {
     beginResetModel();
     righe_ = std::move(righe);
-    cerca_ = CercaBrani(righe_);
-    elencate_ = cerca_.Trova(parole_);
+    cerca_.reset();
+    elencate_.resize(righe_.size());
+    std::iota(elencate_.begin(), elencate_.end(), std::size_t{0});
+    if (!parole_.empty()) {
+        cerca_.emplace(righe_);
+        elencate_ = cerca_->Trova(parole_);
+    }
     endResetModel();
 }
 
 void ModelloBrani::Filtra(const QString& parole) {
     beginResetModel();
     parole_ = parole.toStdString();
-    elencate_ = cerca_.Trova(parole_);
+    if (!cerca_) {
+        cerca_.emplace(righe_);
+    }
+    elencate_ = cerca_->Trova(parole_);
     endResetModel();
 }
 

@@ -6,6 +6,7 @@
 #include <QAbstractListModel>
 #include <QListView>
 #include <QStyledItemDelegate>
+#include <optional>
 
 namespace sonnel {
 
@@ -31,7 +32,7 @@ class ModelloBrani : public QAbstractListModel {
 
   private:
     std::vector<RigaElenco> righe_;
-    CercaBrani cerca_;
+    std::optional<CercaBrani> cerca_;  ///< made for the first words to find
     std::string parole_;
     std::vector<std::size_t> elencate_;  ///< numbers of the lines that are listed
 };
