@@ -37,9 +37,6 @@ void LineaCerca::Chiudi() {
 }
 
 bool LineaCerca::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::Hide && object == window()) {
-        Chiudi();
-    }
     if (event->type() == QEvent::KeyPress) {
         const auto& tasto = *static_cast<QKeyEvent*>(event);
         if (object == &lista_ && tasto.text() == "/") {

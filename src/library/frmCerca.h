@@ -8,11 +8,14 @@
 namespace sonnel {
 
 /// The line under the selection list in which the user types what to find. Ctrl+F or "/" open it;
-/// Escape and hiding the window close it, which finds everything again.
+/// Escape closes it, which finds everything again.
 class LineaCerca final : public QLineEdit {
   public:
     /// `cambiata` gets each text; "" when the line is closed.
     LineaCerca(QWidget& finestra, QListView& lista, std::function<void(const QString&)> cambiata);
+
+    /// Also for the window to call when it is hidden.
+    void Chiudi();
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -20,7 +23,6 @@ class LineaCerca final : public QLineEdit {
 
   private:
     void Apri();
-    void Chiudi();
 
     QListView& lista_;
     std::function<void(const QString&)> cambiata_;

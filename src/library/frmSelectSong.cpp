@@ -4,6 +4,7 @@
 #include "library/ApriLykEsterno.h"
 #include "library/EliminaBrano.h"
 #include "library/SincronizzaDB.h"
+#include "library/frmCerca.h"
 #include "library/frmInfoBrano.h"
 #include "library/frmSelectSongLista.h"
 #include "platform/Paths.h"
@@ -210,6 +211,11 @@ void frmSelectSong::mnuFileProperties_Click() {
 void frmSelectSong::mnuDataConvert_Click() {
     p_.comandi.ConvertiKar();
     lstBrani->setFocus();
+}
+
+void frmSelectSong::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    linea_->Chiudi();
 }
 
 void frmSelectSong::showEvent(QShowEvent* event) {

@@ -25,6 +25,7 @@
 
 namespace sonnel {
 
+class LineaCerca;
 class ModelloBrani;
 
 /// The song selection window: the user picks the song to play, and looks after the library. It
@@ -71,6 +72,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -99,6 +101,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     QMenuBar* menu_;
     QListView* lstBrani;
     ModelloBrani* righe_;
+    LineaCerca* linea_ = nullptr;
     QPushButton* cmdOk;
     QPushButton* cmdAnnulla;
     QToolBar* tlbBar = nullptr;

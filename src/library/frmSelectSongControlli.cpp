@@ -197,7 +197,8 @@ void frmSelectSong::Disponi(QWidget* striscia) {
     interno->setContentsMargins(8, 8, 8, 8);
     interno->setSpacing(8);
     interno->addWidget(lstBrani, 1);
-    interno->addWidget(new LineaCerca(*this, *lstBrani, [this](const QString& t) { Cerca(t); }));
+    linea_ = new LineaCerca(*this, *lstBrani, [this](const QString& t) { Cerca(t); });
+    interno->addWidget(linea_);
     interno->addWidget(bottoni);
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(0, 0, 0, 0);
