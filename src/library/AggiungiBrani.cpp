@@ -169,6 +169,12 @@ void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, 
     }
 }
 
+/// Whether a chosen file is a MIDI file that no LYK file goes with.
+bool SoloMidi(const fs::path& file) {
+    const std::string base = WithoutExtension(Utf8FromPath(file));
+    return SembraMidi(file) && !FindFile(PathFromUtf8(base + ".lyk"));
+}
+
 }  // namespace
 
 std::vector<fs::path> AggiungiBrani(const Libreria& libreria, CommonDialog& dialoghi,
@@ -180,7 +186,7 @@ std::vector<fs::path> AggiungiBrani(const Libreria& libreria, CommonDialog& dial
                                                          .several = true,
                                                          .further = {GenereKaraoke}});
     const auto midi = std::stable_partition(scelti.begin(), scelti.end(),
-                                            [](const fs::path& file) { return !SembraMidi(file); });
+                                            [](const fs::path& file) { return !SoloMidi(file); });
     std::vector<fs::path> karaoke(midi, scelti.end());
     scelti.erase(midi, scelti.end());
     if (!scelti.empty()) {

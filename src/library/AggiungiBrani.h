@@ -24,7 +24,7 @@ inline constexpr const char* NomeBranoImpossibile =
 /// copies each LYK and MID file, enters the song in the index, and at the end loads the index again
 /// and refills the list. Message boxes report what cannot be added. A copy that fails ends the
 /// import and leaves nothing of that song; the songs copied before stay. Returns the MIDI files
-/// that were chosen.
+/// without LYK file that were chosen.
 [[nodiscard]] std::vector<std::filesystem::path> AggiungiBrani(const Libreria& libreria,
                                                                CommonDialog& dialoghi,
                                                                ListaBrani& lista);

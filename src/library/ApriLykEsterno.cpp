@@ -14,10 +14,10 @@ std::optional<FileBrano> ApriLykEsterno(CommonDialog& dialoghi, MsgBox& msgBox) 
         return std::nullopt;
     }
     const std::filesystem::path& scelto = scelti.front();
-    if (FileBrano midi = BranoDaFile(scelto); midi.parole || !midi.motivo.empty()) {
-        return midi;
-    }
     FileBrano brano = TrovaFileBrano(WithoutExtension(Utf8FromPath(scelto)));
+    if (!brano.Completo() && SembraMidi(scelto)) {
+        return BranoDaFile(scelto);
+    }
     if (!brano.mid) {
         msgBox.Show(
             {"Can't load the selected song: MID file missing!\r\n"

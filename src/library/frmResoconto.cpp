@@ -1,11 +1,11 @@
 #include "library/frmResoconto.h"
 
 #include "platform/MsgBox.h"
+#include "platform/qt/FitScreen.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace sonnel {
@@ -38,7 +38,7 @@ frmResoconto::frmResoconto(const std::string& riepilogo, const std::string& righ
 
     const QFontMetrics lettere = fontMetrics();
     resize(QSize(Larghezza * lettere.averageCharWidth(), Altezza * lettere.lineSpacing())
-               .boundedTo(screen()->availableSize() * 9 / 10));
+               .boundedTo(RoomOnScreen(*this)));
 }
 
 }  // namespace sonnel

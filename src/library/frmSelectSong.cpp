@@ -190,15 +190,14 @@ void frmSelectSong::mnuDataRebuild_Click() {
 }
 
 void frmSelectSong::mnuDataAdd_Click() {
-    AggiungiFile(AggiungiBrani(p_.libreria, p_.dialoghi, *this));
+    if (const auto midi = AggiungiBrani(p_.libreria, p_.dialoghi, *this); !midi.empty()) {
+        AggiungiFile(midi);
+    }
+    lstBrani->setFocus();
 }
 
 void frmSelectSong::AggiungiFile(const std::vector<std::filesystem::path>& percorsi) {
-    SenzaInput([&] {
-        if (!percorsi.empty()) {
-            p_.comandi.AggiungiFile(percorsi);
-        }
-    });
+    SenzaInput([&] { p_.comandi.AggiungiFile(percorsi); });
 }
 
 void frmSelectSong::mnuFileProperties_Click() {

@@ -51,6 +51,9 @@ void Cantante::NuovoBrano(const FileBrano& brano) {
     uscita_ = uscita.empty() ? "no device" : uscita;
     const auto ricordato = CantoDaTesto(LeggiImpostazione(p_.registro, SezioneCanto, brano_, ""));
     canto_ = imposto_.value_or(ricordato.value_or(Canto{}));
+    if (!melodia_) {
+        canto_.melodia = Performance::Melody::Normal;
+    }
     anticipo_ = std::clamp(
         Intero(LeggiImpostazione(p_.registro, SezioneAnticipo, uscita_, "0")).value_or(0),
         -MassimoAnticipo, MassimoAnticipo);
@@ -78,6 +81,9 @@ void Cantante::ProssimaMelodia() {
 }
 
 void Cantante::CambiaAnticipo(int ms) {
+    if (!BranoAperto()) {
+        return;  // the output is not known yet
+    }
     anticipo_ = std::clamp(anticipo_ + ms, -MassimoAnticipo, MassimoAnticipo);
     if (anticipo_ == 0) {
         RimuoviImpostazione(p_.registro, SezioneAnticipo, uscita_);

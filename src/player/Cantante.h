@@ -44,7 +44,7 @@ class Cantante {
     void CambiaVaAvanti(bool vaAvanti);
 
     [[nodiscard]] const Canto& Corrente() const { return canto_; }
-    [[nodiscard]] bool BranoAperto() const { return !brano_.empty(); }
+    [[nodiscard]] bool BranoAperto() const { return !p_.sequencer.FileName().empty(); }
     /// The tune, when the song has one that was found.
     [[nodiscard]] const std::optional<CanaleMelodia>& Melodia() const { return melodia_; }
     /// What is not the song's own; "" when all is.
@@ -58,7 +58,7 @@ class Cantante {
 
     Parti p_;
     std::optional<Canto> imposto_;
-    std::string brano_;   ///< base path of the open song
+    std::string brano_;   ///< base path of the song opened last
     std::string uscita_;  ///< name of the sound output
     Canto canto_;
     int anticipo_ = 0;  ///< ms

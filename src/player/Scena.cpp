@@ -20,12 +20,12 @@ constexpr int MassimoPunti = 3;
 
 /// The events around a moment of the song.
 struct Intorno {
-    std::string pagina;         ///< its text
-    bool iniziata = false;      ///< there has been a page with words
-    std::int32_t prima = 0;     ///< characters sung before the last syllable
-    std::int32_t adesso = 0;    ///< and with it
-    double inizio = 0;          ///< when it began
-    std::int16_t seguente = 1;  ///< the first event that is not due yet
+    const std::string* pagina = nullptr;  ///< its text
+    bool iniziata = false;                ///< there has been a page with words
+    std::int32_t prima = 0;               ///< characters sung before the last syllable
+    std::int32_t adesso = 0;              ///< and with it
+    double inizio = 0;                    ///< when it began
+    std::int16_t seguente = 1;            ///< the first event that is not due yet
 };
 
 Intorno Cerca(const Timeline& timeline, double tempo) {
@@ -36,7 +36,7 @@ Intorno Cerca(const Timeline& timeline, double tempo) {
             break;
         }
         if (evento.Tipo == TipoEvento::Pagina) {
-            intorno.pagina = evento.Testo;
+            intorno.pagina = &evento.Testo;
             intorno.iniziata = intorno.iniziata || !evento.Testo.empty();
             intorno.prima = intorno.adesso = 0;
         } else if (evento.Tipo == TipoEvento::Colore) {
@@ -104,8 +104,8 @@ Scena ScenaA(const Timeline& timeline, double tempo, const MostraScena& mostra) 
     Scena scena;
     scena.titolo = mostra.titolo && !intorno.iniziata;
     scena.punti = mostra.punti ? Punti(intorno, tempo, parola) : 0;
-    if (!intorno.pagina.empty()) {
-        scena.righe = RigheDiPagina(intorno.pagina);
+    if (intorno.pagina != nullptr && !intorno.pagina->empty()) {
+        scena.righe = RigheDiPagina(*intorno.pagina);
         scena.cantati = mostra.flusso ? Cantati(intorno, tempo, parola) : intorno.adesso;
     }
     if (mostra.prossima && InUltimaRiga(scena.righe, intorno.adesso)) {

@@ -5,7 +5,6 @@
 #include "platform/files/Files.h"
 #include "song/LetturaEsatta.h"
 
-#include <system_error>
 #include <utility>
 
 namespace sonnel {
@@ -50,13 +49,11 @@ FileBrano BranoDaFile(const fs::path& file) {
     if (UnoDeiDue(file)) {
         brano = TrovaFileBrano(brano.base);
     }
-    std::error_code mancante;
-    if (brano.Completo() || !fs::is_regular_file(file, mancante)) {
-        return brano;
+    if (!brano.Completo() && SembraMidi(file)) {
+        brano = {.base = brano.base, .mid = file};
+        LeggiParole(brano);
     }
-    FileBrano solo{.base = brano.base, .mid = file};
-    LeggiParole(solo);
-    return solo.parole || SembraMidi(file) ? solo : brano;
+    return brano;
 }
 
 }  // namespace sonnel

@@ -59,6 +59,9 @@ void Aggiungi::Uno(const std::string& nome) {
             const std::string file = Utf8FromPath(brano.lyk ? *brano.lyk : *brano.mid);
             Metti(file, std::move(brano));
         }
+        if (brani.empty()) {
+            esiti_.push_back({nome, Error{0, "there is no song in it"}});
+        }
     } else if (!brani.empty()) {
         Metti(nome, std::move(brani.front()));
     } else if (!fs::is_regular_file(stato)) {

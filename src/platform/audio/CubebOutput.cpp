@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <functional>
 #include <future>
 #include <span>
 #include <thread>

@@ -135,11 +135,27 @@ void FinestraParole::Avanza() {
     }
     const bool altra = adesso.righe != scena_.righe || adesso.prossima != scena_.prossima ||
                        adesso.punti != scena_.punti || adesso.titolo != scena_.titolo;
-    scena_ = std::move(adesso);
+    const double prima = std::exchange(scena_, std::move(adesso)).cantati;
     if (altra) {
         DisegnaPagina();
+        update();
+    } else {
+        AggiornaRighe(std::min(prima, scena_.cantati), std::max(prima, scena_.cantati));
     }
-    update();
+}
+
+/// Paints the lines anew that hold these characters of the page.
+void FinestraParole::AggiornaRighe(double da, double a) {
+    double inizio = 0;
+    for (std::size_t i = 0; i < scena_.righe.size(); ++i) {
+        const double fine = inizio + static_cast<double>(Testo(scena_.righe[i]).toUcs4().size()) +
+                            static_cast<double>(FineRiga.size());
+        if (da <= fine && a >= inizio) {
+            const double sopra = prima_ + static_cast<double>(i) * passo_;
+            update(QRectF(0, sopra, width(), passo_).toAlignedRect());
+        }
+        inizio = fine;
+    }
 }
 
 /// The largest letters at which every page of the song fits, with the lines around it.
@@ -222,7 +238,7 @@ void FinestraParole::DisegnaCantati(QPainter& pittore) const {
                            Larghezza(riga, resto), passo_);
         pittore.setClipRect(parte);
         pittore.drawPixmap(0, 0, cantata_);
-        resto -= static_cast<double>(riga.toUcs4().size()) + 2;
+        resto -= static_cast<double>(riga.toUcs4().size()) + static_cast<double>(FineRiga.size());
     }
     pittore.setClipping(false);
 }

@@ -48,6 +48,7 @@ class FinestraParole final : public QWidget {
     void Apri(bool apri);
     void CreaMenu();
     void Avanza();
+    void AggiornaRighe(double da, double a);
     void ScegliCarattere();
     void DisegnaPagina();
     [[nodiscard]] QPixmap Pagina(Colour colore, bool ombra) const;

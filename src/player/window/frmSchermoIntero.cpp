@@ -46,6 +46,10 @@ void SchermoIntero::Passa(bool intero) {
         finestra_.setWindowState(statoPrima_);
     }
     MostraBarre(!intero);
+    if (!intero) {
+        finestra_.menuBar()->setMinimumHeight(0);
+        finestra_.menuBar()->setMaximumHeight(QWIDGETSIZE_MAX);
+    }
     adatta_();
 }
 
@@ -56,10 +60,6 @@ void SchermoIntero::MostraBarre(bool mostra) {
     }
     barre_ = mostra;
     finestra_.menuBar()->setFixedHeight(mostra ? finestra_.menuBar()->sizeHint().height() : 0);
-    if (mostra && !attivo_) {
-        finestra_.menuBar()->setMinimumHeight(0);
-        finestra_.menuBar()->setMaximumHeight(QWIDGETSIZE_MAX);
-    }
     striscia_.setVisible(mostra);
 }
 
