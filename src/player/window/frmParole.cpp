@@ -1,5 +1,6 @@
 #include "player/window/frmParole.h"
 
+#include "platform/qt/FitScreen.h"
 #include "platform/qt/QtColour.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
@@ -59,7 +60,7 @@ FinestraParole::FinestraParole(Parti parti)
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](const QScreen* screen) {
         if (isVisible() && isFullScreen() && this->screen() == screen) {
             showNormal();
-            resize(MisuraUsuale);
+            resize(MisuraUsuale.boundedTo(RoomOnScreen(*this)));
         }
     });
     CreaMenu();
@@ -102,7 +103,7 @@ void FinestraParole::Apri(bool apri) {
         setGeometry((*altro)->geometry());
         showFullScreen();
     } else {
-        resize(MisuraUsuale);
+        resize(MisuraUsuale.boundedTo(RoomOnScreen(*this)));
         show();
     }
     battito_.start(Battito);
