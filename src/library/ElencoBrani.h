@@ -1,10 +1,10 @@
 #pragma once
 
 #include "library/Brani.h"
+#include "ui/CercaRighe.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <random>
 #include <string>
 #include <string_view>
@@ -23,12 +23,6 @@ enum class Ordine { Titolo, Autore, Album };
 /// The line that shows a song. The order of its parts makes the order of whole lines the one asked
 /// for.
 [[nodiscard]] std::string RigaBrano(const Brano& brano, Ordine ordine);
-
-/// A line of the selection list and the position of its song in the table.
-struct RigaElenco {
-    std::string testo;
-    std::int16_t posizione = 0;
-};
 
 /// The lines of all songs, ascending by the key that `faiChiave` makes of a line's text; lines with
 /// equal keys keep the order of the table. Each key is made once.

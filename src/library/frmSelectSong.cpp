@@ -4,13 +4,14 @@
 #include "library/ApriLykEsterno.h"
 #include "library/EliminaBrano.h"
 #include "library/SincronizzaDB.h"
-#include "library/frmCerca.h"
+#include "library/frmElencaPerLingua.h"
 #include "library/frmInfoBrano.h"
-#include "library/frmSelectSongLista.h"
 #include "platform/Paths.h"
 #include "platform/ScopeExit.h"
 #include "platform/qt/FileDrop.h"
 #include "ui/PuntatoreOccupato.h"
+#include "ui/frmCerca.h"
+#include "ui/frmElenco.h"
 
 #include <QResizeEvent>
 #include <QShowEvent>

@@ -1,10 +1,10 @@
 // The selection window's menus, toolbar, list and layout.
 
-#include "library/frmCerca.h"
 #include "library/frmSelectSong.h"
-#include "library/frmSelectSongLista.h"
 #include "platform/qt/FitScreen.h"
 #include "platform/qt/ToolStrip.h"
+#include "ui/frmCerca.h"
+#include "ui/frmElenco.h"
 
 #include <QActionGroup>
 #include <QDialogButtonBox>

@@ -1,4 +1,4 @@
-#include "library/CercaBrani.h"
+#include "ui/CercaRighe.h"
 
 #include "platform/Text.h"
 
@@ -22,14 +22,14 @@ std::vector<std::string> Parole(std::string_view testo) {
 
 }  // namespace
 
-CercaBrani::CercaBrani(const std::vector<RigaElenco>& righe) {
+CercaRighe::CercaRighe(const std::vector<RigaElenco>& righe) {
     righe_.reserve(righe.size());
     for (const RigaElenco& riga : righe) {
         righe_.push_back(FoldForSearch(riga.testo));
     }
 }
 
-std::vector<std::size_t> CercaBrani::Trova(std::string_view testo) const {
+std::vector<std::size_t> CercaRighe::Trova(std::string_view testo) const {
     const std::vector<std::string> parole = Parole(testo);
     std::vector<std::size_t> trovate;
     for (std::size_t i = 0; i < righe_.size(); ++i) {

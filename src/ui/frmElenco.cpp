@@ -1,7 +1,6 @@
-#include "library/frmSelectSongLista.h"
+#include "ui/frmElenco.h"
 
 #include <QAbstractItemView>
-#include <QCollator>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QToolTip>
@@ -14,21 +13,7 @@ namespace {
 
 constexpr int AriaRiga = 4;  // pixels between two lines
 
-/// The language whose order the list has; a machine without one gets an order for people too.
-QLocale LinguaElenco() {
-    const QLocale utente = QLocale().collation();
-    return utente.language() == QLocale::C ? QLocale(QLocale::English) : utente;
-}
-
 }  // namespace
-
-std::vector<RigaElenco> ElencaPerLingua(const TabellaBrani& brani, Ordine ordine) {
-    QCollator collatore(LinguaElenco());
-    collatore.setCaseSensitivity(Qt::CaseInsensitive);
-    return ElencaBrani(brani, ordine, [&collatore](const std::string& testo) {
-        return collatore.sortKey(QString::fromStdString(testo));
-    });
-}
 
 int ModelloBrani::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(elencate_.size());

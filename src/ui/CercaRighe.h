@@ -1,20 +1,25 @@
 #pragma once
 
-#include "library/ElencoBrani.h"
-
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace sonnel {
 
-/// Finds lines of the selection list by words in them, letter case and accents aside. The lines are
+/// A line of a list of songs and the position of its song, counted from 1.
+struct RigaElenco {
+    std::string testo;
+    std::int16_t posizione = 0;
+};
+
+/// Finds lines of a list by words in them, letter case and accents aside. The lines are
 /// folded once.
-class CercaBrani {
+class CercaRighe {
   public:
-    CercaBrani() = default;
-    explicit CercaBrani(const std::vector<RigaElenco>& righe);
+    CercaRighe() = default;
+    explicit CercaRighe(const std::vector<RigaElenco>& righe);
 
     /// The numbers of the lines that hold every word of the text, in their order; all lines when it
     /// holds no word.

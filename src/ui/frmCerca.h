@@ -7,7 +7,7 @@
 
 namespace sonnel {
 
-/// The line under the selection list in which the user types what to find. Ctrl+F or "/" open it;
+/// The line beside a list of songs in which the user types what to find. Ctrl+F or "/" open it;
 /// Escape closes it, which finds everything again.
 class LineaCerca final : public QLineEdit {
   public:

@@ -1,19 +1,17 @@
 #pragma once
 
-#include "library/CercaBrani.h"
-#include "library/ElencoBrani.h"
+#include "ui/CercaRighe.h"
 
 #include <QAbstractListModel>
 #include <QListView>
 #include <QStyledItemDelegate>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace sonnel {
 
-/// The lines of all songs in the order of the user's language, letter case not counting.
-[[nodiscard]] std::vector<RigaElenco> ElencaPerLingua(const TabellaBrani& brani, Ordine ordine);
-
-/// The lines of the selection list.
+/// The lines of a list of songs.
 class ModelloBrani : public QAbstractListModel {
   public:
     using QAbstractListModel::QAbstractListModel;
@@ -32,7 +30,7 @@ class ModelloBrani : public QAbstractListModel {
 
   private:
     std::vector<RigaElenco> righe_;
-    std::optional<CercaBrani> cerca_;  ///< made for the first words to find
+    std::optional<CercaRighe> cerca_;  ///< made for the first words to find
     std::string parole_;
     std::vector<std::size_t> elencate_;  ///< numbers of the lines that are listed
 };

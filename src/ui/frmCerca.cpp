@@ -1,4 +1,4 @@
-#include "library/frmCerca.h"
+#include "ui/frmCerca.h"
 
 #include <QKeyEvent>
 #include <QShortcut>

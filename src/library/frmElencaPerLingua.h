@@ -1,0 +1,12 @@
+#pragma once
+
+#include "library/ElencoBrani.h"
+
+#include <vector>
+
+namespace sonnel {
+
+/// The lines of all songs in the order of the user's language, letter case not counting.
+[[nodiscard]] std::vector<RigaElenco> ElencaPerLingua(const TabellaBrani& brani, Ordine ordine);
+
+}  // namespace sonnel
