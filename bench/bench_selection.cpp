@@ -65,6 +65,7 @@ class Selection {
     struct NoCommands : ComandiSelezione {
         void ConvertiKar() override {}
         void SincronizzaDB() override {}
+        std::optional<std::string> Accoda(std::int16_t /*position*/) override { return {}; }
         void AggiungiFile(const std::vector<std::filesystem::path>& /*files*/) override {}
     } commands_;
     frmSelectSong window_{{library_, dialogs_, random_, commands_}};

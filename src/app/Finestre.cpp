@@ -6,6 +6,7 @@
 #include "library/CaricaIndice.h"
 #include "library/Indice.h"
 #include "library/SincronizzaDB.h"
+#include "library/frmElencaPerLingua.h"
 #include "library/frmInfoBrano.h"
 #include "library/frmResoconto.h"
 #include "settings/frmOpzioni.h"
@@ -14,12 +15,13 @@
 
 namespace sonnel {
 
-Finestre::Finestre(const Porte& porte, frmKaraoke::Avvio avvio)
+Finestre::Finestre(const Porte& porte, frmKaraoke::Avvio avvio, std::filesystem::path fileCoda)
     : p_(porte),
       libreria_{config_, brani_, p_.msgBox, p_.eventi},
       messaggio_(p_.schermo),
+      coda_(std::move(fileCoda)),
       principale_({config_, timeline_, informazioni_, caso_, p_.registro, p_.sequencer, p_.msgBox,
-                   p_.eventi, p_.orologio, p_.schermo, p_.shell, *this},
+                   p_.eventi, p_.orologio, p_.schermo, p_.shell, *this, coda_},
                   std::move(avvio)) {}
 
 frmSelectSong& Finestre::Selezione() {
@@ -61,6 +63,25 @@ void Finestre::AggiungiFile(const std::vector<std::filesystem::path>& percorsi) 
 void Finestre::CaricaLibreria() {
     CaricaIndice(libreria_);
     (void)Selezione();
+}
+
+std::vector<RigaElenco> Finestre::ElencoBrani() {
+    return ElencaPerLingua(brani_, Ordine::Titolo);
+}
+
+Result<Turno> Finestre::TurnoDelBrano(std::int16_t posizione) {
+    return TurnoDi(FileDelBrano(config_.OpenDir, std::as_const(brani_).Brani(posizione)));
+}
+
+std::optional<std::string> Finestre::Accoda(std::int16_t posizione) {
+    Result<Turno> turno = TurnoDelBrano(posizione);
+    const auto errore = turno ? coda_.Aggiungi(std::move(*turno)) : turno.error();
+    if (errore) {
+        (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
+        return std::nullopt;
+    }
+    const std::size_t quanti = coda_.Turni().size();
+    return "Added to the queue: " + std::to_string(quanti) + (quanti == 1 ? " song" : " songs");
 }
 
 void Finestre::ConvertiKar() {

@@ -31,7 +31,7 @@ class Finestre final : private AltreFinestre, private ComandiSelezione {
         Shell& shell;
         CommonDialog& dialoghi;
     };
-    Finestre(const Porte& porte, frmKaraoke::Avvio avvio);
+    Finestre(const Porte& porte, frmKaraoke::Avvio avvio, std::filesystem::path fileCoda);
 
     [[nodiscard]] frmKaraoke& Principale() { return principale_; }
 
@@ -41,7 +41,11 @@ class Finestre final : private AltreFinestre, private ComandiSelezione {
     void SincronizzaDB() override;
     void MostraOpzioni() override;
     void CaricaLibreria() override;
+    std::vector<RigaElenco> ElencoBrani() override;
+    std::uint64_t VersioneBrani() const override { return brani_.Versione(); }
+    Result<Turno> TurnoDelBrano(std::int16_t posizione) override;
     void ConvertiKar() override;
+    std::optional<std::string> Accoda(std::int16_t posizione) override;
     void AggiungiFile(const std::vector<std::filesystem::path>& percorsi) override;
 
     [[nodiscard]] FinestreDB FinestreLibreria();
@@ -56,6 +60,7 @@ class Finestre final : private AltreFinestre, private ComandiSelezione {
     std::mt19937 caso_;
     Libreria libreria_;
     frmMessage messaggio_;
+    Coda coda_;
     frmKaraoke principale_;
     std::unique_ptr<frmSelectSong> selezione_;
 };

@@ -1,4 +1,5 @@
 #include "app/Finestre.h"
+#include "platform/Environment.h"
 #include "platform/Paths.h"
 #include "platform/audio/AudioDriver.h"
 #include "platform/audio/DefaultOutput.h"
@@ -86,7 +87,8 @@ int main(int argc, char** argv) {
          .openDirPredefinita = DefaultKaraokeDirectory(),
          .scriviWinIni = [&winIni](auto section, auto key,
                                    auto value) { WriteIni(winIni, section, key, value); },
-         .canto = riga->canto});
+         .canto = riga->canto},
+        UserDataDirectory(ProcessEnvironment) / "sonnel" / "queue");
     frmKaraoke& window = finestre.Principale();
     // Within the event loop, so that the window can be closed while it still comes up.
     QTimer start;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "song/FileBrano.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -22,6 +24,10 @@ struct Brano {
     std::string Album;
 };
 
+/// The song's files in the karaoke directory. A name that leads out of the directory is no song's:
+/// its files are missing.
+[[nodiscard]] FileBrano FileDelBrano(std::string_view openDir, const Brano& brano);
+
 /// The song table: the songs of the index in its order, at the positions 1 to NumBrani. A position
 /// is a song's identity until the next load or rebuild; 0 or less means no song.
 class TabellaBrani {
@@ -32,6 +38,8 @@ class TabellaBrani {
     /// The song at a position, 1 to NumBrani. Title, author and album may be changed in place.
     [[nodiscard]] const Brano& Brani(std::int16_t posizione) const;
     [[nodiscard]] Brano& Brani(std::int16_t posizione);
+    /// Another number whenever the table may have changed.
+    [[nodiscard]] std::uint64_t Versione() const { return versione_; }
 
     /// Empties the table.
     void Azzera();
@@ -43,6 +51,7 @@ class TabellaBrani {
   private:
     std::vector<Brano> brani_;
     std::size_t esclusi_ = 0;
+    std::uint64_t versione_ = 0;
 };
 
 }  // namespace sonnel

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace sonnel {
@@ -12,6 +15,9 @@ class ComandiSelezione {
     virtual void ConvertiKar() = 0;
     /// "Update index".
     virtual void SincronizzaDB() = 0;
+    /// Appends the song at a position to the queue. Returns a sentence that says so; nothing when
+    /// it could not be, which a message has reported.
+    virtual std::optional<std::string> Accoda(std::int16_t posizione) = 0;
     /// Adds the songs among files and folders and reports what became of them.
     virtual void AggiungiFile(const std::vector<std::filesystem::path>& percorsi) = 0;
 };

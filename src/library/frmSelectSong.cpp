@@ -126,10 +126,9 @@ void frmSelectSong::Chiudi(const std::string& risposta, std::optional<FileBrano>
 }
 
 void frmSelectSong::ChiudiCon(std::int16_t posizione) {
-    const std::string& nome = p_.libreria.brani.Brani(posizione).NomeFile;
-    // A name that leads out of the directory is no song's: its files are reported as missing.
     Chiudi(std::to_string(posizione),
-           TrovaFileBrano(p_.libreria.config.OpenDir + (IsPlainName(nome) ? nome : "")));
+           FileDelBrano(p_.libreria.config.OpenDir,
+                        std::as_const(p_.libreria.brani).Brani(posizione)));
 }
 
 void frmSelectSong::mnuFileOpen_Click() {

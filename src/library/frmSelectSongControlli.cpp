@@ -1,5 +1,6 @@
 // The selection window's menus, toolbar, list and layout.
 
+#include "library/frmMenuLista.h"
 #include "library/frmSelectSong.h"
 #include "platform/qt/FitScreen.h"
 #include "platform/qt/ToolStrip.h"
@@ -183,6 +184,10 @@ void frmSelectSong::CreaLista() {
     connect(lstBrani->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmSelectSong::lstBrani_Click);
     connect(lstBrani, &QListView::doubleClicked, this, &frmSelectSong::mnuFileOpen_Click);
+    CreaMenuLista(*lstBrani, [this] {
+        const std::int16_t posizione = BranoSelezionato();
+        return posizione > 0 ? p_.comandi.Accoda(posizione) : std::nullopt;
+    });
 }
 
 void frmSelectSong::Disponi(QWidget* striscia) {

@@ -60,6 +60,12 @@ void Cantante::NuovoBrano(const FileBrano& brano) {
     Esegui();
 }
 
+void Cantante::ImponiTonalita(int semitoni) {
+    canto_.tonalita = semitoni;
+    canto_ = EntroLimiti(canto_);
+    Esegui();
+}
+
 void Cantante::CambiaTonalita(int semitoni) {
     Cambia({canto_.tonalita + semitoni, canto_.tempo, canto_.melodia});
 }

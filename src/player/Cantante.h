@@ -29,6 +29,8 @@ class Cantante {
     /// A song was opened, its words are in the timeline and its music in the sequencer.
     void NuovoBrano(const FileBrano& brano);
 
+    /// The key of the song that is open, in semitones; not remembered.
+    void ImponiTonalita(int semitoni);
     void CambiaTonalita(int semitoni);
     void CambiaTempo(int percento);
     void CambiaMelodia(Performance::Melody melodia);

@@ -54,6 +54,18 @@ void Riproduzione::FileLoad(const std::optional<FileBrano>& scelta) {
     }
 }
 
+void Riproduzione::SuonaBrano(const FileBrano& brano, std::optional<int> tonalita) {
+    if (!CaricaBrano(brano)) {
+        return;
+    }
+    if (tonalita) {
+        p_.cantante.ImponiTonalita(*tonalita);
+        p_.vista.Canto(p_.cantante.Descrizione());
+    }
+    PreparaBrano();
+    SoundPlay();
+}
+
 bool Riproduzione::CaricaBrano(const FileBrano& brano) {
     const MMControl::Quiet silenzio(p_.sequencer);
     if (!FilePresenti(brano)) {
@@ -222,6 +234,9 @@ void Riproduzione::MMControl1_Done(MciNotify codice) {
         p_.sequencer.Command(MciCommand::Prev);
     }
     AbilitaFunzioni();
+    if (codice == MciNotify::Successful) {
+        p_.vista.BranoFinito();
+    }
 }
 
 }  // namespace sonnel

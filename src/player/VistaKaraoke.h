@@ -23,6 +23,8 @@ class VistaKaraoke {
     virtual void AnimaLogo(bool attiva) = 0;
     virtual void PrimaImmagineLogo() = 0;
     virtual void Comandi(const StatoComandi& stato) = 0;
+    /// The song has ended by itself.
+    virtual void BranoFinito() = 0;
     /// Puts a single command out of use until the next Comandi.
     virtual void Disabilita(bool StatoComandi::*comando) = 0;
 };

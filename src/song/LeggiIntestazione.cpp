@@ -53,7 +53,9 @@ Result<std::string> LeggiInizio(FileReader& file) {
     }
 }
 
-Intestazione CercaCampi(std::string_view testo) {
+}  // namespace
+
+Intestazione IntestazioneDaTesto(std::string_view testo) {
     Intestazione trovata;
     LineReader righe(testo);
     while (const auto riga = righe.Next()) {
@@ -68,8 +70,6 @@ Intestazione CercaCampi(std::string_view testo) {
     }
     return trovata;
 }
-
-}  // namespace
 
 Result<Intestazione> LeggiIntestazione(const std::filesystem::path& directory,
                                        std::string_view name) {
@@ -89,7 +89,7 @@ Result<Intestazione> LeggiIntestazione(const std::filesystem::path& file) {
     if (!inizio) {
         return ReadError(file, inizio.error().number);
     }
-    return CercaCampi(DecodeFileText(*inizio));
+    return IntestazioneDaTesto(DecodeFileText(*inizio));
 }
 
 }  // namespace sonnel

@@ -22,6 +22,9 @@ struct Intestazione {
 [[nodiscard]] Result<Intestazione> LeggiIntestazione(const std::filesystem::path& directory,
                                                      std::string_view name);
 
+/// The same of a LYK file's text (UTF-8).
+[[nodiscard]] Intestazione IntestazioneDaTesto(std::string_view testo);
+
 /// The same for a file whose path is known already.
 [[nodiscard]] Result<Intestazione> LeggiIntestazione(const std::filesystem::path& file);
 

@@ -39,7 +39,7 @@ void LineaCerca::Chiudi() {
 bool LineaCerca::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const auto& tasto = *static_cast<QKeyEvent*>(event);
-        if (object == &lista_ && tasto.text() == "/") {
+        if (object != window() && tasto.text() == "/") {
             Apri();
             return true;
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractItemView>
 #include <QLineEdit>
 #include <QListView>
 #include <QString>
@@ -14,6 +15,9 @@ class LineaCerca final : public QLineEdit {
     /// `cambiata` gets each text; "" when the line is closed.
     LineaCerca(QWidget& finestra, QListView& lista, std::function<void(const QString&)> cambiata);
 
+    void Apri();
+    /// "/" opens it from this list too.
+    void Anche(QAbstractItemView& lista) { lista.installEventFilter(this); }
     /// Also for the window to call when it is hidden.
     void Chiudi();
 
@@ -22,8 +26,6 @@ class LineaCerca final : public QLineEdit {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void Apri();
-
     QListView& lista_;
     std::function<void(const QString&)> cambiata_;
 };

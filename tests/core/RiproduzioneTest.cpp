@@ -185,7 +185,8 @@ TEST_F(PlaybackTest, TheWordsFollowTheSongThroughAPauseToItsEnd) {
     ASSERT_TRUE(Playing());
     window.log.clear();
     Run(10);
-    EXPECT_THAT(window.log, ElementsAre("logo off", "first image", "commands", "commands"));
+    EXPECT_THAT(window.log,
+                ElementsAre("logo off", "first image", "commands", "commands", "ended"));
     EXPECT_EQ(Usable(window.commands), "OCPIpL");
     EXPECT_EQ(control.Position(), 0) << "at its end it is";
     Run(500);
@@ -277,6 +278,12 @@ TEST_F(PlaybackTest, WhatTheSingerChangesIsRememberedForTheSong) {
     EXPECT_EQ(control.Performed(), Performance{}) << "no tune is known";
     Load("tune");
     EXPECT_EQ(window.singing, own);
+    player.SuonaBrano(TrovaFileBrano(Base("tune")), -2);
+    EXPECT_EQ(window.singing, "key \u22122, tempo 50 %, melody soft, words 40 ms later");
+    EXPECT_TRUE(Playing());
+    player.SoundPause();
+    Load("tune");
+    EXPECT_EQ(window.singing, own) << "a turn's key is not remembered";
     singer.Azzera();
     Load("tune");
     EXPECT_EQ(window.singing, "");

@@ -45,6 +45,7 @@ class FakeMainWindow : public CorniceParole, public VistaKaraoke {
         commands = state;
         log.emplace_back("commands");
     }
+    void BranoFinito() override { log.emplace_back("ended"); }
     void Disabilita(bool StatoComandi::*command) override { commands.*command = false; }
 
     int innerHeight = 5000;

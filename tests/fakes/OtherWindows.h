@@ -23,7 +23,14 @@ class OtherWindows : public AltreFinestre {
         options();
     }
     void CaricaLibreria() override { called.emplace_back("load library"); }
+    std::vector<RigaElenco> ElencoBrani() override { return songs; }
+    std::uint64_t VersioneBrani() const override { return 1; }
+    Result<Turno> TurnoDelBrano(std::int16_t position) override {
+        return turns.at(static_cast<std::size_t>(position) - 1);
+    }
 
+    std::vector<RigaElenco> songs;
+    std::vector<Turno> turns;
     std::optional<FileBrano> choice;
     std::function<void()> options = [] {};
     std::vector<std::string> called;

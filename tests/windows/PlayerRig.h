@@ -49,7 +49,7 @@ struct PlayerRig {
         window.reset();
         window = std::make_unique<frmKaraoke>(
             frmKaraoke::Parti{config, timeline, info, random, registry, control, msgBox, events,
-                              rig.clock, screen, shell, others},
+                              rig.clock, screen, shell, others, queue},
             frmKaraoke::Avvio{.CmdLine = commandLine,
                               .openDirPredefinita = rig.folder.Path().string(),
                               .scriviWinIni = [](auto, auto, auto) {}});
@@ -71,6 +71,7 @@ struct PlayerRig {
     QtScreen screen;
     FakeShell shell;
     OtherWindows others;
+    Coda queue{rig.folder / "queue"};
     Config config;
     Timeline timeline;
     InformazioniBrano info;

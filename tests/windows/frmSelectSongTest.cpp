@@ -24,6 +24,10 @@ class frmSelectSongTest : public testing::Test, protected SongLibrary, protected
   protected:
     void ConvertiKar() override { ++conversions; }
     void SincronizzaDB() override { rebuild(); }
+    std::optional<std::string> Accoda(std::int16_t position) override {
+        queued += std::to_string(position);
+        return "Added";
+    }
     void AggiungiFile(const std::vector<std::filesystem::path>& /*files*/) override {}
     void SetUp() override {
         Index(
@@ -65,6 +69,7 @@ class frmSelectSongTest : public testing::Test, protected SongLibrary, protected
 
     ScriptedDialog dialog;
     std::mt19937 random{1};  // NOLINT(bugprone-random-generator-seed): the same every time
+    std::string queued;
     int conversions = 0;
     std::function<void()> rebuild;
     frmSelectSong window{{libreria, dialog, random, *this}};
@@ -137,7 +142,11 @@ TEST_F(frmSelectSongTest, FindsLinesByTheWordsInThem) {
     QTest::keySequence(&window, QKeySequence("Ctrl+F"));
     QTest::keyClicks(&words, "abete xyz");
     EXPECT_EQ(Lines(), "");
+    Key(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(queued, "") << "there is no line";
     QTest::keyClick(&words, Qt::Key_Escape);
+    Key(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(queued, std::to_string(window.BranoSelezionato()));
     Key(Qt::Key_Escape);
     EXPECT_FALSE(window.isVisible());
 }

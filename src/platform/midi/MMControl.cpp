@@ -29,6 +29,7 @@ MMControl::~MMControl() {
 }
 
 std::optional<Error> MMControl::Command(MciCommand command) {
+    ++commands_;
     if (command == MciCommand::Open) {
         return Open();
     }

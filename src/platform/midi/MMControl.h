@@ -50,6 +50,8 @@ class MMControl {
 
     /// Carries out a command. Only Open reports an error; the others ignore what cannot be done.
     std::optional<Error> Command(MciCommand command);
+    /// How many commands there have been; of two equal readings none came between.
+    [[nodiscard]] std::uint64_t Commands() const { return commands_; }
 
     [[nodiscard]] MciMode Mode() const { return mode_; }
     /// The position that is heard, in milliseconds; never goes back while playing.
@@ -114,6 +116,7 @@ class MMControl {
     int updateInterval_ = 10;
     int timerInterval_ = 0;  ///< 0 while the timer is stopped
 
+    std::uint64_t commands_ = 0;
     std::uint64_t openings_ = 0;  ///< counts Open and Close
     int aborted_ = 0;             ///< Plays that were interrupted and not yet reported
     bool reportDue_ = false;

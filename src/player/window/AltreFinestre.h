@@ -1,8 +1,13 @@
 #pragma once
 
+#include "platform/Result.h"
+#include "player/Coda.h"
 #include "song/FileBrano.h"
+#include "ui/CercaRighe.h"
 
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace sonnel {
 
@@ -20,6 +25,11 @@ class AltreFinestre {
     virtual void MostraOpzioni() = 0;
     /// Loads the index, then the selection window, which stays hidden.
     virtual void CaricaLibreria() = 0;
+    /// The library's songs by title; a position is good until the version is another one.
+    [[nodiscard]] virtual std::vector<RigaElenco> ElencoBrani() = 0;
+    [[nodiscard]] virtual std::uint64_t VersioneBrani() const = 0;
+    /// The song at a position, for the queue.
+    [[nodiscard]] virtual Result<Turno> TurnoDelBrano(std::int16_t posizione) = 0;
 };
 
 }  // namespace sonnel

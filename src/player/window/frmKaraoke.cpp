@@ -6,6 +6,7 @@
 #include "player/window/ControlloVolume.h"
 #include "player/window/frmMenuCanto.h"
 
+#include <QApplication>
 #include <cmath>
 #include <utility>
 
@@ -40,6 +41,7 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
     CreaBarra();
     CreaSchermoIntero();
     CreaFinestraParole();
+    CreaCoda();
     CreaMenuCanto();
     new FileDrop(
         *this, [this] { return !riproduzione_.InRiproduzione(); },
@@ -77,6 +79,14 @@ void frmKaraoke::CreaFinestraParole() {
     addAction(cantanti_->Azione());
 }
 
+void frmKaraoke::CreaCoda() {
+    turni_ =
+        new Turni(*this, {p_.coda, p_.registro, p_.sequencer, riproduzione_, p_.finestre, p_.msgBox,
+                          p_.config, *area_, *striscia_, *cantanti_, [this] { Form_LostFocus(); }});
+    addAction(turni_->Azione());
+    legami_.push_back({turni_->AzioneComincia(), &StatoComandi::FileLoad});
+}
+
 void frmKaraoke::CreaMenuCanto() {
     const auto cambiato = [this] {
         Canto(cantante_.Descrizione());
@@ -93,7 +103,7 @@ void frmKaraoke::CreaMenuCanto() {
                           cambiato,
                           suonaOPausa,
                           {&Parole, sldPosition},
-                          {intero_->Azione(), cantanti_->Azione()}});
+                          {intero_->Azione(), cantanti_->Azione(), turni_->Azione()}});
 }
 
 int frmKaraoke::Twips(double pixel) const {
@@ -205,7 +215,9 @@ void frmKaraoke::tmrSlider_Timer() {
 }
 
 void frmKaraoke::Form_LostFocus() {
-    if (!cantante_.VaAvanti()) {
+    const QWidget* attiva = QApplication::activeWindow();
+    const bool nostra = attiva == this || turni_->Sua(attiva);
+    if (!nostra && !cantante_.VaAvanti()) {
         riproduzione_.Sospendi();
     }
 }

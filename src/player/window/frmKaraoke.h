@@ -19,6 +19,7 @@
 #include "player/window/AssociaLyk.h"
 #include "player/window/frmParole.h"
 #include "player/window/frmSchermoIntero.h"
+#include "player/window/frmTurni.h"
 #include "ui/CRebar.h"
 #include "ui/frmInfo.h"
 #include "ui/frmSplash.h"
@@ -57,6 +58,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
         const Screen& schermo;
         Shell& shell;
         AltreFinestre& finestre;
+        Coda& coda;
     };
     /// What only the start-up needs.
     struct Avvio {
@@ -111,6 +113,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void AnimaLogo(bool attiva) override;
     void PrimaImmagineLogo() override;
     void Comandi(const StatoComandi& stato) override;
+    void BranoFinito() override { turni_->BranoFinito(); }
     void Disabilita(bool StatoComandi::*comando) override;
 
   protected:
@@ -125,6 +128,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void CreaMenuCanto();
     void CreaSchermoIntero();
     void CreaFinestraParole();
+    void CreaCoda();
     void CreaMenu();
     void CreaBarra();
     QWidget* CreaPosizione();
@@ -153,7 +157,8 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QWidget* striscia_;
     SchermoIntero* intero_ = nullptr;
     std::unique_ptr<FinestraParole> cantanti_;  ///< the singers' window
-    Colour sfondo_ = 0;                         ///< of what the strip and the lyrics leave free
+    Turni* turni_ = nullptr;
+    Colour sfondo_ = 0;  ///< of what the strip and the lyrics leave free
     QtPictureBox Parole;
     QToolBar* tlbBar = nullptr;
     QLabel* lblPosition = nullptr;

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/Result.h"
+#include "song/FileBrano.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sonnel {
+
+/// A place in the queue: a song and who sings it.
+struct Turno {
+    std::int64_t numero = 0;        ///< its own in the queue
+    std::optional<int> tonalita{};  ///< semitones, -12 to 12; nothing: as without the queue
+    std::string cantante{};
+    std::string titolo{};
+    std::string autore{};
+    std::filesystem::path file{};  ///< the LYK file, or the MIDI file that is a song by itself
+
+    bool operator==(const Turno&) const = default;
+};
+
+/// A song for the queue, its title and author read from its words; an error with a sentence when it
+/// has none.
+[[nodiscard]] Result<Turno> TurnoDi(const FileBrano& brano);
+/// Whether its file is still there.
+[[nodiscard]] bool Presente(const Turno& turno);
+
+/// A turn as a line of the queue's file, without its end; nothing when a line is no turn.
+[[nodiscard]] std::string RigaTurno(const Turno& turno);
+[[nodiscard]] std::optional<Turno> TurnoDaRiga(std::string_view riga);
+
+/// The queue of songs to be sung. It is kept in a file that other players may change too: each
+/// change reads the file again and replaces it under a lock. The error of a change is a sentence,
+/// and the queue stays as it was.
+class Coda {
+  public:
+    /// Reads the file; a missing one is an empty queue.
+    explicit Coda(std::filesystem::path file);
+
+    [[nodiscard]] const std::vector<Turno>& Turni() const { return turni_; }
+    /// Takes in what another player has changed.
+    void Rileggi();
+
+    /// Appends a turn and gives it a number.
+    std::optional<Error> Aggiungi(Turno turno);
+    /// Singer and key of the turn with this number.
+    std::optional<Error> Cambia(std::int64_t numero, const std::string& cantante,
+                                std::optional<int> tonalita);
+    std::optional<Error> Togli(std::int64_t numero);
+    /// Moves a turn by so many places; up when it is negative.
+    std::optional<Error> Sposta(std::int64_t numero, int posti);
+
+    /// Called when the turns have changed. Whoever sets it clears it before it goes away.
+    std::function<void()> onCambiata;
+
+  private:
+    using Modifica = std::function<void(std::vector<Turno>&)>;
+    std::optional<Error> Leggi(std::vector<Turno>& turni) const;
+    std::optional<Error> Scrivi(const Modifica& modifica);
+    void Sostituisci(std::vector<Turno> turni);
+
+    std::filesystem::path file_;
+    std::vector<Turno> turni_;
+};
+
+}  // namespace sonnel

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/MsgBox.h"
+#include "player/Coda.h"
+#include "player/ProssimoTurno.h"
+#include "player/window/AltreFinestre.h"
+#include "player/window/frmCodaLista.h"
+#include "ui/frmCerca.h"
+#include "ui/frmElenco.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QTableView>
+#include <functional>
+#include <optional>
+#include <string>
+
+class QBoxLayout;
+
+namespace sonnel {
+
+/// The queue's window: songs of the library are found and added above, the queue is kept below. It
+/// stays open while songs play.
+class FinestraCoda final : public QDialog {
+  public:
+    /// What it uses; all of it outlives the window.
+    struct Parti {
+        Coda& coda;
+        ProssimoTurno& prossimo;
+        AltreFinestre& finestre;
+        MsgBox& msgBox;
+        /// Enabled while a turn can begin; the window shows it and hears it.
+        QAction& azioneComincia;
+        std::function<void(const Turno&)> comincia;
+        std::function<void()> lasciata;  ///< it is no longer the active window
+    };
+    FinestraCoda(Parti parti, QWidget* principale);
+    ~FinestraCoda() override { p_.coda.onCambiata = nullptr; }
+
+    /// Opens it, or brings it to the front.
+    void Apri();
+
+  protected:
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    void CreaElenco(QBoxLayout& colonna);
+    void CreaTabella(QBoxLayout& colonna);
+    void CreaComandi(QBoxLayout& colonna);
+    void CreaAutomatico(QBoxLayout& colonna);
+    QAction* Comando(const char* testo, const QKeySequence& tasti, void (FinestraCoda::*gestore)());
+
+    void Rinnova();
+    void MostraCoda();
+    void Cerca(const QString& parole);
+    void Filtra();
+    void Seleziona(std::int64_t numero);
+    [[nodiscard]] const Turno* Selezionato() const;
+    void AggiungiBrano();
+    void CominciaTurno();
+    void TogliTurno();
+    void Su() { SpostaTurno(-1); }
+    void Giu() { SpostaTurno(1); }
+    void SpostaTurno(int posti);
+    bool Riporta(const std::optional<Error>& errore);
+
+    Parti p_;
+    ModelloBrani* brani_;
+    VistaBrani* elenco_;
+    ModelloCoda* turni_;
+    QTableView* tabella_;
+    LineaCerca* linea_;
+    QAction* aggiungi_ = nullptr;
+    QList<QAction*> conTurno_;               ///< commands that need a turn that is selected
+    std::optional<std::uint64_t> versione_;  ///< of the songs that are listed
+    QString parole_;                         ///< to find
+};
+
+}  // namespace sonnel

@@ -1,0 +1,152 @@
+#include "player/window/frmCodaLista.h"
+
+#include "player/Canto.h"
+
+#include <QFont>
+#include <QSpinBox>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace sonnel {
+namespace {
+
+constexpr int MassimaTonalita = 12;
+constexpr int TonalitaPropria = -MassimaTonalita - 1;  // the editor's value for none
+constexpr const char* Propria = "own";
+
+QString DescriviTonalita(std::optional<int> tonalita) {
+    return tonalita ? QString(*tonalita > 0 ? "+%1" : "%1").arg(*tonalita) : QString(Propria);
+}
+
+QString DescriviBrano(const Turno& turno) {
+    const QString autore = QString::fromStdString(turno.autore);
+    return QString::fromStdString(turno.titolo) +
+           (autore.isEmpty() ? QString() : " (" + autore + ")") +
+           (Presente(turno) ? "" : " - no longer there");
+}
+
+}  // namespace
+
+ModelloCoda::ModelloCoda(QObject* padre, std::function<void(const Turno&)> cambia)
+    : QAbstractTableModel(padre), cambia_(std::move(cambia)) {}
+
+int ModelloCoda::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(turni_.size());
+}
+
+int ModelloCoda::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : Colonne;
+}
+
+QVariant ModelloCoda::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole) {
+        return {};
+    }
+    constexpr std::array nomi{"Singer", "Song", "Key"};
+    return orientation == Qt::Horizontal ? QVariant(nomi.at(static_cast<std::size_t>(section)))
+                                         : QVariant(section + 1);
+}
+
+QVariant ModelloCoda::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    const Turno& turno = turni_.at(static_cast<std::size_t>(index.row()));
+    if (role == Qt::FontRole) {
+        QFont carattere;
+        carattere.setItalic(!Presente(turno));
+        return carattere;
+    }
+    if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole) {
+        return {};
+    }
+    if (index.column() == Tonalita) {
+        return role == Qt::EditRole ? QVariant(turno.tonalita.value_or(TonalitaPropria))
+                                    : QVariant(DescriviTonalita(turno.tonalita));
+    }
+    return index.column() == Cantante ? QString::fromStdString(turno.cantante)
+                                      : DescriviBrano(turno);
+}
+
+Qt::ItemFlags ModelloCoda::flags(const QModelIndex& index) const {
+    const auto modi = QAbstractTableModel::flags(index);
+    return index.column() == Brano ? modi : modi | Qt::ItemIsEditable;
+}
+
+bool ModelloCoda::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::EditRole) {
+        return false;
+    }
+    Turno turno = turni_.at(static_cast<std::size_t>(index.row()));
+    if (index.column() == Cantante) {
+        turno.cantante = value.toString().trimmed().toStdString();
+    } else {
+        const int tonalita = value.toInt();
+        turno.tonalita = tonalita == TonalitaPropria ? std::nullopt : std::optional(tonalita);
+    }
+    cambia_(turno);
+    return true;
+}
+
+int ModelloCoda::Riga(std::int64_t numero) const {
+    const auto trovato = std::ranges::find(turni_, numero, &Turno::numero);
+    return trovato == turni_.end() ? -1 : static_cast<int>(trovato - turni_.begin());
+}
+
+std::vector<RigaElenco> ModelloCoda::Righe() const {
+    std::vector<RigaElenco> righe;
+    for (const Turno& turno : turni_) {
+        righe.push_back({turno.cantante + " " + turno.titolo + " " + turno.autore});
+    }
+    return righe;
+}
+
+void ModelloCoda::TogliAssenti(const std::vector<Turno>& turni) {
+    for (int riga = rowCount() - 1; riga >= 0; --riga) {
+        const auto posto = turni_.begin() + riga;
+        if (std::ranges::find(turni, posto->numero, &Turno::numero) == turni.end()) {
+            beginRemoveRows({}, riga, riga);
+            turni_.erase(posto);
+            endRemoveRows();
+        }
+    }
+}
+
+void ModelloCoda::AggiungiNuovi(const std::vector<Turno>& turni) {
+    for (const Turno& turno : turni) {
+        if (Riga(turno.numero) < 0) {
+            beginInsertRows({}, rowCount(), rowCount());
+            turni_.push_back(turno);
+            endInsertRows();
+        }
+    }
+}
+
+void ModelloCoda::Sostituisci(const std::vector<Turno>& turni) {
+    TogliAssenti(turni);
+    AggiungiNuovi(turni);
+    if (!std::ranges::equal(turni_, turni, {}, &Turno::numero, &Turno::numero)) {
+        beginResetModel();
+        turni_ = turni;
+        endResetModel();
+        return;
+    }
+    for (std::size_t i = 0; i < turni.size(); ++i) {
+        if (turni_[i] != turni[i]) {
+            turni_[i] = turni[i];
+            const int riga = static_cast<int>(i);
+            emit dataChanged(index(riga, 0), index(riga, Colonne - 1));
+        }
+    }
+}
+
+QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                                     const QModelIndex& /*index*/) const {
+    auto* editore = new QSpinBox(parent);
+    editore->setRange(TonalitaPropria, MassimaTonalita);
+    editore->setSpecialValueText(Propria);
+    return editore;
+}
+
+}  // namespace sonnel

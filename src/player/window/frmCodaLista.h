@@ -1,0 +1,53 @@
+#pragma once
+
+#include "player/Coda.h"
+#include "ui/CercaRighe.h"
+
+#include <QAbstractTableModel>
+#include <QStyledItemDelegate>
+#include <functional>
+#include <vector>
+
+namespace sonnel {
+
+/// The queue as the lines of a table: singer, song, key. Singer and key can be edited.
+class ModelloCoda final : public QAbstractTableModel {
+  public:
+    enum Colonna { Cantante, Brano, Tonalita, Colonne };
+    /// `cambia` gets a turn with another singer or key.
+    ModelloCoda(QObject* padre, std::function<void(const Turno&)> cambia);
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+    /// Shows these turns; a line that is being edited stays as long as its turn does.
+    void Sostituisci(const std::vector<Turno>& turni);
+    [[nodiscard]] const std::vector<Turno>& Turni() const { return turni_; }
+    /// The line of the turn with this number; -1 when there is none.
+    [[nodiscard]] int Riga(std::int64_t numero) const;
+    /// The lines as they are searched.
+    [[nodiscard]] std::vector<RigaElenco> Righe() const;
+
+  private:
+    void TogliAssenti(const std::vector<Turno>& turni);
+    void AggiungiNuovi(const std::vector<Turno>& turni);
+
+    std::function<void(const Turno&)> cambia_;
+    std::vector<Turno> turni_;
+};
+
+/// Edits a key: -12 to 12 semitones, or the song's own below them.
+class EditaTonalita final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+};
+
+}  // namespace sonnel
