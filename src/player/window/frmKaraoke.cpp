@@ -73,7 +73,7 @@ void frmKaraoke::CreaFinestraParole() {
     };
     const auto suona = [this] { return riproduzione_.InRiproduzione(); };
     cantanti_ = std::make_unique<FinestraParole>(FinestraParole::Parti{
-        p_.timeline, p_.informazioni, p_.config, p_.registro, tempo, suona, this});
+        {p_.timeline, p_.informazioni, p_.config}, p_.registro, tempo, suona, this});
     addAction(cantanti_->Azione());
 }
 

@@ -2,13 +2,10 @@
 
 #include "platform/Registry.h"
 #include "player/Scena.h"
-#include "settings/Config.h"
-#include "song/InformazioniBrano.h"
-#include "song/Timeline.h"
+#include "player/window/frmParoleDisegno.h"
 
 #include <QAction>
 #include <QMenu>
-#include <QPixmap>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -21,9 +18,7 @@ class FinestraParole final : public QWidget {
   public:
     /// What it shows; all of it outlives the window.
     struct Parti {
-        const Timeline& timeline;
-        const InformazioniBrano& informazioni;
-        const Config& config;
+        DisegnoScena::Parti brano;
         Registry& registro;
         std::function<double()> tempo;  ///< of the words that are due, in tenths of a second
         std::function<bool()> suona;    ///< the song is playing
@@ -35,6 +30,8 @@ class FinestraParole final : public QWidget {
     [[nodiscard]] QAction* Azione() { return azione_; }
     /// Another song is open, or the settings have changed.
     void Rinnova();
+    /// The song began or ceased to play, or stands elsewhere. May be told more often.
+    void Segui();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -45,28 +42,17 @@ class FinestraParole final : public QWidget {
 
   private:
     struct Interruttore;
-    void Apri(bool apri);
     void CreaMenu();
+    void Apri(bool apri);
     void Avanza();
-    void AggiornaRighe(double da, double a);
-    void ScegliCarattere();
-    void DisegnaPagina();
-    [[nodiscard]] QPixmap Pagina(Colour colore, bool ombra) const;
-    [[nodiscard]] double Larghezza(const QString& testo, double caratteri) const;
-    void DisegnaCantati(QPainter& pittore) const;
-    void DisegnaTitolo(QPainter& pittore) const;
+    void CambiaSchermoIntero();
 
     Parti p_;
+    DisegnoScena disegno_;
     MostraScena mostra_;
     QAction* azione_;
     QMenu menu_;
-    QTimer battito_;
-    Scena scena_;
-    QFont carattere_;
-    double passo_ = 0;   ///< height of a line, in pixels
-    double prima_ = 0;   ///< top of the first line
-    QPixmap daCantare_;  ///< the page in the colour of the text
-    QPixmap cantata_;    ///< and in that of what is sung
+    QTimer battito_;  ///< while the song plays
 };
 
 }  // namespace sonnel
