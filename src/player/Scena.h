@@ -20,11 +20,11 @@ struct MostraScena {
 
 /// What the singers' screen shows at one moment of a song.
 struct Scena {
-    std::vector<std::string> righe;  ///< of the page
-    double cantati = 0;              ///< characters sung, with a part of one; a line end counts two
-    std::string prossima;            ///< line of the next page, ""
-    int punti = 0;                   ///< dots of the count-in, 3 to 0
-    bool titolo = false;             ///< title and author instead of a page
+    std::vector<std::string> righe{};  ///< of the page
+    double cantati = 0;      ///< characters sung, with a part of one; a line end counts two
+    std::string prossima{};  ///< line of the next page, ""
+    int punti = 0;           ///< dots of the count-in, 3 to 0
+    bool titolo = false;     ///< title and author instead of a page
 
     bool operator==(const Scena&) const = default;
 };

@@ -6,6 +6,7 @@
 #include "player/window/ControlloVolume.h"
 #include "player/window/frmMenuCanto.h"
 
+#include <QApplication>
 #include <cmath>
 #include <utility>
 
@@ -72,8 +73,15 @@ void frmKaraoke::CreaFinestraParole() {
                p_.config.Compensazione;
     };
     const auto suona = [this] { return riproduzione_.InRiproduzione(); };
-    cantanti_ = std::make_unique<FinestraParole>(FinestraParole::Parti{
-        {p_.timeline, p_.informazioni, p_.config}, p_.registro, tempo, suona, this});
+    const auto lasciata = [this] { Form_LostFocus(); };
+    cantanti_ = std::make_unique<FinestraParole>(
+        FinestraParole::Parti{{p_.timeline, p_.informazioni, p_.config},
+                              p_.registro,
+                              p_.schermo,
+                              tempo,
+                              suona,
+                              lasciata,
+                              this});
     addAction(cantanti_->Azione());
 }
 
@@ -205,7 +213,9 @@ void frmKaraoke::tmrSlider_Timer() {
 }
 
 void frmKaraoke::Form_LostFocus() {
-    if (!cantante_.VaAvanti()) {
+    const QWidget* attiva = QApplication::activeWindow();
+    const bool nostra = attiva == this || attiva == cantanti_.get();
+    if (!nostra && !cantante_.VaAvanti()) {
         riproduzione_.Sospendi();
     }
 }

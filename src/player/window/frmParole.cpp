@@ -1,6 +1,8 @@
 #include "player/window/frmParole.h"
 
-#include "platform/qt/FitScreen.h"
+#include "platform/Numbers.h"
+#include "platform/qt/FullScreen.h"
+#include "player/window/PostoParole.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
 
@@ -16,7 +18,6 @@ namespace sonnel {
 namespace {
 
 constexpr const char* Sezione = "LyricsWindow";
-constexpr QSize MisuraUsuale(960, 540);
 
 }  // namespace
 
@@ -37,13 +38,14 @@ FinestraParole::FinestraParole(Parti parti)
     setAccessibleName("Lyrics for the singers");
     azione_->setCheckable(true);
     azione_->setShortcut(Qt::Key_F12);
+    addAction(azione_);
     connect(azione_, &QAction::toggled, this, &FinestraParole::Apri);
     battito_.setTimerType(Qt::PreciseTimer);
     connect(&battito_, &QTimer::timeout, this, &FinestraParole::Avanza);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](const QScreen* perduto) {
-        if (isVisible() && isFullScreen() && screen() == perduto) {
-            showNormal();
-            resize(MisuraUsuale.boundedTo(RoomOnScreen(*this)));
+        if (azione_->isChecked() && screen() == perduto) {
+            // Once the window system has moved what was there.
+            QTimer::singleShot(0, this, &FinestraParole::SchermoPerduto);
         }
     });
     CreaMenu();
@@ -74,21 +76,24 @@ void FinestraParole::CreaMenu() {
 void FinestraParole::Apri(bool apri) {
     if (!apri) {
         battito_.stop();
+        RicordaPosto(p_.registro, Posto(), FillsScreen(*this), schermi_);
         hide();
         return;
     }
-    const QList<QScreen*> schermi = QGuiApplication::screens();
-    const auto altro = std::find_if(schermi.begin(), schermi.end(), [this](const QScreen* uno) {
-        return uno != p_.principale->screen();
-    });
-    Rinnova();
-    if (altro != schermi.end()) {
-        setGeometry((*altro)->geometry());
-        showFullScreen();
-    } else {
-        resize(MisuraUsuale.boundedTo(RoomOnScreen(*this)));
-        show();
+    const auto schermi = p_.schermo.Screens();
+    const auto qui = QGuiApplication::screens().indexOf(p_.principale->screen());
+    const auto [posto, intero] =
+        PostoDaAprire(p_.registro, schermi, static_cast<std::size_t>(std::max(qsizetype{0}, qui)));
+    schermi_ = schermi.size();
+    setWindowState(Qt::WindowNoState);
+    if (posto) {
+        Colloca(*posto);
     }
+    if (intero) {
+        CambiaSchermoIntero();
+    }
+    Rinnova();
+    show();
     Segui();
 }
 
@@ -97,8 +102,50 @@ void FinestraParole::closeEvent(QCloseEvent* event) {
     azione_->setChecked(false);
 }
 
+void FinestraParole::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+        p_.lasciata();
+    }
+}
+
 void FinestraParole::CambiaSchermoIntero() {
-    setWindowState(windowState() ^ Qt::WindowFullScreen);
+    const bool riempi = !FillsScreen(*this);
+    if (riempi) {
+        ordinario_ = geometry();
+    }
+    SetWindowState(*this, riempi ? Qt::WindowFullScreen : Qt::WindowNoState, ordinario_);
+}
+
+void FinestraParole::SchermoPerduto() {
+    const auto schermi = p_.schermo.Screens();
+    schermi_ = schermi.size();
+    if (FillsScreen(*this)) {
+        setWindowState(Qt::WindowNoState);
+        resize(ordinario_.size());
+    }
+    Colloca(PostoOrdinario(Posto(), schermi));
+    show();
+}
+
+void FinestraParole::Colloca(const Rectangle& posto) {
+    const auto pixel = [this](int twips) {
+        return RoundHalfEven<int>(twips / p_.schermo.TwipsPerPixel());
+    };
+    const QPoint dove(pixel(posto.left), pixel(posto.top));
+    const QSize misura(pixel(posto.width), pixel(posto.height));
+    if (QScreen* schermo = QGuiApplication::screenAt(QRect(dove, misura).center())) {
+        setScreen(schermo);
+    }
+    resize(misura);
+    move(dove);
+}
+
+Rectangle FinestraParole::Posto() const {
+    const auto twips = [this](int pixel) {
+        return RoundHalfEven<int>(pixel * p_.schermo.TwipsPerPixel());
+    };
+    return {twips(x()), twips(y()), twips(width()), twips(height())};
 }
 
 void FinestraParole::Rinnova() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Registry.h"
+#include "platform/Screen.h"
 #include "player/Scena.h"
 #include "player/window/frmParoleDisegno.h"
 
@@ -8,21 +9,24 @@
 #include <QMenu>
 #include <QTimer>
 #include <QWidget>
+#include <cstddef>
 #include <functional>
 
 namespace sonnel {
 
-/// The lyrics window: the words of the song that is open, for the singers' screen. It never takes
-/// the focus, and draws only what has changed.
+/// The lyrics window: the words of the song that is open, for the singers' screen. Where the
+/// desktop allows it, it never takes the focus. It draws only what has changed.
 class FinestraParole final : public QWidget {
   public:
     /// What it shows; all of it outlives the window.
     struct Parti {
         DisegnoScena::Parti brano;
         Registry& registro;
-        std::function<double()> tempo;  ///< of the words that are due, in tenths of a second
-        std::function<bool()> suona;    ///< the song is playing
-        const QWidget* principale;      ///< whose screen is not the singers'
+        const Screen& schermo;
+        std::function<double()> tempo;   ///< of the words that are due, in tenths of a second
+        std::function<bool()> suona;     ///< the song is playing
+        std::function<void()> lasciata;  ///< it is no longer the active window
+        const QWidget* principale;       ///< whose screen is not the singers'
     };
     explicit FinestraParole(Parti parti);
 
@@ -39,6 +43,7 @@ class FinestraParole final : public QWidget {
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     struct Interruttore;
@@ -46,13 +51,18 @@ class FinestraParole final : public QWidget {
     void Apri(bool apri);
     void Avanza();
     void CambiaSchermoIntero();
+    void SchermoPerduto();
+    void Colloca(const Rectangle& posto);
+    [[nodiscard]] Rectangle Posto() const;
 
     Parti p_;
     DisegnoScena disegno_;
     MostraScena mostra_;
     QAction* azione_;
     QMenu menu_;
-    QTimer battito_;  ///< while the song plays
+    QTimer battito_;           ///< while the song plays
+    QRect ordinario_;          ///< its place when it does not fill the screen
+    std::size_t schermi_ = 0;  ///< when it took its place
 };
 
 }  // namespace sonnel
