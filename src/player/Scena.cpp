@@ -135,8 +135,9 @@ Scena ScenaA(const Timeline& timeline, double tempo, const MostraScena& mostra) 
         intorno.adesso = std::min(intorno.adesso, tutti);
         scena.cantati = mostra.flusso ? Cantati(intorno, tempo, parola) : intorno.adesso;
     }
-    if (mostra.prossima && InUltimaRiga(scena.righe, intorno.adesso)) {
+    if (mostra.prossima) {
         scena.prossima = ProssimaRiga(timeline);
+        scena.annuncia = InUltimaRiga(scena.righe, intorno.adesso) && !scena.prossima.empty();
     }
     return scena;
 }

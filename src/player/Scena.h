@@ -23,6 +23,7 @@ struct Scena {
     std::vector<std::string> righe{};  ///< of the page
     double cantati = 0;      ///< characters sung, with a part of one; a line end counts two
     std::string prossima{};  ///< line of the next page, ""
+    bool annuncia = false;   ///< it is to be seen already
     int punti = 0;           ///< dots of the count-in, 3 to 0
     bool titolo = false;     ///< title and author instead of a page
 

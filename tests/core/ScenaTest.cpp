@@ -37,7 +37,7 @@ std::string Shown(double seconds, const MostraScena& what = {}, const std::strin
     if (!scene.righe.empty()) {
         text << " " << scene.cantati;
     }
-    text << (scene.titolo ? "title" : "") << (scene.prossima.empty() ? "" : " >" + scene.prossima)
+    text << (scene.titolo ? "title" : "") << (scene.annuncia ? " >" + scene.prossima : "")
          << std::string(static_cast<std::size_t>(scene.punti), '.');
     return text.str();
 }

@@ -162,18 +162,21 @@ void FinestraParole::Segui() {
     if (!azione_->isChecked()) {
         return;
     }
-    if (!p_.suona()) {
-        battito_.stop();
-        Avanza();
-    } else if (!battito_.isActive()) {
+    const bool suona = p_.suona();
+    if (suona && !battito_.isActive()) {
         constexpr double millisecondi = 1000;
-        Avanza();
         battito_.start(static_cast<int>(millisecondi / std::max(1.0, screen()->refreshRate())));
+    } else if (!suona) {
+        battito_.stop();
+    } else if (ultimo_ == p_.brano.timeline.UltimoEvento) {
+        return;  // its time comes with the next beat
     }
+    Avanza();
 }
 
 /// Shows the moment of the song; paints what has changed.
 void FinestraParole::Avanza() {
+    ultimo_ = p_.brano.timeline.UltimoEvento;
     update(disegno_.Mostra(ScenaA(p_.brano.timeline, p_.tempo(), mostra_)));
 }
 

@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 
 namespace sonnel {
@@ -62,6 +63,7 @@ class FinestraParole final : public QWidget {
     QMenu menu_;
     QTimer battito_;           ///< while the song plays
     QRect ordinario_;          ///< its place when it does not fill the screen
+    std::int16_t ultimo_ = 0;  ///< last event that it shows
     std::size_t schermi_ = 0;  ///< when it took its place
 };
 

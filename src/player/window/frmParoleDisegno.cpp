@@ -15,7 +15,7 @@ constexpr double Margine = 0.92;  // of the width and the height that the words 
 constexpr double Interlinea = 1.1;
 constexpr int RigheInPiu = 2;   // the dots above the page, the next line below it
 constexpr double Ombra = 0.04;  // of the letters' height
-constexpr double Sbiadito = 0.6;
+constexpr double Sbiadito = 0.65;
 
 QString Testo(const std::string& testo) {
     return QString::fromStdString(testo);
@@ -72,13 +72,14 @@ QRegion DisegnoScena::Mostra(const Scena& scena) {
         return {};
     }
     const Scena prima = std::exchange(scena_, scena);
-    if (prima.righe != scena.righe || prima.titolo != scena.titolo) {
+    if (prima.righe != scena.righe || prima.titolo != scena.titolo ||
+        prima.prossima != scena.prossima) {
         ComponiPagina();
         return QRect(QPoint(), finestra_);
     }
     QRegion parte =
         Cantato(std::min(prima.cantati, scena.cantati), std::max(prima.cantati, scena.cantati));
-    if (prima.prossima != scena.prossima) {
+    if (prima.annuncia != scena.annuncia) {
         parte += ZonaProssima();
     }
     if (prima.punti != scena.punti) {
@@ -172,77 +173,91 @@ void DisegnoScena::Dipingi(QPainter& pittore, const QRegion& parte) {
     if (scena_.titolo) {
         DisegnaTitolo(pittore);
     }
-    if (!scena_.prossima.empty() && parte.intersects(ZonaProssima())) {
-        pittore.setFont(carattere_);
-        pittore.setPen(ToQColor(p_.config.ColoreTesto));
-        pittore.setOpacity(Sbiadito);
-        pittore.drawText(ZonaProssima(), Qt::AlignCenter | Qt::TextDontClip,
-                         Testo(scena_.prossima));
-        pittore.setOpacity(1);
+    if (scena_.annuncia) {
+        pittore.drawPixmap(ZonaProssima().topLeft(), prossima_);
     }
     if (parte.intersects(ZonaPunti())) {
         DisegnaPunti(pittore);
     }
 }
 
-/// The page is painted once, before and after it is sung, whatever the colour's way through it.
+/// The page is painted once, before and after it is sung, whatever the colour's way through it, and
+/// the next line while there is time.
 void DisegnoScena::DisegnaPagina(double pixel) {
-    daCantare_ = QPixmap(
-        (QSizeF(finestra_.width(), static_cast<double>(pagina_.size()) * passo_) * pixel).toSize());
-    daCantare_.setDevicePixelRatio(pixel);
-    daCantare_.fill(ToQColor(p_.config.ColoreSfondo));
+    const auto tela = [&](std::size_t righe) {
+        const QSizeF misura(finestra_.width(), static_cast<double>(righe) * passo_);
+        QPixmap vuota((misura * pixel).toSize());
+        vuota.setDevicePixelRatio(pixel);
+        vuota.fill(ToQColor(p_.config.ColoreSfondo));
+        return vuota;
+    };
+    daCantare_ = tela(pagina_.size());
     {
         QPainter pittore(&daCantare_);
         if (p_.config.Ombra) {
-            ScriviPagina(pittore, p_.config.ColoreOmbra, carattere_.pixelSize() * Ombra);
+            Scrivi(pittore, pagina_, p_.config.ColoreOmbra, carattere_.pixelSize() * Ombra);
         }
-        ScriviPagina(pittore, p_.config.ColoreTesto, 0);
+        Scrivi(pittore, pagina_, p_.config.ColoreTesto, 0);
     }
     cantata_ = daCantare_;
-    QPainter pittore(&cantata_);
-    ScriviPagina(pittore, p_.config.ColoreSelezione, 0);
+    QPainter sopra(&cantata_);
+    Scrivi(sopra, pagina_, p_.config.ColoreSelezione, 0);
+    prossima_ = tela(1);
+    QPainter sotto(&prossima_);
+    sotto.setOpacity(Sbiadito);
+    std::vector<Riga> riga;
+    riga.push_back(Componi(Testo(scena_.prossima)));
+    Scrivi(sotto, riga, p_.config.ColoreTesto, 0);
 }
 
-void DisegnoScena::ScriviPagina(QPainter& pittore, Colour colore, double sposta) const {
+void DisegnoScena::Scrivi(QPainter& pittore, const std::vector<Riga>& righe, Colour colore,
+                          double sposta) const {
     pittore.setPen(ToQColor(colore));
-    for (std::size_t i = 0; i < pagina_.size(); ++i) {
-        const Riga& riga = pagina_[i];
+    for (std::size_t i = 0; i < righe.size(); ++i) {
+        const Riga& riga = righe[i];
         riga.testo->draw(&pittore,
                          QPointF(riga.sinistra + sposta, static_cast<double>(i) * passo_ + sposta));
     }
 }
 
-/// The size at which a text of several lines is not cut, at most `altezza` pixels.
+/// The largest size up to `altezza` pixels at which a text fits: in one line, unless it takes much
+/// smaller letters, else in several. Nothing is cut.
 QFont DisegnoScena::CheEntra(const QRect& zona, const QString& testo, int altezza) const {
     constexpr double piuPiccolo = 0.95;
+    constexpr double inUnaRiga = 0.6;  // of `altezza`
     QFont font = carattere_;
-    for (int pixel = altezza; pixel > 1; pixel = static_cast<int>(pixel * piuPiccolo)) {
+    const auto entra = [&](int pixel, int come) {
         font.setPixelSize(pixel);
-        const QSize occupa = QFontMetrics(font).boundingRect(zona, Qt::TextWordWrap, testo).size();
-        if (occupa.width() <= zona.width() && occupa.height() <= zona.height()) {
-            break;
+        const QSize occupa = QFontMetrics(font).boundingRect(zona, come, testo).size();
+        return occupa.width() <= zona.width() && occupa.height() <= zona.height();
+    };
+    for (const auto& [minima, come] :
+         {std::pair{altezza * inUnaRiga, 0}, {1.0, int{Qt::TextWordWrap}}}) {
+        for (int pixel = altezza; pixel > minima; pixel = static_cast<int>(pixel * piuPiccolo)) {
+            if (entra(pixel, come)) {
+                return font;
+            }
         }
     }
+    font.setPixelSize(1);
     return font;
 }
 
 void DisegnoScena::DisegnaTitolo(QPainter& pittore) const {
-    constexpr double fineTitolo = 0.55;
+    constexpr double fineTitolo = 0.5;
+    constexpr double inizioAutore = 0.55;
     constexpr double fineAutore = 0.8;
     const int alta = finestra_.height();
     const int margine = Pixel(finestra_.width() * (1 - Margine) / 2);
-    const auto zona = [&](double da, double a) {
-        return QRect(QPoint(margine, Pixel(alta * da)),
-                     QPoint(finestra_.width() - margine, Pixel(alta * a)));
-    };
-    const auto scrivi = [&](const QRect& dove, int come, const QString& testo, int altezza) {
-        pittore.setFont(CheEntra(dove, testo, altezza));
-        pittore.drawText(dove, Qt::AlignHCenter | Qt::TextWordWrap | come, testo);
+    const auto scrivi = [&](double da, double a, int come, const std::string& testo, int altezza) {
+        const QRect zona(QPoint(margine, Pixel(alta * da)),
+                         QPoint(finestra_.width() - margine, Pixel(alta * a)));
+        pittore.setFont(CheEntra(zona, Semplice(testo), std::max(1, altezza)));
+        pittore.drawText(zona, Qt::AlignHCenter | Qt::TextWordWrap | come, Semplice(testo));
     };
     pittore.setPen(ToQColor(p_.config.ColoreTesto));
-    scrivi(zona(1 - Margine, fineTitolo), Qt::AlignBottom, Semplice(p_.informazioni.Titolo),
-           alta / 7);
-    scrivi(zona(fineTitolo, fineAutore), Qt::AlignTop, Semplice(p_.informazioni.Autore), alta / 14);
+    scrivi(1 - Margine, fineTitolo, Qt::AlignBottom, p_.informazioni.Titolo, alta / 7);
+    scrivi(inizioAutore, fineAutore, Qt::AlignTop, p_.informazioni.Autore, alta / 14);
 }
 
 void DisegnoScena::DisegnaPunti(QPainter& pittore) const {

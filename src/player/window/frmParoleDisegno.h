@@ -53,7 +53,8 @@ class DisegnoScena {
     void ComponiPagina();
     [[nodiscard]] QRegion Cantato(double da, double a) const;
     void DisegnaPagina(double pixel);
-    void ScriviPagina(QPainter& pittore, Colour colore, double sposta) const;
+    void Scrivi(QPainter& pittore, const std::vector<Riga>& righe, Colour colore,
+                double sposta) const;
     void DisegnaTitolo(QPainter& pittore) const;
     void DisegnaPunti(QPainter& pittore) const;
     [[nodiscard]] QFont CheEntra(const QRect& zona, const QString& testo, int altezza) const;
@@ -73,6 +74,7 @@ class DisegnoScena {
     std::vector<Riga> pagina_;
     QPixmap daCantare_;  ///< the page before it is sung; null until it is painted
     QPixmap cantata_;    ///< and after
+    QPixmap prossima_;   ///< the next line
 };
 
 }  // namespace sonnel
