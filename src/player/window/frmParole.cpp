@@ -1,6 +1,7 @@
 #include "player/window/frmParole.h"
 
 #include "platform/Numbers.h"
+#include "platform/qt/FitScreen.h"
 #include "platform/qt/FullScreen.h"
 #include "player/window/PostoParole.h"
 #include "settings/Impostazioni.h"
@@ -88,6 +89,9 @@ void FinestraParole::Apri(bool apri) {
     setWindowState(Qt::WindowNoState);
     if (posto) {
         Colloca(*posto);
+    } else {
+        constexpr QSize usuale(960, 540);
+        resize(usuale.boundedTo(RoomOnScreen(*this)));
     }
     if (intero) {
         CambiaSchermoIntero();

@@ -13,8 +13,8 @@ namespace {
 constexpr int Provato = 100;      // pixels: the size at which lines are measured
 constexpr double Margine = 0.92;  // of the width and the height that the words may take
 constexpr double Interlinea = 1.1;
-constexpr int RigheInPiu = 2;   // the dots above the page, the next line below it
-constexpr double Ombra = 0.04;  // of the letters' height
+constexpr int RigheInPiu = 2;    // the dots above the page, the next line below it
+constexpr double Ombra = 0.025;  // of the letters' height
 constexpr double Sbiadito = 0.65;
 
 QString Testo(const std::string& testo) {
@@ -176,7 +176,7 @@ void DisegnoScena::Dipingi(QPainter& pittore, const QRegion& parte) {
     if (scena_.annuncia) {
         pittore.drawPixmap(ZonaProssima().topLeft(), prossima_);
     }
-    if (parte.intersects(ZonaPunti())) {
+    if (scena_.punti > 0 && parte.intersects(ZonaPunti())) {
         DisegnaPunti(pittore);
     }
 }
@@ -261,11 +261,14 @@ void DisegnoScena::DisegnaTitolo(QPainter& pittore) const {
 }
 
 void DisegnoScena::DisegnaPunti(QPainter& pittore) const {
+    constexpr int quanti = 3;
+    constexpr double spento = 0.25;
     const QRectF zona = ZonaPunti();
     const double raggio = passo_ / 8.0;
     pittore.setBrush(ToQColor(p_.config.ColoreSelezione));
     pittore.setPen(Qt::NoPen);
-    for (int i = 0; i < scena_.punti; ++i) {
+    for (int i = 0; i < quanti; ++i) {
+        pittore.setOpacity(i < scena_.punti ? 1 : spento);
         pittore.drawEllipse(zona.center() + QPointF((i - 1) * 5 * raggio, 0), raggio, raggio);
     }
 }
