@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <optional>
 #include <utility>
 
 namespace sonnel {
@@ -25,37 +24,59 @@ struct Intorno {
     std::int32_t prima = 0;               ///< characters sung before the last syllable
     std::int32_t adesso = 0;              ///< and with it
     double inizio = 0;                    ///< when it began
-    std::int16_t seguente = 1;            ///< the first event that is not due yet
 };
 
-Intorno Cerca(const Timeline& timeline, double tempo) {
+std::int32_t Caratteri(const std::vector<std::string>& righe) {
+    std::size_t somma = 0;
+    for (const std::string& riga : righe) {
+        somma += CodePoints(riga) + FineRiga.size();
+    }
+    return static_cast<std::int32_t>(somma);
+}
+
+/// What the events shown so far have come to. A word that is sung stays sung, whatever is counted
+/// after it.
+Intorno Cerca(const Timeline& timeline) {
     Intorno intorno;
-    for (; intorno.seguente <= timeline.NumEventi(); ++intorno.seguente) {
-        const Evento& evento = timeline.Eventi(intorno.seguente);
-        if (tempo < evento.Tempo) {
-            break;
-        }
+    for (std::int32_t i = 1; i <= timeline.UltimoEvento; ++i) {
+        const Evento& evento = timeline.Eventi(static_cast<std::int16_t>(i));
         if (evento.Tipo == TipoEvento::Pagina) {
             intorno.pagina = &evento.Testo;
             intorno.iniziata = intorno.iniziata || !evento.Testo.empty();
             intorno.prima = intorno.adesso = 0;
         } else if (evento.Tipo == TipoEvento::Colore) {
-            intorno.prima = std::exchange(intorno.adesso, ConteggioColore(evento));
+            intorno.prima = intorno.adesso;
+            intorno.adesso = std::max(intorno.adesso, ConteggioColore(evento));
             intorno.inizio = evento.Tempo;
         }
     }
     return intorno;
 }
 
-/// The first event of a type from `indice` on; nothing when there is none.
-const Evento* Primo(const Timeline& timeline, std::int16_t indice, TipoEvento tipo) {
-    for (std::int32_t i = indice; i <= timeline.NumEventi(); ++i) {
+/// The next word; nothing when none follows.
+const Evento* ProssimaParola(const Timeline& timeline, const std::string* pagina) {
+    for (std::int32_t i = timeline.UltimoEvento + 1; i <= timeline.NumEventi(); ++i) {
         const Evento& evento = timeline.Eventi(static_cast<std::int16_t>(i));
-        if (evento.Tipo == tipo && (tipo == TipoEvento::Colore || !evento.Testo.empty())) {
+        if (evento.Tipo == TipoEvento::Pagina) {
+            pagina = &evento.Testo;
+        } else if (evento.Tipo == TipoEvento::Colore && pagina != nullptr && !pagina->empty()) {
             return &evento;
         }
     }
     return nullptr;
+}
+
+/// The first line with words of the next page, "" when there is none.
+std::string ProssimaRiga(const Timeline& timeline) {
+    for (std::int32_t i = timeline.UltimoEvento + 1; i <= timeline.NumEventi(); ++i) {
+        const Evento& evento = timeline.Eventi(static_cast<std::int16_t>(i));
+        if (evento.Tipo == TipoEvento::Pagina && !evento.Testo.empty()) {
+            const auto righe = RigheDiPagina(evento.Testo);
+            return *std::find_if(righe.begin(), righe.end() - 1,
+                                 [](const std::string& riga) { return !riga.empty(); });
+        }
+    }
+    return "";
 }
 
 /// Characters sung: the last syllable counts as far as the colour has come in it.
@@ -71,47 +92,52 @@ int Punti(const Intorno& intorno, double tempo, const Evento* seguente) {
     if (seguente == nullptr || seguente->Tempo - intorno.inizio < PausaLunga) {
         return 0;
     }
-    const double secondi = (seguente->Tempo - tempo) / UnSecondo;
+    const double secondi = std::max(0.0, (seguente->Tempo - tempo) / UnSecondo);
     return secondi > MassimoPunti ? 0 : static_cast<int>(std::ceil(secondi));
 }
 
 /// Whether the last line of the page is being sung.
-bool InUltimaRiga(const std::vector<std::string>& righe, std::int32_t cantati) {
-    std::size_t prima = 0;
-    for (std::size_t i = 0; i + 1 < righe.size(); ++i) {
-        prima += CodePoints(righe[i]) + FineRiga.size();
+bool InUltimaRiga(std::vector<std::string> righe, std::int32_t cantati) {
+    if (righe.empty()) {
+        return false;
     }
-    return static_cast<std::size_t>(std::max(cantati, 0)) > prima;
+    righe.pop_back();
+    return cantati > Caratteri(righe);
 }
 
 }  // namespace
 
-std::vector<std::string> RigheDiPagina(const std::string& testo) {
+std::vector<std::string> RigheDiPagina(std::string_view testo) {
+    while (testo.ends_with(FineRiga)) {
+        testo.remove_suffix(FineRiga.size());
+    }
     std::vector<std::string> righe;
     std::size_t da = 0;
-    for (std::size_t fine = testo.find(FineRiga); fine != std::string::npos;
+    for (std::size_t fine = testo.find(FineRiga); fine != std::string_view::npos;
          fine = testo.find(FineRiga, da)) {
-        righe.push_back(testo.substr(da, fine - da));
+        righe.emplace_back(testo.substr(da, fine - da));
         da = fine + FineRiga.size();
     }
-    righe.push_back(testo.substr(da));
+    righe.emplace_back(testo.substr(da));
     return righe;
 }
 
 Scena ScenaA(const Timeline& timeline, double tempo, const MostraScena& mostra) {
-    const Intorno intorno = Cerca(timeline, tempo);
-    const Evento* const parola = Primo(timeline, intorno.seguente, TipoEvento::Colore);
+    Intorno intorno = Cerca(timeline);
+    const Evento* const parola = ProssimaParola(timeline, intorno.pagina);
     Scena scena;
     scena.titolo = mostra.titolo && !intorno.iniziata;
     scena.punti = mostra.punti ? Punti(intorno, tempo, parola) : 0;
     if (intorno.pagina != nullptr && !intorno.pagina->empty()) {
         scena.righe = RigheDiPagina(*intorno.pagina);
+        const std::int32_t tutti = Caratteri(scena.righe);
+        intorno.prima = std::min(intorno.prima, tutti);
+        intorno.adesso = std::min(intorno.adesso, tutti);
         scena.cantati = mostra.flusso ? Cantati(intorno, tempo, parola) : intorno.adesso;
     }
-    if (mostra.prossima && InUltimaRiga(scena.righe, intorno.adesso)) {
-        if (const Evento* pagina = Primo(timeline, intorno.seguente, TipoEvento::Pagina)) {
-            scena.prossima = RigheDiPagina(pagina->Testo).front();
-        }
+    if (mostra.prossima) {
+        scena.prossima = ProssimaRiga(timeline);
+        scena.annuncia = InUltimaRiga(scena.righe, intorno.adesso) && !scena.prossima.empty();
     }
     return scena;
 }

@@ -3,6 +3,7 @@
 #include "song/Timeline.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sonnel {
@@ -19,20 +20,21 @@ struct MostraScena {
 
 /// What the singers' screen shows at one moment of a song.
 struct Scena {
-    std::vector<std::string> righe;  ///< of the page
-    double cantati = 0;              ///< characters sung, with a part of one; a line end counts two
-    std::string prossima;            ///< line of the next page, ""
-    int punti = 0;                   ///< dots of the count-in, 3 to 0
-    bool titolo = false;             ///< title and author instead of a page
+    std::vector<std::string> righe{};  ///< of the page
+    double cantati = 0;      ///< characters sung, with a part of one; a line end counts two
+    std::string prossima{};  ///< line of the next page, ""
+    bool annuncia = false;   ///< it is to be seen already
+    int punti = 0;           ///< dots of the count-in, 3 to 0
+    bool titolo = false;     ///< title and author instead of a page
 
     bool operator==(const Scena&) const = default;
 };
 
 /// The scene at a time in tenths of a second, the compensation included. The page and the words
-/// begun are those of the main window.
+/// begun are those of the main window, which has shown the events up to the timeline's last.
 [[nodiscard]] Scena ScenaA(const Timeline& timeline, double tempo, const MostraScena& mostra);
 
-/// The lines of a page.
-[[nodiscard]] std::vector<std::string> RigheDiPagina(const std::string& testo);
+/// The lines of a page, without empty ones at its end.
+[[nodiscard]] std::vector<std::string> RigheDiPagina(std::string_view testo);
 
 }  // namespace sonnel

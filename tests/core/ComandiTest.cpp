@@ -9,6 +9,7 @@
 #include "player/window/AssociaLyk.h"
 #include "player/window/ControlloVolume.h"
 #include "player/window/PostoFinestra.h"
+#include "player/window/PostoParole.h"
 #include "player/window/RigaComando.h"
 #include "ui/basCommon.h"
 
@@ -79,6 +80,41 @@ TEST(WindowPlaceTest, AWindowOpensWhereItCanBeSeen) {
     }
     const Posizione centre = CentraForm(15000, 10001, 5000, 12000);
     EXPECT_EQ(std::pair(centre.left, centre.top), std::pair(5000.0F, -999.5F));
+}
+
+TEST(WindowPlaceTest, TheLyricsWindowOpensAsItWasClosedOrOnANewScreen) {
+    const Rectangle left{0, 0, 15000, 12000};
+    const Rectangle right{15000, 0, 30000, 16000};
+    const Rectangle closed{300, 600, 9000, 7500};
+    const Rectangle usualOnRight{22800, 3950, 14400, 8100};
+    const Rectangle closedOnRight{25500, 4250, 9000, 7500};
+    struct Case {
+        Rectangle closed;  ///< of no width: never
+        bool full;
+        std::size_t knew;  ///< screens
+        std::vector<Rectangle> screens;
+        std::size_t main;
+        PostoParole opened;
+    };
+    const std::vector<Case> cases{
+        {{}, false, 0, {left}, 0, {}},
+        {{}, false, 0, {left, right}, 0, {usualOnRight, true}},
+        {{}, false, 0, {right, left}, 1, {usualOnRight, true}},
+        {closed, false, 2, {left, right}, 0, {closed, false}},
+        {closed, false, 1, {left, right}, 0, {closedOnRight, true}},
+        {{15000, 0, 9000, 7500}, true, 2, {left, right}, 0, {closedOnRight, true}},
+        {{15000, 0, 9000, 7500}, true, 2, {left}, 0, {{{0, 0, 9000, 7500}}, false}},
+        {{60000, 0, 9000, 7500}, true, 2, {left, right}, 0, {closedOnRight, true}}};
+    for (const Case& one : cases) {
+        MemoryRegistry registry;
+        if (one.closed.width > 0) {
+            RicordaPosto(registry, one.closed, false, one.knew);
+        }
+        if (one.full) {
+            RicordaPosto(registry, {one.closed.left, one.closed.top, 1, 1}, true, one.knew);
+        }
+        EXPECT_EQ(PostoDaAprire(registry, one.screens, one.main), one.opened) << one.closed.left;
+    }
 }
 
 TEST(basCommon, WaitsFromWholeSecondToWholeSecond) {

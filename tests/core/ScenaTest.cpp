@@ -2,8 +2,10 @@
 #include "player/Scena.h"
 #include "song/LeggiKaraoke.h"
 
+#include <cstdint>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,20 +15,20 @@ namespace {
 
 /// A page "ab / cd" from 2 s on, sung at 4, 4.5, 9 and 9.2 s; cleared at 12 s; a page "ef" at 18 s,
 /// sung at 20 s.
-Timeline SceneSong() {
-    Timeline timeline;
-    InformazioniBrano info;
-    ScriptedMsgBox msgBox;
-    (void)LeggiRighe(
-        "Cantabelle1.0\r\n0002001ab$Ecd\r\n00040021\r\n00045022\r\n00090025\r\n00092026\r\n"
-        "0012001\r\n0018001ef\r\n00200022\r\n",
-        true, timeline, info, msgBox);
-    return timeline;
-}
+constexpr const char* kSong =
+    "0002001ab$Ecd\r\n00040021\r\n00045022\r\n00090025\r\n00092026\r\n"
+    "0012001\r\n0018001ef\r\n00200022\r\n";
 
 /// A scene as "title", the page's lines with '/', the characters sung, ">" the next line, dots.
-std::string Shown(double seconds, const MostraScena& what = {}) {
-    const Timeline song = SceneSong();
+std::string Shown(double seconds, const MostraScena& what = {}, const std::string& lines = kSong) {
+    Timeline song;
+    InformazioniBrano info;
+    ScriptedMsgBox msgBox;
+    (void)LeggiRighe("Cantabelle1.0\r\n" + lines, true, song, info, msgBox);
+    while (song.UltimoEvento < song.NumEventi() &&
+           song.Eventi(static_cast<std::int16_t>(song.UltimoEvento + 1)).Tempo <= seconds * 10) {
+        ++song.UltimoEvento;
+    }
     const Scena scene = ScenaA(song, seconds * 10, what);
     std::ostringstream text;
     for (std::size_t i = 0; i < scene.righe.size(); ++i) {
@@ -35,7 +37,7 @@ std::string Shown(double seconds, const MostraScena& what = {}) {
     if (!scene.righe.empty()) {
         text << " " << scene.cantati;
     }
-    text << (scene.titolo ? "title" : "") << (scene.prossima.empty() ? "" : " >" + scene.prossima)
+    text << (scene.titolo ? "title" : "") << (scene.annuncia ? " >" + scene.prossima : "")
          << std::string(static_cast<std::size_t>(scene.punti), '.');
     return text.str();
 }
@@ -54,6 +56,19 @@ TEST(Scena, FollowsTheSong) {
     EXPECT_EQ(Shown(1.5, nothing), "");
     EXPECT_EQ(Shown(4.25, nothing), "ab/cd 1");
     EXPECT_EQ(Shown(9.1, nothing), "ab/cd 5");
+}
+
+TEST(Scena, MakesTheBestOfBadSongs) {
+    const std::vector<std::tuple<std::string, double, std::string>> songs{
+        {"", 9, "title"},
+        {"00090021\r\n", 8, "title"},                              // words without a page
+        {"0001001a\r\n000100299999\r\n", 1.4, "a 1.5"},            // more than there are
+        {"0001001abc\r\n00010023\r\n00020021\r\n", 2.4, "abc 3"},  // fewer than before
+        {"0001001a$E$E\r\n0010001$E$Eb\r\n00100021\r\n", 9, "a 0."},
+        {"0001001a\r\n00010021\r\n0010001$Eb\r\n", 2, "a 1 >b"}};
+    for (const auto& [lines, seconds, shown] : songs) {
+        EXPECT_EQ(Shown(seconds, {}, lines), shown) << lines;
+    }
 }
 
 }  // namespace

@@ -32,6 +32,17 @@ class SilentSynth : public Synthesizer {
     void Render(std::span<float> out) noexcept override { std::ranges::fill(out, 0.0F); }
 };
 
+/// The screens, of which the last may be taken for gone.
+class FewerScreens : public QtScreen {
+  public:
+    std::vector<Rectangle> Screens() const override {
+        auto screens = QtScreen::Screens();
+        screens.resize(screens.size() - gone);
+        return screens;
+    }
+    std::size_t gone = 0;
+};
+
 /// The main window over fakes of all else, its sequencer moved by hand.
 struct PlayerRig {
     PlayerRig() {
@@ -68,7 +79,7 @@ struct PlayerRig {
     MemoryRegistry registry;
     ScriptedMsgBox msgBox;
     ClockedEvents events{rig.clock};
-    QtScreen screen;
+    FewerScreens screen;
     FakeShell shell;
     OtherWindows others;
     Coda queue{rig.folder / "queue"};

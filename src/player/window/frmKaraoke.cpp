@@ -74,8 +74,15 @@ void frmKaraoke::CreaFinestraParole() {
                p_.config.Compensazione;
     };
     const auto suona = [this] { return riproduzione_.InRiproduzione(); };
-    cantanti_ = std::make_unique<FinestraParole>(FinestraParole::Parti{
-        p_.timeline, p_.informazioni, p_.config, p_.registro, tempo, suona, this});
+    const auto lasciata = [this] { Form_LostFocus(); };
+    cantanti_ = std::make_unique<FinestraParole>(
+        FinestraParole::Parti{{p_.timeline, p_.informazioni, p_.config},
+                              p_.registro,
+                              p_.schermo,
+                              tempo,
+                              suona,
+                              lasciata,
+                              this});
     addAction(cantanti_->Azione());
 }
 
@@ -216,7 +223,7 @@ void frmKaraoke::tmrSlider_Timer() {
 
 void frmKaraoke::Form_LostFocus() {
     const QWidget* attiva = QApplication::activeWindow();
-    const bool nostra = attiva == this || turni_->Sua(attiva);
+    const bool nostra = attiva == this || attiva == cantanti_.get() || turni_->Sua(attiva);
     if (!nostra && !cantante_.VaAvanti()) {
         riproduzione_.Sospendi();
     }

@@ -139,6 +139,7 @@ void frmKaraoke::tmrLogo_Timer() {
 }
 
 void frmKaraoke::Comandi(const StatoComandi& stato) {
+    cantanti_->Segui();
     // Told a hundred times a second while a song plays, and nearly always the same.
     if (comandi_ == stato) {
         return;

@@ -139,6 +139,7 @@ void frmKaraoke::closeEvent(QCloseEvent* event) {
 void frmKaraoke::Form_Unload() {
     p_.sequencer.Command(MciCommand::Close);
     intero_->Termina();
+    cantanti_->close();
     SalvaFinestra();
     Rebar.DestroyRebar();
     QApplication::quit();

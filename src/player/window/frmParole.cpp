@@ -1,7 +1,9 @@
 #include "player/window/frmParole.h"
 
+#include "platform/Numbers.h"
 #include "platform/qt/FitScreen.h"
-#include "platform/qt/QtColour.h"
+#include "platform/qt/FullScreen.h"
+#include "player/window/PostoParole.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
 
@@ -11,30 +13,12 @@
 #include <QScreen>
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <utility>
 
 namespace sonnel {
 namespace {
 
 constexpr const char* Sezione = "LyricsWindow";
-constexpr int Battito = 16;        // ms while the song plays
-constexpr int BattitoFermo = 200;  // ms while it does not
-constexpr double Margine = 0.92;   // of the width and the height that the words may take
-constexpr double Interlinea = 1.25;
-constexpr int RigheInPiu = 2;  // the dots above the page, the next line below it
-constexpr QSize MisuraUsuale(960, 540);
-constexpr double Ombra = 0.04;  // of the letters' height
-constexpr double Sbiadito = 0.45;
-
-QString Testo(const std::string& testo) {
-    return QString::fromStdString(testo);
-}
-
-/// A text of the song information, whose "&" are doubled for labels.
-QString Semplice(const std::string& testo) {
-    return Testo(testo).replace("&&", "&");
-}
 
 }  // namespace
 
@@ -46,7 +30,7 @@ struct FinestraParole::Interruttore {
 };
 
 FinestraParole::FinestraParole(Parti parti)
-    : p_(std::move(parti)), azione_(new QAction("&Lyrics window", this)) {
+    : p_(std::move(parti)), disegno_(p_.brano), azione_(new QAction("&Lyrics window", this)) {
     setWindowTitle("Sonnel - Lyrics");
     setWindowIcon(QIcon(":/sonnel.svg"));
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -55,12 +39,14 @@ FinestraParole::FinestraParole(Parti parti)
     setAccessibleName("Lyrics for the singers");
     azione_->setCheckable(true);
     azione_->setShortcut(Qt::Key_F12);
+    addAction(azione_);
     connect(azione_, &QAction::toggled, this, &FinestraParole::Apri);
+    battito_.setTimerType(Qt::PreciseTimer);
     connect(&battito_, &QTimer::timeout, this, &FinestraParole::Avanza);
-    connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](const QScreen* screen) {
-        if (isVisible() && isFullScreen() && this->screen() == screen) {
-            showNormal();
-            resize(MisuraUsuale.boundedTo(RoomOnScreen(*this)));
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](const QScreen* perduto) {
+        if (azione_->isChecked() && screen() == perduto) {
+            // Once the window system has moved what was there.
+            QTimer::singleShot(0, this, &FinestraParole::SchermoPerduto);
         }
     });
     CreaMenu();
@@ -80,33 +66,39 @@ void FinestraParole::CreaMenu() {
         connect(voce, &QAction::toggled, this, [this, &uno](bool acceso) {
             mostra_.*uno.parte = acceso;
             SalvaImpostazione(p_.registro, Sezione, uno.chiave, TestoLogico(acceso));
+            Segui();
         });
     }
     menu_.addSeparator();
-    menu_.addAction("Full &screen", this,
-                    [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
+    menu_.addAction("Full &screen", this, &FinestraParole::CambiaSchermoIntero);
     menu_.addAction("C&lose", this, &QWidget::close);
 }
 
 void FinestraParole::Apri(bool apri) {
     if (!apri) {
         battito_.stop();
+        RicordaPosto(p_.registro, Posto(), FillsScreen(*this), schermi_);
         hide();
         return;
     }
-    const QList<QScreen*> schermi = QGuiApplication::screens();
-    const auto altro = std::find_if(schermi.begin(), schermi.end(), [this](const QScreen* uno) {
-        return uno != p_.principale->screen();
-    });
-    Rinnova();
-    if (altro != schermi.end()) {
-        setGeometry((*altro)->geometry());
-        showFullScreen();
+    const auto schermi = p_.schermo.Screens();
+    const auto qui = QGuiApplication::screens().indexOf(p_.principale->screen());
+    const auto [posto, intero] =
+        PostoDaAprire(p_.registro, schermi, static_cast<std::size_t>(std::max(qsizetype{0}, qui)));
+    schermi_ = schermi.size();
+    setWindowState(Qt::WindowNoState);
+    if (posto) {
+        Colloca(*posto);
     } else {
-        resize(MisuraUsuale.boundedTo(RoomOnScreen(*this)));
-        show();
+        constexpr QSize usuale(960, 540);
+        resize(usuale.boundedTo(RoomOnScreen(*this)));
     }
-    battito_.start(Battito);
+    if (intero) {
+        CambiaSchermoIntero();
+    }
+    Rinnova();
+    show();
+    Segui();
 }
 
 void FinestraParole::closeEvent(QCloseEvent* event) {
@@ -114,182 +106,92 @@ void FinestraParole::closeEvent(QCloseEvent* event) {
     azione_->setChecked(false);
 }
 
+void FinestraParole::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+        p_.lasciata();
+    }
+}
+
+void FinestraParole::CambiaSchermoIntero() {
+    const bool riempi = !FillsScreen(*this);
+    if (riempi) {
+        ordinario_ = geometry();
+    }
+    SetWindowState(*this, riempi ? Qt::WindowFullScreen : Qt::WindowNoState, ordinario_);
+}
+
+void FinestraParole::SchermoPerduto() {
+    const auto schermi = p_.schermo.Screens();
+    schermi_ = schermi.size();
+    if (FillsScreen(*this)) {
+        setWindowState(Qt::WindowNoState);
+        resize(ordinario_.size());
+    }
+    Colloca(PostoOrdinario(Posto(), schermi));
+    show();
+}
+
+void FinestraParole::Colloca(const Rectangle& posto) {
+    const auto pixel = [this](int twips) {
+        return RoundHalfEven<int>(twips / p_.schermo.TwipsPerPixel());
+    };
+    const QPoint dove(pixel(posto.left), pixel(posto.top));
+    const QSize misura(pixel(posto.width), pixel(posto.height));
+    if (QScreen* schermo = QGuiApplication::screenAt(QRect(dove, misura).center())) {
+        setScreen(schermo);
+    }
+    resize(misura);
+    move(dove);
+}
+
+Rectangle FinestraParole::Posto() const {
+    const auto twips = [this](int pixel) {
+        return RoundHalfEven<int>(pixel * p_.schermo.TwipsPerPixel());
+    };
+    return {twips(x()), twips(y()), twips(width()), twips(height())};
+}
+
 void FinestraParole::Rinnova() {
     if (!azione_->isChecked()) {
         return;
     }
-    ScegliCarattere();
-    scena_ = ScenaA(p_.timeline, p_.tempo(), mostra_);
-    DisegnaPagina();
+    disegno_.Misura();
+    disegno_.Adatta(size());
+    Avanza();
     update();
 }
 
-/// Shows the moment of the song; paints when something has changed.
-void FinestraParole::Avanza() {
-    const int intervallo = p_.suona() ? Battito : BattitoFermo;
-    if (battito_.interval() != intervallo) {
-        battito_.setInterval(intervallo);
-    }
-    Scena adesso = ScenaA(p_.timeline, p_.tempo(), mostra_);
-    if (adesso == scena_) {
+void FinestraParole::Segui() {
+    if (!azione_->isChecked()) {
         return;
     }
-    const bool altra = adesso.righe != scena_.righe || adesso.prossima != scena_.prossima ||
-                       adesso.punti != scena_.punti || adesso.titolo != scena_.titolo;
-    const double prima = std::exchange(scena_, std::move(adesso)).cantati;
-    if (altra) {
-        DisegnaPagina();
-        update();
-    } else {
-        AggiornaRighe(std::min(prima, scena_.cantati), std::max(prima, scena_.cantati));
+    const bool suona = p_.suona();
+    if (suona && !battito_.isActive()) {
+        constexpr double millisecondi = 1000;
+        battito_.start(static_cast<int>(millisecondi / std::max(1.0, screen()->refreshRate())));
+    } else if (!suona) {
+        battito_.stop();
+    } else if (ultimo_ == p_.brano.timeline.UltimoEvento) {
+        return;  // its time comes with the next beat
     }
+    Avanza();
 }
 
-/// Paints the lines anew that hold these characters of the page.
-void FinestraParole::AggiornaRighe(double da, double a) {
-    double inizio = 0;
-    for (std::size_t i = 0; i < scena_.righe.size(); ++i) {
-        const double fine = inizio + static_cast<double>(Testo(scena_.righe[i]).toUcs4().size()) +
-                            static_cast<double>(FineRiga.size());
-        if (da <= fine && a >= inizio) {
-            const double sopra = prima_ + static_cast<double>(i) * passo_;
-            update(QRectF(0, sopra, width(), passo_).toAlignedRect());
-        }
-        inizio = fine;
-    }
+/// Shows the moment of the song; paints what has changed.
+void FinestraParole::Avanza() {
+    ultimo_ = p_.brano.timeline.UltimoEvento;
+    update(disegno_.Mostra(ScenaA(p_.brano.timeline, p_.tempo(), mostra_)));
 }
 
-/// The largest letters at which every page of the song fits, with the lines around it.
-void FinestraParole::ScegliCarattere() {
-    carattere_ = QFont(Testo(p_.config.FontName));
-    carattere_.setBold(p_.config.FontBold);
-    constexpr int provato = 100;  // pixels
-    carattere_.setPixelSize(provato);
-    const QFontMetricsF misure(carattere_);
-    double larga = 1;
-    std::size_t righe = 1;
-    for (std::int16_t i = 1; i <= p_.timeline.NumEventi(); ++i) {
-        const Evento& evento = p_.timeline.Eventi(i);
-        if (evento.Tipo != TipoEvento::Pagina) {
-            continue;
-        }
-        const auto pagina = RigheDiPagina(evento.Testo);
-        righe = std::max(righe, pagina.size());
-        for (const std::string& riga : pagina) {
-            larga = std::max(larga, misure.horizontalAdvance(Testo(riga)));
-        }
-    }
-    const double perLarghezza = provato * width() * Margine / larga;
-    const double perAltezza =
-        height() * Margine / (static_cast<double>(righe + RigheInPiu) * Interlinea);
-    carattere_.setPixelSize(std::max(1, static_cast<int>(std::min(perLarghezza, perAltezza))));
-    passo_ = carattere_.pixelSize() * Interlinea;
-}
-
-double FinestraParole::Larghezza(const QString& testo, double caratteri) const {
-    const QFontMetricsF misure(carattere_);
-    const auto tutti = testo.toUcs4();
-    const auto interi = static_cast<qsizetype>(
-        std::clamp(std::floor(caratteri), 0.0, static_cast<double>(tutti.size())));
-    const auto parte = [&](qsizetype quanti) {
-        return misure.horizontalAdvance(
-            QString::fromUcs4(reinterpret_cast<const char32_t*>(tutti.constData()), quanti));
-    };
-    const double fino = parte(interi);
-    return interi < tutti.size()
-               ? fino + (caratteri - static_cast<double>(interi)) * (parte(interi + 1) - fino)
-               : fino;
-}
-
-QPixmap FinestraParole::Pagina(Colour colore, bool ombra) const {
-    QPixmap pagina(size() * devicePixelRatioF());
-    pagina.setDevicePixelRatio(devicePixelRatioF());
-    pagina.fill(Qt::transparent);
-    QPainter pittore(&pagina);
-    pittore.setFont(carattere_);
-    const QFontMetricsF misure(carattere_);
-    for (std::size_t i = 0; i < scena_.righe.size(); ++i) {
-        const QString riga = Testo(scena_.righe[i]);
-        const QPointF base((width() - misure.horizontalAdvance(riga)) / 2,
-                           prima_ + static_cast<double>(i) * passo_ + misure.ascent());
-        if (ombra) {
-            const double sposta = carattere_.pixelSize() * Ombra;
-            pittore.setPen(ToQColor(p_.config.ColoreOmbra));
-            pittore.drawText(base + QPointF(sposta, sposta), riga);
-        }
-        pittore.setPen(ToQColor(colore));
-        pittore.drawText(base, riga);
-    }
-    return pagina;
-}
-
-void FinestraParole::DisegnaPagina() {
-    prima_ = (height() - static_cast<double>(scena_.righe.size()) * passo_) / 2;
-    daCantare_ = Pagina(p_.config.ColoreTesto, p_.config.Ombra);
-    cantata_ = Pagina(p_.config.ColoreSelezione, false);
-}
-
-void FinestraParole::DisegnaCantati(QPainter& pittore) const {
-    const QFontMetricsF misure(carattere_);
-    double resto = scena_.cantati;
-    for (std::size_t i = 0; i < scena_.righe.size() && resto > 0; ++i) {
-        const QString riga = Testo(scena_.righe[i]);
-        const double sinistra = (width() - misure.horizontalAdvance(riga)) / 2;
-        const QRectF parte(sinistra, prima_ + static_cast<double>(i) * passo_,
-                           Larghezza(riga, resto), passo_);
-        pittore.setClipRect(parte);
-        pittore.drawPixmap(0, 0, cantata_);
-        resto -= static_cast<double>(riga.toUcs4().size()) + static_cast<double>(FineRiga.size());
-    }
-    pittore.setClipping(false);
-}
-
-void FinestraParole::DisegnaTitolo(QPainter& pittore) const {
-    const QRectF sopra(0, 0, width(), height() / 2.0);
-    pittore.drawText(sopra, Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap,
-                     Semplice(p_.informazioni.Titolo));
-    QFont piccolo = carattere_;
-    piccolo.setPixelSize(std::max(1, carattere_.pixelSize() / 2));
-    pittore.setFont(piccolo);
-    pittore.drawText(sopra.translated(0, height() / 2.0),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
-                     Semplice(p_.informazioni.Autore));
-}
-
-void FinestraParole::paintEvent(QPaintEvent* /*event*/) {
+void FinestraParole::paintEvent(QPaintEvent* event) {
     QPainter pittore(this);
-    pittore.setRenderHint(QPainter::Antialiasing);
-    pittore.fillRect(rect(), ToQColor(p_.config.ColoreSfondo));
-    pittore.setFont(carattere_);
-    pittore.setPen(ToQColor(p_.config.ColoreTesto));
-    if (scena_.titolo) {
-        DisegnaTitolo(pittore);
-        pittore.setFont(carattere_);
-    } else if (!scena_.righe.empty()) {
-        pittore.drawPixmap(0, 0, daCantare_);
-        DisegnaCantati(pittore);
-    }
-    if (!scena_.prossima.empty()) {
-        pittore.setOpacity(Sbiadito);
-        const double sotto = prima_ + static_cast<double>(scena_.righe.size()) * passo_;
-        pittore.drawText(QRectF(0, sotto, width(), passo_), Qt::AlignCenter,
-                         Testo(scena_.prossima));
-        pittore.setOpacity(1);
-    }
-    const double raggio = passo_ / 8;
-    for (int i = 0; i < scena_.punti; ++i) {
-        pittore.setBrush(ToQColor(p_.config.ColoreSelezione));
-        pittore.setPen(Qt::NoPen);
-        const double x = width() / 2.0 + (i - 1) * 5 * raggio;
-        pittore.drawEllipse(
-            QPointF(x, std::max(2 * raggio, std::min(prima_, height() / 2.0) - passo_ / 2)), raggio,
-            raggio);
-    }
+    disegno_.Dipingi(pittore, event->region());
 }
 
 void FinestraParole::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    Rinnova();
+    disegno_.Adatta(size());
 }
 
 void FinestraParole::contextMenuEvent(QContextMenuEvent* event) {
@@ -297,7 +199,7 @@ void FinestraParole::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void FinestraParole::mouseDoubleClickEvent(QMouseEvent* /*event*/) {
-    setWindowState(windowState() ^ Qt::WindowFullScreen);
+    CambiaSchermoIntero();
 }
 
 }  // namespace sonnel

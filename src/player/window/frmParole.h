@@ -1,33 +1,33 @@
 #pragma once
 
 #include "platform/Registry.h"
+#include "platform/Screen.h"
 #include "player/Scena.h"
-#include "settings/Config.h"
-#include "song/InformazioniBrano.h"
-#include "song/Timeline.h"
+#include "player/window/frmParoleDisegno.h"
 
 #include <QAction>
 #include <QMenu>
-#include <QPixmap>
 #include <QTimer>
 #include <QWidget>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 
 namespace sonnel {
 
-/// The lyrics window: the words of the song that is open, for the singers' screen. It never takes
-/// the focus, and draws only what has changed.
+/// The lyrics window: the words of the song that is open, for the singers' screen. Where the
+/// desktop allows it, it never takes the focus. It draws only what has changed.
 class FinestraParole final : public QWidget {
   public:
     /// What it shows; all of it outlives the window.
     struct Parti {
-        const Timeline& timeline;
-        const InformazioniBrano& informazioni;
-        const Config& config;
+        DisegnoScena::Parti brano;
         Registry& registro;
-        std::function<double()> tempo;  ///< of the words that are due, in tenths of a second
-        std::function<bool()> suona;    ///< the song is playing
-        const QWidget* principale;      ///< whose screen is not the singers'
+        const Screen& schermo;
+        std::function<double()> tempo;   ///< of the words that are due, in tenths of a second
+        std::function<bool()> suona;     ///< the song is playing
+        std::function<void()> lasciata;  ///< it is no longer the active window
+        const QWidget* principale;       ///< whose screen is not the singers'
     };
     explicit FinestraParole(Parti parti);
 
@@ -35,6 +35,8 @@ class FinestraParole final : public QWidget {
     [[nodiscard]] QAction* Azione() { return azione_; }
     /// Another song is open, or the settings have changed.
     void Rinnova();
+    /// The song began or ceased to play, or stands elsewhere. May be told more often.
+    void Segui();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -42,31 +44,27 @@ class FinestraParole final : public QWidget {
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     struct Interruttore;
-    void Apri(bool apri);
     void CreaMenu();
+    void Apri(bool apri);
     void Avanza();
-    void AggiornaRighe(double da, double a);
-    void ScegliCarattere();
-    void DisegnaPagina();
-    [[nodiscard]] QPixmap Pagina(Colour colore, bool ombra) const;
-    [[nodiscard]] double Larghezza(const QString& testo, double caratteri) const;
-    void DisegnaCantati(QPainter& pittore) const;
-    void DisegnaTitolo(QPainter& pittore) const;
+    void CambiaSchermoIntero();
+    void SchermoPerduto();
+    void Colloca(const Rectangle& posto);
+    [[nodiscard]] Rectangle Posto() const;
 
     Parti p_;
+    DisegnoScena disegno_;
     MostraScena mostra_;
     QAction* azione_;
     QMenu menu_;
-    QTimer battito_;
-    Scena scena_;
-    QFont carattere_;
-    double passo_ = 0;   ///< height of a line, in pixels
-    double prima_ = 0;   ///< top of the first line
-    QPixmap daCantare_;  ///< the page in the colour of the text
-    QPixmap cantata_;    ///< and in that of what is sung
+    QTimer battito_;           ///< while the song plays
+    QRect ordinario_;          ///< its place when it does not fill the screen
+    std::int16_t ultimo_ = 0;  ///< last event that it shows
+    std::size_t schermi_ = 0;  ///< when it took its place
 };
 
 }  // namespace sonnel

@@ -1,5 +1,7 @@
 #include "player/window/frmSchermoIntero.h"
 
+#include "platform/qt/FullScreen.h"
+
 #include <QCursor>
 #include <QEvent>
 #include <QMenuBar>
@@ -39,11 +41,12 @@ void SchermoIntero::Passa(bool intero) {
         statoPrima_ = finestra_.windowState();
         postoPrima_ = finestra_.pos();
         misuraPrima_ = finestra_.size();
-        finestra_.setWindowState(statoPrima_ | Qt::WindowFullScreen);
+        ordinario_ = finestra_.geometry();
+        SetWindowState(finestra_, statoPrima_ | Qt::WindowFullScreen, ordinario_);
         guardia_.start();
     } else {
         guardia_.stop();
-        finestra_.setWindowState(statoPrima_);
+        SetWindowState(finestra_, statoPrima_, ordinario_);
     }
     MostraBarre(!intero);
     if (!intero) {

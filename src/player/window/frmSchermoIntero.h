@@ -38,6 +38,7 @@ class SchermoIntero final : public QObject {
     bool attivo_ = false;
     bool barre_ = true;
     Qt::WindowStates statoPrima_;
+    QRect ordinario_;  ///< without its frame
     QPoint postoPrima_;
     QSize misuraPrima_;
 };
