@@ -47,6 +47,10 @@ void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (const auto risposta = RispostaRiga({argv + 1, argv + argc})) {
+        std::cout << *risposta << std::flush;
+        return std::cout ? 0 : 1;
+    }
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName("sonnel");
     QGuiApplication::setApplicationDisplayName("");
