@@ -42,6 +42,12 @@ TEST(CommandLineTest, TheSongIsNamedWithoutApostrophesAndExtension) {
     for (const auto& [line, song] : cases) {
         EXPECT_EQ(BranoDaRiga(line), song) << line;
     }
+    const std::string here = std::filesystem::current_path().string() + "/";
+    const Lines named{
+        {"", ""}, {"\"a b\"", here + "a b"}, {"'a.lyk'", here + "a.lyk'"}, {"/a", "/a"}};
+    for (const auto& [line, path] : named) {
+        EXPECT_EQ(PercorsoAssoluto(line), path) << line;
+    }
 }
 
 TEST(CommandLineTest, KnownOptionsAreTakenOutAndQuestionsAnswered) {
@@ -52,7 +58,8 @@ TEST(CommandLineTest, KnownOptionsAreTakenOutAndQuestionsAnswered) {
     const auto line = LeggiOpzioni({"--my", "--key", "-2", "song", "--melody", "off", "--tempo"});
     EXPECT_EQ(line.error().text,
               "--tempo needs a whole number of percent from 50 to 150, not \"\".");
-    const auto good = LeggiOpzioni({"--my", "--key", "-2", "song"});
+    const auto good = LeggiOpzioni({"--my", "--key", "-2", "--one", "song"});
+    EXPECT_TRUE(good->uno);
     EXPECT_EQ(good->brano, "--my song");
     EXPECT_EQ(good->canto.value_or(Canto{}).tonalita, -2);
 }

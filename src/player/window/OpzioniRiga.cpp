@@ -19,12 +19,13 @@ struct Opzione {
     std::string_view voluto;  ///< what its value has to be
 };
 
-constexpr std::array<Opzione, 5> Opzioni = {{
+constexpr std::array<Opzione, 6> Opzioni = {{
     {"--key", "N", "so many semitones higher, -12 to 12",
      "a whole number of semitones from -12 to 12"},
     {"--tempo", "N", "percent of the song's own tempo, 50 to 150",
      "a whole number of percent from 50 to 150"},
     {"--melody", "normal|soft|off", "how the tune is heard", "normal, soft or off"},
+    {"--one", "", "hand the song to the player that runs already", ""},
     {"--help", "", "print this text", ""},
     {"--version", "", "print the version", ""},
 }};
@@ -37,6 +38,7 @@ Environment:
   XDG_CONFIG_HOME, XDG_DATA_HOME, XDG_CONFIG_DIRS
                      where the user's settings, the user's library and the
                      machine's settings are
+  XDG_RUNTIME_DIR    where players find each other
 )";
 
 /// Sets what one option says; false when its value makes no sense.
@@ -92,6 +94,7 @@ Result<OpzioniRiga> LeggiOpzioni(const std::vector<std::string>& argomenti) {
             continue;
         }
         if (nota->valore.empty()) {
+            opzioni.uno |= argomento == "--one";
             continue;
         }
         Canto canto = opzioni.canto.value_or(Canto{});

@@ -12,6 +12,7 @@ namespace sonnel {
 /// What a command line says: options, and the song that all other arguments name.
 struct OpzioniRiga {
     std::optional<Canto> canto;  ///< of --key, --tempo and --melody
+    bool uno = false;            ///< --one: the player that runs already gets the song
     std::string brano;           ///< the other arguments, blanks between them
 };
 
