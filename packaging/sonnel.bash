@@ -7,7 +7,7 @@ _sonnel() {
         --melody) mapfile -t COMPREPLY < <(compgen -W "normal soft off" -- "$cur"); return ;;
     esac
     if [[ $cur == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "--key --tempo --melody" -- "$cur")
+        mapfile -t COMPREPLY < <(compgen -W "--key --tempo --melody --one --help --version" -- "$cur")
         return
     fi
     _filedir '@(lyk|mid|kar|midi|rmi)'

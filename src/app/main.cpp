@@ -6,11 +6,13 @@
 #include "platform/audio/FluidSynthesizer.h"
 #include "platform/audio/SoundFont.h"
 #include "platform/files/ProfileFile.h"
+#include "platform/qt/OnePlayer.h"
 #include "platform/qt/QtCommonDialog.h"
 #include "platform/qt/QtRegistry.h"
 #include "platform/qt/QtShell.h"
 #include "platform/qt/QtSystem.h"
 #include "player/window/OpzioniRiga.h"
+#include "player/window/RigaComando.h"
 #include "settings/Impostazioni.h"
 #include "ui/Titoli.h"
 
@@ -45,20 +47,27 @@ void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
     (void)file.Set(section, key, value);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    const QApplication application(argc, argv);
-    QCoreApplication::setApplicationName("sonnel");
-    QGuiApplication::setApplicationDisplayName("");
-    QGuiApplication::setDesktopFileName("sonnel");
-
-    const Result<OpzioniRiga> riga = LeggiOpzioni({argv + 1, argv + argc});
-    if (!riga) {
-        std::cerr << "sonnel: " << riga.error().text << "\n";
-        return 2;
+/// Whether a player that runs has taken the song that this one was started with. Where none runs
+/// this player becomes the one that takes songs.
+bool HandedOver(OnePlayer& player, const OpzioniRiga& riga, const std::string& activationToken) {
+    if (!riga.uno) {
+        return player.HandOver(std::nullopt);
     }
+    if (!player.HasPlace()) {
+        std::cerr << "sonnel: --one finds no other player: the directory "
+                  << Utf8FromPath(player.Directory()) << " cannot be made.\n";
+    }
+    return player.HandOver(HandedSong{PercorsoAssoluto(riga.brano), activationToken});
+}
 
+/// Lets the main window get the songs of players that start later.
+void Connect(OnePlayer& player, frmKaraoke& window) {
+    player.accepts = [&window] { return window.AccettaBrani(); };
+    player.onSong = [&window](const std::string& path) { window.RiceviBrano(path); };
+}
+
+/// Builds the real platform, opens the windows and runs them to their end.
+int Run(OnePlayer& player, const OpzioniRiga& riga) {
     QtRegistry registro(UserSettingsFile(ProcessEnvironment),
                         MachineSettingsFile(ProcessEnvironment));
     const auto setting = [&registro](const char* name) {
@@ -82,18 +91,41 @@ int main(int argc, char** argv) {
 
     Finestre finestre(
         {registro, sequencer, msgBox, events, clock, screen, shell, dialog},
-        {.CmdLine = riga->brano,
+        {.CmdLine = riga.brano,
          .eseguibile = PathFromUtf8(QCoreApplication::applicationFilePath().toStdString()),
          .openDirPredefinita = DefaultKaraokeDirectory(),
          .scriviWinIni = [&winIni](auto section, auto key,
                                    auto value) { WriteIni(winIni, section, key, value); },
-         .canto = riga->canto},
+         .canto = riga.canto},
         UserDataDirectory(ProcessEnvironment) / "sonnel" / "queue");
     frmKaraoke& window = finestre.Principale();
+    Connect(player, window);
     // Within the event loop, so that the window can be closed while it still comes up.
     QTimer start;
     start.setSingleShot(true);
     QObject::connect(&start, &QTimer::timeout, &window, &frmKaraoke::Form_Load);
     start.start(0);
     return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (const auto risposta = RispostaRiga({argv + 1, argv + argc})) {
+        std::cout << *risposta << std::flush;
+        return std::cout ? 0 : 1;
+    }
+    const std::string activationToken = ActivationToken(ProcessEnvironment);
+    const QApplication application(argc, argv);
+    QCoreApplication::setApplicationName("sonnel");
+    QGuiApplication::setApplicationDisplayName("");
+    QGuiApplication::setDesktopFileName("sonnel");
+
+    const Result<OpzioniRiga> riga = LeggiOpzioni({argv + 1, argv + argc});
+    if (!riga) {
+        std::cerr << "sonnel: " << riga.error().text << "\n";
+        return 2;
+    }
+    OnePlayer player(MeetingPlace(ProcessEnvironment));
+    return HandedOver(player, *riga, activationToken) ? 0 : Run(player, *riga);
 }

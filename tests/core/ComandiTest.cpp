@@ -8,6 +8,7 @@
 #include "player/FormattaTempo.h"
 #include "player/window/AssociaLyk.h"
 #include "player/window/ControlloVolume.h"
+#include "player/window/OpzioniRiga.h"
 #include "player/window/PostoFinestra.h"
 #include "player/window/PostoParole.h"
 #include "player/window/RigaComando.h"
@@ -42,6 +43,26 @@ TEST(CommandLineTest, TheSongIsNamedWithoutApostrophesAndExtension) {
     for (const auto& [line, song] : cases) {
         EXPECT_EQ(BranoDaRiga(line), song) << line;
     }
+    const std::string here = std::filesystem::current_path().string() + "/";
+    const Lines named{
+        {"", ""}, {"\"a b\"", here + "a b"}, {"'a.lyk'", here + "a.lyk'"}, {"/a", "/a"}};
+    for (const auto& [line, path] : named) {
+        EXPECT_EQ(PercorsoAssoluto(line), path) << line;
+    }
+}
+
+TEST(CommandLineTest, KnownOptionsAreTakenOutAndQuestionsAnswered) {
+    EXPECT_THAT(RispostaRiga({"--key", "99", "--help", "--version"}).value(),
+                StartsWith("Usage: sonnel "));
+    EXPECT_EQ(RispostaRiga({"song", "--version"}), "sonnel 4.1.11\n");
+    EXPECT_EQ(RispostaRiga({"--helpful", "--Version"}), std::nullopt);
+    const auto line = LeggiOpzioni({"--my", "--key", "-2", "song", "--melody", "off", "--tempo"});
+    EXPECT_EQ(line.error().text,
+              "--tempo needs a whole number of percent from 50 to 150, not \"\".");
+    const auto good = LeggiOpzioni({"--my", "--key", "-2", "--one", "song"});
+    EXPECT_TRUE(good->uno);
+    EXPECT_EQ(good->brano, "--my song");
+    EXPECT_EQ(good->canto.value_or(Canto{}).tonalita, -2);
 }
 
 TEST(TimeTextTest, MinutesAndTwoDigitsOfSeconds) {

@@ -31,8 +31,9 @@ TEST(XdgFileType, InstallsOnlyWhatIsNotThere) {
     for (const char* moved : {"/opt/sonnel-2", "/opt/sonnel", "/opt/my songs/sonnel"}) {
         EXPECT_TRUE(InstallXdgFileType(type, moved, data)) << moved;
     }
-    EXPECT_THAT(Content(data / "applications/sonnel.desktop"),
-                HasSubstr("\nExec=\"/opt/my songs/sonnel\" %f\nTryExec=/opt/my songs/sonnel\n"));
+    EXPECT_THAT(
+        Content(data / "applications/sonnel.desktop"),
+        HasSubstr("\nExec=\"/opt/my songs/sonnel\" --one %f\nTryExec=/opt/my songs/sonnel\n"));
     EXPECT_THAT(Content(data / "mime/packages/sonnel.xml"), HasSubstr("application/x-sonnel-lyk"));
     for (const char* icon : {"apps/sonnel.svg", "mimetypes/application-x-sonnel-lyk.svg"}) {
         const fs::path file = data / "icons/hicolor/scalable" / icon;
@@ -79,7 +80,7 @@ TEST(QtCommonDialogTest, OffersFilesWhoseNamesItCannotRead) {
 
 TEST(XdgFileType, AnyPathCanBeTheProgram) {
     EXPECT_EQ(WithProgram("Exec=x %f\nTryExec=x\nName=x\n", "/a b/$d/50%f/g\\h"),
-              R"(Exec="/a b/\\$d/50%%f/g\\\\h" %f)"
+              R"(Exec="/a b/\\$d/50%%f/g\\\\h" --one %f)"
               "\n"
               R"(TryExec=/a b/$d/50%f/g\\h)"
               "\nName=x\n");

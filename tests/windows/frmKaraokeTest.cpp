@@ -313,6 +313,20 @@ TEST_F(frmKaraokeTest, TheFullScreenHasOnlyTheWordsAsLargeAsTheyCanBe) {
               std::to_string(15 * place.width()));
 }
 
+TEST_F(frmKaraokeTest, ASongHandedOverIsOpenedAfterTheStartAndComesToTheFront) {
+    msgBox.whileShown = [this] { window->RiceviBrano((rig.folder / "song.mid").string()); };
+    Open("none");
+    EXPECT_EQ(window->windowTitle(), "Sonnel Player 98 4.1 beta - Rondini");
+    Key(Qt::Key_F11);
+    window->showMinimized();
+    window->RiceviBrano("");
+    EXPECT_FALSE(window->isMinimized());
+    EXPECT_TRUE(window->isFullScreen());
+    EXPECT_TRUE(window->AccettaBrani());
+    window->close();
+    EXPECT_FALSE(window->AccettaBrani());
+}
+
 TEST_F(frmKaraokeTest, TheSingersKeysActAndSpacePlays) {
     OpenSong();
     QTest::keySequence(window.get(), QKeySequence("Ctrl+Up"));

@@ -65,7 +65,7 @@ std::string CommandArgument(std::string_view argument) {
 bool Starts(const fs::path& file, const std::string& entry) {
     const Result<std::string> present = ReadFile(file);
     const std::size_t start = entry.find("\nExec=");
-    const std::size_t blank = entry.find(" %f\n", start);  // ends the program's name
+    const std::size_t blank = entry.find(" --one %f\n", start);  // ends the program's name
     return present && start != std::string::npos &&
            present->find(entry.substr(start, blank + 1 - start)) != std::string::npos;
 }
@@ -103,7 +103,7 @@ std::string WithProgram(std::string_view desktopEntry, const fs::path& program) 
         const std::string_view line = desktopEntry.substr(0, desktopEntry.find('\n'));
         desktopEntry.remove_prefix(std::min(line.size() + 1, desktopEntry.size()));
         if (line.starts_with("Exec=")) {
-            text += "Exec=" + EntryValue(CommandArgument(path)) + " %f";
+            text += "Exec=" + EntryValue(CommandArgument(path)) + " --one %f";
         } else if (line.starts_with("TryExec=")) {
             text += "TryExec=" + EntryValue(path);
         } else {

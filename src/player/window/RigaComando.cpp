@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace sonnel {
@@ -50,6 +51,18 @@ FileBrano BranoNominato(const std::string& riga) {
         }
     }
     return brano;
+}
+
+std::string PercorsoAssoluto(const std::string& riga) {
+    std::string percorso = SenzaVirgolette(riga);
+    std::error_code ignorato;
+    // Behind a directory the apostrophe would be a part of the name, which it is only in a file's.
+    if (percorso.starts_with('\'') && !std::filesystem::exists(PathFromUtf8(percorso), ignorato)) {
+        percorso.erase(0, 1);
+    }
+    return percorso.empty()
+               ? percorso
+               : Utf8FromPath(std::filesystem::absolute(PathFromUtf8(percorso), ignorato));
 }
 
 }  // namespace sonnel

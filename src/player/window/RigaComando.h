@@ -18,4 +18,7 @@ namespace sonnel {
 /// that belongs to it.
 [[nodiscard]] FileBrano BranoNominato(const std::string& riga);
 
+/// The same song as it is named from any directory: an absolute path; "" for no song.
+[[nodiscard]] std::string PercorsoAssoluto(const std::string& riga);
+
 }  // namespace sonnel

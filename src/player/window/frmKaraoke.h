@@ -73,6 +73,11 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     /// Brings the player up and shows the window.
     void Form_Load();
+    /// Whether songs of another start of the program are welcome: until the window is closed.
+    [[nodiscard]] bool AccettaBrani() const { return fase_ != Fase::Chiusa; }
+    /// Opens such a song, by its absolute path, and comes to the front; "" is no song. What comes
+    /// during the start-up waits for its end.
+    void RiceviBrano(const std::string& percorso);
 
     void mnuFileLoad_Click();
     void mnuFileRileggiDB_Click();
@@ -145,6 +150,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void CaricaDaRigaComando(const std::string& riga);
     void RipristinaPosto();
     void MostraFinestra();
+    void FineAvvio();
     void SalvaFinestra();
     [[nodiscard]] bool BranoAperto() const { return !p_.sequencer.FileName().empty(); }
     [[nodiscard]] int Twips(double pixel) const;
@@ -181,6 +187,10 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     };
     std::vector<Legame> legami_;
     std::optional<StatoComandi> comandi_;  ///< the states applied last
+
+    enum class Fase { Avvio, Pronta, Chiusa };
+    Fase fase_ = Fase::Avvio;
+    std::vector<std::string> ricevuti_;  ///< during the start-up
 
     std::unique_ptr<frmSplash> splash_;  ///< while it is loaded
     std::unique_ptr<frmInfo> info_;      ///< from its first use on

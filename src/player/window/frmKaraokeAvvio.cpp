@@ -48,6 +48,7 @@ void frmKaraoke::Form_Load() {
     if (p_.config.Autoplay && BranoAperto()) {
         mnuSoundPlay_Click();
     }
+    FineAvvio();
 }
 
 void frmKaraoke::CreaRebar() {
@@ -137,6 +138,7 @@ void frmKaraoke::closeEvent(QCloseEvent* event) {
 }
 
 void frmKaraoke::Form_Unload() {
+    fase_ = Fase::Chiusa;
     p_.sequencer.Command(MciCommand::Close);
     intero_->Termina();
     cantanti_->close();
