@@ -156,12 +156,13 @@ struct Player {
     QtScreen screen;
     QtShell shell;
     test::OtherWindows others;
+    Coda queue{"queue"};
     Config config;
     Timeline timeline;
     InformazioniBrano info;
     std::mt19937 random;
     frmKaraoke window{{config, timeline, info, random, registro, sequencer, msgBox, events, clock,
-                       screen, shell, others},
+                       screen, shell, others, queue},
                       {.CmdLine = SONNEL_SONGS "/Twinkle Twinkle",
                        .openDirPredefinita = SONNEL_SONGS "/",
                        .scriviWinIni = [](auto, auto, auto) {}}};

@@ -74,6 +74,7 @@ void frmKaraoke::CreaFinestraParole() {
                p_.config.Compensazione;
     };
     const auto suona = [this] { return riproduzione_.InRiproduzione(); };
+    const auto annuncio = [this]() -> const std::optional<Annuncio>& { return turni_->Corrente(); };
     const auto lasciata = [this] { Form_LostFocus(); };
     cantanti_ = std::make_unique<FinestraParole>(
         FinestraParole::Parti{{p_.timeline, p_.informazioni, p_.config},
@@ -81,6 +82,7 @@ void frmKaraoke::CreaFinestraParole() {
                               p_.schermo,
                               tempo,
                               suona,
+                              annuncio,
                               lasciata,
                               this});
     addAction(cantanti_->Azione());

@@ -4,6 +4,7 @@
 #include "platform/qt/FitScreen.h"
 #include "platform/qt/FullScreen.h"
 #include "player/window/PostoParole.h"
+#include "player/window/frmAnnuncio.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
 
@@ -186,6 +187,10 @@ void FinestraParole::Avanza() {
 
 void FinestraParole::paintEvent(QPaintEvent* event) {
     QPainter pittore(this);
+    if (const auto& annuncio = p_.annuncio()) {
+        DisegnaAnnuncio(pittore, rect(), *annuncio, p_.brano.config);
+        return;
+    }
     disegno_.Dipingi(pittore, event->region());
 }
 

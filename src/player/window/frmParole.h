@@ -2,6 +2,7 @@
 
 #include "platform/Registry.h"
 #include "platform/Screen.h"
+#include "player/ProssimoTurno.h"
 #include "player/Scena.h"
 #include "player/window/frmParoleDisegno.h"
 
@@ -24,8 +25,9 @@ class FinestraParole final : public QWidget {
         DisegnoScena::Parti brano;
         Registry& registro;
         const Screen& schermo;
-        std::function<double()> tempo;   ///< of the words that are due, in tenths of a second
-        std::function<bool()> suona;     ///< the song is playing
+        std::function<double()> tempo;  ///< of the words that are due, in tenths of a second
+        std::function<bool()> suona;    ///< the song is playing
+        std::function<const std::optional<Annuncio>&()> annuncio;  ///< shown instead of the song
         std::function<void()> lasciata;  ///< it is no longer the active window
         const QWidget* principale;       ///< whose screen is not the singers'
     };

@@ -15,7 +15,10 @@ Turni::Turni(QWidget& finestra, Parti parti)
                  [this] {
                      return QApplication::activeModalWidget() != nullptr || !finestra_.isEnabled();
                  },
-                 [this] { carta_->Aggiorna(!p_.cantanti.isVisible()); },
+                 [this] {
+                     carta_->Aggiorna(!p_.cantanti.isVisible());
+                     p_.cantanti.update();
+                 },
                  [this](const Turno& turno) { Comincia(turno); }}),
       carta_(new CartaAnnuncio(
           p_.area, p_.barra, p_.config,

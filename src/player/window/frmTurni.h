@@ -28,7 +28,7 @@ class Turni final : public QObject {
         const Config& config;
         QWidget& area;                   ///< everything below the menu bar
         QWidget& barra;                  ///< the toolbar's strip at the top of it
-        const QWidget& cantanti;         ///< the lyrics window
+        QWidget& cantanti;               ///< the lyrics window, which asks for the announcement
         std::function<void()> lasciata;  ///< the queue's window is no longer the active one
     };
     /// It belongs to the window.
