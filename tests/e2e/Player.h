@@ -34,7 +34,7 @@ class Player {
         home_.Write("sonnel/settings.conf",
                     "[Opzioni]\r\nCompensazione=0\r\nOpenDir=" + Library("").string() +
                         "\r\n"
-                        "[Colori]\r\n"
+                        "[Queue]\r\nSeconds=1\r\n[Colori]\r\n"
                         "Testo=65280\r\nSelezione=65535\r\nSfondo=4194304\r\n");
         Start({QString::fromStdString(Library(song).string())});
     }
@@ -55,10 +55,16 @@ class Player {
         return home_ / ("Karaoke/" + name);
     }
     std::filesystem::path Sound() const { return home_ / "heard.wav"; }
+    std::string Queue() const { return Content(home_ / "sonnel/queue"); }
     std::string Settings() const { return Content(home_ / "sonnel/settings.conf"); }
     std::string MainWindow() const { return screen.Window("^Sonnel Player 98 4.1 beta"); }
     /// Presses a key in the main window.
     void Press(const std::string& key) const { screen.Press(MainWindow(), key); }
+    /// Ends it as a crash would.
+    void Kill() {
+        process_.kill();
+        process_.waitForFinished();
+    }
     /// Whether the menu's Exit ends it in time and well.
     bool Exits() {
         Press("ctrl+x");

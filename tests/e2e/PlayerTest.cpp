@@ -229,6 +229,36 @@ TEST(ThePlayer, CalibratesAtItsFirstStartAndOpensWhereItWasClosed) {
     EXPECT_TRUE(player.Exits());
 }
 
+TEST(ThePlayer, BeginsTheSongsOfItsQueueByItselfAlsoAfterACrash) {
+    constexpr const char* queue = "^Queue";
+    Player player("Twinkle Twinkle");
+    AwaitPlayer(player);
+    PressIn(player, kMain, {"ctrl+u"});
+    const auto add = [&](const std::string& find, const std::string& singer, int songs) {
+        TypeIn(player, queue, find, {"ctrl+f"});
+        TypeIn(player, "^Queue - " + std::to_string(songs), singer);
+    };
+    add("auld", "Anna", 1);
+    add("row", "Bruno", 2);
+    add("fr", "Carla", 3);
+    const auto sing = [&](const std::string& first, const std::string& second) {
+        PressIn(player, kMain, {"F3", "End", "F2"});
+        PressIn(player, "^Sonnel Player 98 4.1 beta - " + first);
+        EXPECT_TRUE(WaitUntil([&] { return player.Pixels(Player::kSung) > 0; })) << second;
+    };
+    sing("Auld", "begins");
+    PressIn(player, "^Queue - 2 songs", {"Up", "Up", "Delete"});
+    PressIn(player, "^Queue - 1 song$");
+    EXPECT_TRUE(WaitUntil([&] { return player.Queue().find("Bruno") == std::string::npos; }));
+    player.Kill();
+    player.Start({QString::fromStdString(player.Library("Twinkle Twinkle").string())});
+    AwaitPlayer(player);
+    EXPECT_NE(player.Queue().find("\tCarla\t"), std::string::npos);
+    sing("Fr", "begins after the crash");
+    EXPECT_EQ(player.Queue(), "");
+    EXPECT_TRUE(player.Exits());
+}
+
 TEST(ThePlayer, ImportsConvertsRenamesPlaysAndDeletesSongs) {
     Player player("Twinkle Twinkle");
     const TempDirectory other;
