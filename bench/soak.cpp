@@ -163,6 +163,48 @@ class Soak : PlayerRig {
         QApplication::setActiveWindow(window.get());
         return true;
     }
+    QAction& Addition(const QString& text) const {
+        const auto actions = window->findChildren<QAction*>() + window->actions();
+        const auto found = std::ranges::find(actions, text, &QAction::text);
+        if (found == actions.end()) {
+            throw std::logic_error("no " + text.toStdString());
+        }
+        return **found;
+    }
+    /// The window system without a screen activates each window that opens.
+    bool Press(const char* text) {
+        Addition(text).trigger();
+        QCoreApplication::processEvents();
+        QApplication::setActiveWindow(window.get());
+        return true;
+    }
+    bool Sing() {
+        constexpr std::array texts{"&Higher", "&Lower", "&Faster", "&Slower", "Ne&xt"};
+        redrawn_ = true;
+        return Press(texts.at(random_() % texts.size()));
+    }
+    bool LyricsWindow() { return Press("&Lyrics window"); }
+    bool FullScreen() {
+        for (int i = 0; i < 2; ++i) {
+            Press("&Full screen");
+        }
+        redrawn_ = true;
+        return true;
+    }
+    bool Queue() {
+        constexpr std::size_t most = 5;
+        const bool plays = Playing();
+        Press("&Queue...");
+        if (queue.Turni().size() < most) {
+            const auto song = TrovaFileBrano(std::string(SONNEL_SONGS) + Songs.at(0));
+            Require(!queue.Aggiungi(*TurnoDi(song)), "the queue cannot be written");
+        } else {
+            Require(!queue.Sposta(queue.Turni().back().numero, -2), "a move");
+            Require(!queue.Togli(queue.Turni().front().numero), "a removal");
+        }
+        Require(Playing() == plays, "the queue's window pauses the song");
+        return true;
+    }
     bool Load(const std::string& path, const std::string& message) {
         others.choice = TrovaFileBrano(path);
         const bool usable = Trigger("mnuFileLoad", message.empty());
@@ -186,6 +228,13 @@ class Soak : PlayerRig {
     void Rest() {
         last_ = "rest";
         (void)Pause();
+        Press("Back to the song's &own");
+        if (Addition("&Lyrics window").isChecked()) {
+            Press("&Lyrics window");
+        }
+        while (!queue.Turni().empty()) {
+            Require(!queue.Togli(queue.Turni().front().numero), "a removal");
+        }
         window->resize(Wide, 600);
         config.Autoplay = false;
         Advance();
@@ -202,6 +251,9 @@ class Soak : PlayerRig {
             window->resize(i / 2 % 2 == 0 ? Narrow : Wide, Wide);
             Advance();
             (void)LoadSong(i / 4);
+            (void)FullScreen();
+            (void)Queue();
+            Press("&Lyrics window");
             window->resize(i % 2 == 0 ? Narrow : Wide, Wide);
             for (int second = 0; second < slider->maximum(); second += 2) {
                 (void)SeekTo(second);
@@ -231,11 +283,13 @@ class Soak : PlayerRig {
         given_ = false;
         redrawn_ = false;
     }
+    /// So many ms of the song pass in a step.
+    [[nodiscard]] int Pace() const { return Step * control.Performed().tempo / 100; }
     void CheckPosition(MciMode mode, std::int32_t moved) {
         played_ = Playing() && !given_ ? played_ + 1 : 0;
         if (mode == control.Mode()) {
             Require(moved >= 0, "the position runs backwards");
-            Require(played_ <= 2 * Latency / Step || std::abs(moved - Step) <= 1, "the pace");
+            Require(played_ <= 2 * Latency / Step || std::abs(moved - Pace()) <= 1, "the pace");
         } else if (IsPlaying(mode)) {
             Require(control.Position() == 0, "not rewound");
             Require(shown_ == timeline.NumEventi(), "words are left at the end");
@@ -282,7 +336,7 @@ class Soak : PlayerRig {
         // shown.
         ended_ = ended_ && !redrawn_;
         const std::int32_t position = ended_ ? control.Length() : control.Position();
-        const int late = Playing() ? 3 * Step : 2 * Latency;
+        const int late = (Playing() ? 3 * Step : 2 * Latency) * std::max(1, Pace() / Step + 1);
         Require(last <= Due(position) && last >= Due(position - late), "the event shown");
         if (look && Loaded()) {
             Require(Shot(*lyrics) == Wanted(last), "the picture of the words");
@@ -308,7 +362,7 @@ class Soak : PlayerRig {
     QWidget other_;
     NoRealTime noRealTime_;
 
-    std::array<Command, 12> commands_{{{"play", &Soak::Play},
+    std::array<Command, 16> commands_{{{"play", &Soak::Play},
                                        {"pause", &Soak::Pause},
                                        {"stop", &Soak::Stop},
                                        {"click", &Soak::Click},
@@ -319,7 +373,11 @@ class Soak : PlayerRig {
                                        {"missing MIDI", &Soak::LoadAlone},
                                        {"resize", &Soak::Resize},
                                        {"other window", &Soak::LookAway},
-                                       {"options", &Soak::Options}}};
+                                       {"options", &Soak::Options},
+                                       {"key, tempo, melody", &Soak::Sing},
+                                       {"lyrics window", &Soak::LyricsWindow},
+                                       {"full screen", &Soak::FullScreen},
+                                       {"queue", &Soak::Queue}}};
     std::string last_;        ///< the command given last
     std::string expected_;    ///< the message box it has to show
     bool given_ = false;      ///< it was given just now

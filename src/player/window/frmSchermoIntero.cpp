@@ -46,6 +46,7 @@ void SchermoIntero::Passa(bool intero) {
         guardia_.start();
     } else {
         guardia_.stop();
+        torna_ = true;
         SetWindowState(finestra_, statoPrima_, ordinario_);
     }
     MostraBarre(!intero);
@@ -89,7 +90,9 @@ void SchermoIntero::Termina() {
 }
 
 bool SchermoIntero::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::Resize && attivo_) {
+    const bool tornata = torna_ && finestra_.size() == misuraPrima_;
+    if (event->type() == QEvent::Resize && (attivo_ || tornata)) {
+        torna_ = false;
         QTimer::singleShot(0, this, [this] { adatta_(); });
     }
     // The desktop may end the full screen by itself.

@@ -35,6 +35,7 @@ class SchermoIntero final : public QObject {
     QAction* azione_;
     QAction* esci_;
     QTimer guardia_;
+    bool torna_ = false;  ///< the window has yet to get its size from before
     bool attivo_ = false;
     bool barre_ = true;
     Qt::WindowStates statoPrima_;
