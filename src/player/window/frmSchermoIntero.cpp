@@ -12,6 +12,7 @@ namespace {
 
 constexpr int IntervalloMouse = 150;  // ms
 constexpr int BordoSuperiore = 2;     // pixels
+constexpr int Ritorno = 500;          // ms that a window manager may take for the size from before
 
 }  // namespace
 
@@ -46,7 +47,7 @@ void SchermoIntero::Passa(bool intero) {
         guardia_.start();
     } else {
         guardia_.stop();
-        torna_ = true;
+        ritorno_.setRemainingTime(Ritorno);
         SetWindowState(finestra_, statoPrima_, ordinario_);
     }
     MostraBarre(!intero);
@@ -90,9 +91,8 @@ void SchermoIntero::Termina() {
 }
 
 bool SchermoIntero::eventFilter(QObject* object, QEvent* event) {
-    const bool tornata = torna_ && finestra_.size() == misuraPrima_;
+    const bool tornata = !ritorno_.hasExpired() && finestra_.size() == misuraPrima_;
     if (event->type() == QEvent::Resize && (attivo_ || tornata)) {
-        torna_ = false;
         QTimer::singleShot(0, this, [this] { adatta_(); });
     }
     // The desktop may end the full screen by itself.

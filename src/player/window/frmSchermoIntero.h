@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAction>
+#include <QDeadlineTimer>
 #include <QMainWindow>
 #include <QObject>
 #include <QTimer>
@@ -35,7 +36,7 @@ class SchermoIntero final : public QObject {
     QAction* azione_;
     QAction* esci_;
     QTimer guardia_;
-    bool torna_ = false;  ///< the window has yet to get its size from before
+    QDeadlineTimer ritorno_{0};  ///< until then the window may get its size from before
     bool attivo_ = false;
     bool barre_ = true;
     Qt::WindowStates statoPrima_;
