@@ -75,7 +75,6 @@ void frmKaraoke::CreaFinestraParole() {
     };
     const auto suona = [this] { return riproduzione_.InRiproduzione(); };
     const auto annuncio = [this]() -> const std::optional<Annuncio>& { return turni_->Corrente(); };
-    const auto lasciata = [this] { Form_LostFocus(); };
     cantanti_ = std::make_unique<FinestraParole>(
         FinestraParole::Parti{{p_.timeline, p_.informazioni, p_.config},
                               p_.registro,
@@ -83,15 +82,15 @@ void frmKaraoke::CreaFinestraParole() {
                               tempo,
                               suona,
                               annuncio,
-                              lasciata,
+                              [this] { FinestraLasciata(); },
                               this});
     addAction(cantanti_->Azione());
 }
 
 void frmKaraoke::CreaCoda() {
-    turni_ =
-        new Turni(*this, {p_.coda, p_.registro, p_.sequencer, riproduzione_, p_.finestre, p_.msgBox,
-                          p_.config, *area_, *striscia_, *cantanti_, [this] { Form_LostFocus(); }});
+    turni_ = new Turni(*this,
+                       {p_.coda, p_.registro, p_.sequencer, riproduzione_, p_.finestre, p_.msgBox,
+                        p_.config, *area_, *striscia_, *cantanti_, [this] { FinestraLasciata(); }});
     addAction(turni_->Azione());
     legami_.push_back({turni_->AzioneComincia(), &StatoComandi::FileLoad});
 }
@@ -221,6 +220,13 @@ void frmKaraoke::sldPosition_Change(int value) {
 
 void frmKaraoke::tmrSlider_Timer() {
     riproduzione_.AggiornaCursore();
+}
+
+/// The queue or the lyrics window is no longer the active one. When it was closed, the window
+/// manager gives the focus back a moment later.
+void frmKaraoke::FinestraLasciata() {
+    constexpr int pazienza = 200;  // ms
+    QTimer::singleShot(pazienza, this, &frmKaraoke::Form_LostFocus);
 }
 
 void frmKaraoke::Form_LostFocus() {

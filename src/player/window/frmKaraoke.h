@@ -134,6 +134,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     void CreaSchermoIntero();
     void CreaFinestraParole();
     void CreaCoda();
+    void FinestraLasciata();
     void CreaMenu();
     void CreaBarra();
     QWidget* CreaPosizione();
