@@ -16,6 +16,10 @@ shows the words page by page and colours them at the moment they are sung.
 It keeps a library of songs sorted by title, author or album, and measures
 how early words have to be drawn on the screen it runs on.
 .
+It also plays karaoke MIDI files, changes key and tempo while a song plays,
+shows the words on a second screen for the singers, and keeps a queue of
+songs with their singers that announces the next one.
+.
 Five demo songs come with it.")
 # Files outside of the prefix (/etc) are packed too.
 set(CPACK_SET_DESTDIR ON)
