@@ -30,10 +30,9 @@ void DisegnaRiga(QPainter& pittore, const QRectF& area, const Riga& riga, QFont 
                        area.height() * riga.alta);
     const double voluto = posto.height() * Riempito;
     carattere.setPixelSize(std::max(1, static_cast<int>(voluto)));
-    const double larga = QFontMetricsF(carattere).horizontalAdvance(riga.testo);
-    if (larga > posto.width()) {
-        carattere.setPixelSize(
-            std::max(1, static_cast<int>(voluto * std::max(MinimaParte, posto.width() / larga))));
+    while (carattere.pixelSize() > std::max(1.0, voluto * MinimaParte) &&
+           QFontMetricsF(carattere).horizontalAdvance(riga.testo) > posto.width()) {
+        carattere.setPixelSize(carattere.pixelSize() - 1);
     }
     pittore.setFont(carattere);
     pittore.setPen(ToQColor(riga.colore));

@@ -66,6 +66,10 @@ void FinestraCoda::Filtra() {
     for (const std::size_t riga : CercaRighe(turni_->Righe()).Trova(parole_.toStdString())) {
         tabella_->setRowHidden(static_cast<int>(riga), false);
     }
+    const QModelIndex corrente = tabella_->currentIndex();
+    if (corrente.isValid() && tabella_->isRowHidden(corrente.row())) {
+        tabella_->setCurrentIndex({});  // no command acts on what is not seen
+    }
 }
 
 void FinestraCoda::MostraCoda() {

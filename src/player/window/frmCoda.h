@@ -69,7 +69,7 @@ class FinestraCoda final : public QDialog {
     ModelloBrani* brani_;
     VistaBrani* elenco_;
     ModelloCoda* turni_;
-    QTableView* tabella_;
+    VistaCoda* tabella_;
     LineaCerca* linea_;
     QAction* aggiungi_ = nullptr;
     QList<QAction*> conTurno_;               ///< commands that need a turn that is selected

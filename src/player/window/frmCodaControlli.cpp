@@ -49,7 +49,7 @@ FinestraCoda::FinestraCoda(Parti parti, QWidget* principale)
                                  (void)Riporta(
                                      p_.coda.Cambia(turno.numero, turno.cantante, turno.tonalita));
                              })),
-      tabella_(new QTableView(this)),
+      tabella_(new VistaCoda(this)),
       linea_(new LineaCerca(*this, *elenco_, [this](const QString& t) { Cerca(t); })) {
     setWindowIcon(QIcon(":/sonnel.svg"));
     auto* colonna = new QVBoxLayout(this);

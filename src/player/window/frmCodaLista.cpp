@@ -141,6 +141,12 @@ void ModelloCoda::Sostituisci(const std::vector<Turno>& turni) {
     }
 }
 
+QItemSelectionModel::SelectionFlags VistaCoda::selectionCommand(const QModelIndex& index,
+                                                                const QEvent* event) const {
+    return index.isValid() ? QTableView::selectionCommand(index, event)
+                           : QItemSelectionModel::NoUpdate;
+}
+
 QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                      const QModelIndex& /*index*/) const {
     auto* editore = new QSpinBox(parent);

@@ -5,6 +5,7 @@
 
 #include <QAbstractTableModel>
 #include <QStyledItemDelegate>
+#include <QTableView>
 #include <functional>
 #include <vector>
 
@@ -39,6 +40,16 @@ class ModelloCoda final : public QAbstractTableModel {
 
     std::function<void(const Turno&)> cambia_;
     std::vector<Turno> turni_;
+};
+
+/// The table. The selection changes only to another line.
+class VistaCoda final : public QTableView {
+  public:
+    using QTableView::QTableView;
+
+  protected:
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex& index, const QEvent* event) const override;
 };
 
 /// Edits a key: -12 to 12 semitones, or the song's own below them.
