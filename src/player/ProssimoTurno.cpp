@@ -14,7 +14,7 @@ constexpr const char* ChiaveAutomatico = "Automatic";
 constexpr const char* ChiaveSecondi = "Seconds";
 constexpr int SecondiUsuali = 10;
 constexpr int Intervallo = 100;  // ms
-constexpr int UnSecondo = 1000;
+constexpr int MsPerSecondo = 1000;
 constexpr std::size_t MassimoSeguenti = 2;
 
 std::string RigaSeguente(const Turno& turno) {
@@ -61,14 +61,14 @@ void ProssimoTurno::CambiaSecondi(int secondi) {
 void ProssimoTurno::BranoFinito() {
     p_.coda.Rileggi();
     comandi_ = p_.sequencer.Commands();
-    resta_ = secondi_ * UnSecondo;
+    resta_ = secondi_ * MsPerSecondo;
     p_.timer.Start(Intervallo, [this] { Passo(); });
     Annuncia();
 }
 
 /// Shows what the queue and the clock say now; without a turn that can begin there is nothing.
 void ProssimoTurno::Annuncia() {
-    const int secondi = automatico_ ? std::max(1, (resta_ + UnSecondo - 1) / UnSecondo) : 0;
+    const int secondi = automatico_ ? std::max(1, (resta_ + MsPerSecondo - 1) / MsPerSecondo) : 0;
     auto adesso = AnnunciaTurni(p_.coda.Turni(), secondi);
     if (!adesso) {
         Termina();

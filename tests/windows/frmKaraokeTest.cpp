@@ -368,7 +368,7 @@ TEST_F(frmKaraokeTest, TheQueueIsKeptWhileASongPlaysAndItsNextTurnBeginsAfterIt)
     };
     add("rond", "Ugo");
     add("MARE", "Anna");
-    table.model()->setData(table.model()->index(1, 2), 3, Qt::EditRole);
+    table.model()->setData(table.model()->index(1, 2), "+3", Qt::EditRole);
     EXPECT_EQ(dialog->windowTitle(), "Queue - 2 songs");
     EXPECT_EQ(table.model()->index(0, 1).data(), "Rondini - no longer there");
     EXPECT_EQ(table.model()->index(1, 2).data(), "+3");

@@ -2,8 +2,8 @@
 
 #include "player/Canto.h"
 
+#include <QComboBox>
 #include <QFont>
-#include <QSpinBox>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -12,7 +12,6 @@ namespace sonnel {
 namespace {
 
 constexpr int MassimaTonalita = 12;
-constexpr int TonalitaPropria = -MassimaTonalita - 1;  // the editor's value for none
 constexpr const char* Propria = "own";
 
 QString DescriviTonalita(std::optional<int> tonalita) {
@@ -62,8 +61,7 @@ QVariant ModelloCoda::data(const QModelIndex& index, int role) const {
         return {};
     }
     if (index.column() == Tonalita) {
-        return role == Qt::EditRole ? QVariant(turno.tonalita.value_or(TonalitaPropria))
-                                    : QVariant(DescriviTonalita(turno.tonalita));
+        return DescriviTonalita(turno.tonalita);
     }
     return index.column() == Cantante ? QString::fromStdString(turno.cantante)
                                       : DescriviBrano(turno);
@@ -82,8 +80,9 @@ bool ModelloCoda::setData(const QModelIndex& index, const QVariant& value, int r
     if (index.column() == Cantante) {
         turno.cantante = value.toString().trimmed().toStdString();
     } else {
-        const int tonalita = value.toInt();
-        turno.tonalita = tonalita == TonalitaPropria ? std::nullopt : std::optional(tonalita);
+        bool numero = false;
+        const int tonalita = value.toString().toInt(&numero);
+        turno.tonalita = numero ? std::optional(tonalita) : std::nullopt;
     }
     cambia_(turno);
     return true;
@@ -149,9 +148,11 @@ QItemSelectionModel::SelectionFlags VistaCoda::selectionCommand(const QModelInde
 
 QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                      const QModelIndex& /*index*/) const {
-    auto* editore = new QSpinBox(parent);
-    editore->setRange(TonalitaPropria, MassimaTonalita);
-    editore->setSpecialValueText(Propria);
+    auto* editore = new QComboBox(parent);
+    editore->addItem(Propria);
+    for (int tonalita = MassimaTonalita; tonalita >= -MassimaTonalita; --tonalita) {
+        editore->addItem(DescriviTonalita(tonalita));
+    }
     return editore;
 }
 

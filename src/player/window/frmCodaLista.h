@@ -52,7 +52,7 @@ class VistaCoda final : public QTableView {
         const QModelIndex& index, const QEvent* event) const override;
 };
 
-/// Edits a key: -12 to 12 semitones, or the song's own below them.
+/// Edits a key: the song's own, or 12 to -12 semitones.
 class EditaTonalita final : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
