@@ -42,7 +42,7 @@ class Finestre final : private AltreFinestre, private ComandiSelezione {
     void MostraOpzioni() override;
     void CaricaLibreria() override;
     std::vector<RigaElenco> ElencoBrani() override;
-    std::uint64_t VersioneBrani() const override { return brani_.Versione(); }
+    [[nodiscard]] std::uint64_t VersioneBrani() const override { return brani_.Versione(); }
     Result<Turno> TurnoDelBrano(std::int16_t posizione) override;
     void ConvertiKar() override;
     std::optional<std::string> Accoda(std::int16_t posizione) override;

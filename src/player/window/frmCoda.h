@@ -35,6 +35,8 @@ class FinestraCoda final : public QDialog {
         std::function<void()> lasciata;  ///< it is no longer the active window
     };
     FinestraCoda(Parti parti, QWidget* principale);
+    FinestraCoda(const FinestraCoda&) = delete;
+    FinestraCoda& operator=(const FinestraCoda&) = delete;
     ~FinestraCoda() override { p_.coda.onCambiata = nullptr; }
 
     /// Opens it, or brings it to the front.

@@ -226,7 +226,7 @@ void frmKaraoke::tmrSlider_Timer() {
 /// manager gives the focus back a moment later.
 void frmKaraoke::FinestraLasciata() {
     constexpr int pazienza = 200;  // ms
-    QTimer::singleShot(pazienza, this, &frmKaraoke::Form_LostFocus);
+    QTimer::singleShot(pazienza, this, [this] { Form_LostFocus(); });
 }
 
 void frmKaraoke::Form_LostFocus() {
