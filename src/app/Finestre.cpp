@@ -81,7 +81,7 @@ std::optional<std::string> Finestre::Accoda(std::int16_t posizione) {
         return std::nullopt;
     }
     const std::size_t quanti = coda_.Turni().size();
-    return "Added to the queue: " + std::to_string(quanti) + (quanti == 1 ? " song" : " songs");
+    return "Added: the queue has " + std::to_string(quanti) + (quanti == 1 ? " song" : " songs");
 }
 
 void Finestre::ConvertiKar() {

@@ -20,7 +20,9 @@
 #include <QFileInfo>
 #include <QTimer>
 #include <iostream>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -45,6 +47,16 @@ void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
     std::error_code ignored;
     std::filesystem::create_directories(file.Path().parent_path(), ignored);
     (void)file.Set(section, key, value);
+}
+
+/// What the command line says; nothing after a sentence about what makes no sense in it.
+std::optional<OpzioniRiga> Options(int argc, char** argv) {
+    Result<OpzioniRiga> riga = LeggiOpzioni({argv + 1, argv + argc});
+    if (!riga) {
+        std::cerr << "sonnel: " << riga.error().text << "\n";
+        return std::nullopt;
+    }
+    return *std::move(riga);
 }
 
 /// Whether a player that runs has taken the song that this one was started with. Where none runs
@@ -115,15 +127,18 @@ int main(int argc, char** argv) {
         std::cout << *risposta << std::flush;
         return std::cout ? 0 : 1;
     }
+    // Before the window system, which may be missing, and once more without its own arguments.
+    if (!Options(argc, argv)) {
+        return 2;
+    }
     const std::string activationToken = ActivationToken(ProcessEnvironment);
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName("sonnel");
     QGuiApplication::setApplicationDisplayName("");
     QGuiApplication::setDesktopFileName("sonnel");
 
-    const Result<OpzioniRiga> riga = LeggiOpzioni({argv + 1, argv + argc});
+    const std::optional<OpzioniRiga> riga = Options(argc, argv);
     if (!riga) {
-        std::cerr << "sonnel: " << riga.error().text << "\n";
         return 2;
     }
     OnePlayer player(MeetingPlace(ProcessEnvironment));

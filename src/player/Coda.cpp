@@ -35,6 +35,15 @@ auto Trova(std::vector<Turno>& turni, std::int64_t numero) {
     return std::ranges::find(turni, numero, &Turno::numero);
 }
 
+/// A number that no turn has.
+std::int64_t NuovoNumero(const std::vector<Turno>& turni) {
+    std::int64_t numero = 1;
+    for (const Turno& turno : turni) {
+        numero = std::max(numero, turno.numero + 1);
+    }
+    return numero;
+}
+
 std::string TestoCoda(const std::vector<Turno>& turni) {
     std::string testo;
     for (const Turno& turno : turni) {
@@ -91,7 +100,7 @@ std::optional<Turno> TurnoDaRiga(std::string_view riga) {
         return std::nullopt;
     }
     const auto& [numero, tonalita, cantante, titolo, autore] = campi;
-    Turno turno{.numero = ReadRounded(numero),
+    Turno turno{.numero = ReadInteger<std::int32_t>(numero),
                 .cantante = std::string(cantante),
                 .titolo = std::string(titolo),
                 .autore = std::string(autore),
@@ -116,6 +125,9 @@ std::optional<Error> Coda::Leggi(std::vector<Turno>& turni) const {
     LineReader righe(*testo, LineEnds::AlsoLf);
     while (const auto riga = righe.Next()) {
         if (std::optional<Turno> turno = TurnoDaRiga(*riga)) {
+            if (Trova(turni, turno->numero) != turni.end()) {
+                turno->numero = NuovoNumero(turni);  // a file that was edited by hand
+            }
             turni.push_back(std::move(*turno));
         }
     }
@@ -157,10 +169,7 @@ void Coda::Rileggi() {
 
 std::optional<Error> Coda::Aggiungi(Turno turno) {
     return Scrivi([&turno](std::vector<Turno>& turni) {
-        turno.numero = 1;
-        for (const Turno& altro : turni) {
-            turno.numero = std::max(turno.numero, altro.numero + 1);
-        }
+        turno.numero = NuovoNumero(turni);
         turni.push_back(turno);
     });
 }

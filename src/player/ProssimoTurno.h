@@ -47,6 +47,8 @@ class ProssimoTurno {
     ProssimoTurno& operator=(const ProssimoTurno&) = delete;
 
     void BranoFinito();
+    /// Ends the announcement; nothing begins by itself.
+    void Termina();
     /// The announcement that is to be seen now.
     [[nodiscard]] const std::optional<Annuncio>& Corrente() const { return annuncio_; }
 
@@ -60,7 +62,6 @@ class ProssimoTurno {
   private:
     void Passo();
     void Annuncia();
-    void Termina();
 
     Parti p_;
     bool automatico_;

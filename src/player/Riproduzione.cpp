@@ -54,9 +54,9 @@ void Riproduzione::FileLoad(const std::optional<FileBrano>& scelta) {
     }
 }
 
-void Riproduzione::SuonaBrano(const FileBrano& brano, std::optional<int> tonalita) {
+bool Riproduzione::SuonaBrano(const FileBrano& brano, std::optional<int> tonalita) {
     if (!CaricaBrano(brano)) {
-        return;
+        return false;
     }
     if (tonalita) {
         p_.cantante.ImponiTonalita(*tonalita);
@@ -64,6 +64,7 @@ void Riproduzione::SuonaBrano(const FileBrano& brano, std::optional<int> tonalit
     }
     PreparaBrano();
     SoundPlay();
+    return true;
 }
 
 bool Riproduzione::CaricaBrano(const FileBrano& brano) {
@@ -139,7 +140,7 @@ void Riproduzione::PreparaBrano() {
 void Riproduzione::Riadatta() {
     if (!p_.sequencer.FileName().empty()) {
         (void)p_.impaginazione.AdattaFont();
-        RisincronizzaParole();
+        sincronia_.Ridisegna();
     }
 }
 

@@ -42,8 +42,9 @@ class Riproduzione {
 
     /// The Open command, after the user has chosen a song or, with none, has cancelled.
     void FileLoad(const std::optional<FileBrano>& scelta);
-    /// Opens a song and plays it, in this key if there is one, whatever is remembered for it.
-    void SuonaBrano(const FileBrano& brano, std::optional<int> tonalita);
+    /// Opens a song and plays it, in this key if there is one, whatever is remembered for it; false
+    /// after a message box has said why it cannot be opened.
+    bool SuonaBrano(const FileBrano& brano, std::optional<int> tonalita);
     void SoundPlay();
     void SoundPause();
     void SoundStop();

@@ -14,6 +14,7 @@ struct MostraScena {
     bool prossima = true;  ///< the first line of the next page
     bool punti = true;     ///< the count-in
     bool titolo = true;    ///< before the first page
+    bool annuncio = true;  ///< the next turn of the queue, after the song
 
     bool operator==(const MostraScena&) const = default;
 };

@@ -23,17 +23,22 @@ SincroniaParole::SincroniaParole(const Config& config, Timeline& timeline, Diseg
     : config_(config), timeline_(timeline), disegno_(disegno) {}
 
 void SincroniaParole::Risincronizza(std::int32_t posizione) {
+    const double p = posizione / static_cast<double>(MillisecondiPerDecimo);
+    std::int16_t ultimo = 0;
+    while (ultimo < timeline_.NumEventi() &&
+           p >= Soglia(timeline_.Eventi(static_cast<std::int16_t>(ultimo + 1)))) {
+        ++ultimo;
+    }
+    timeline_.UltimoEvento = ultimo;
+    Ridisegna();
+}
+
+void SincroniaParole::Ridisegna() {
     disegno_.Pulisci();
-    timeline_.UltimoEvento = 0;
     std::string_view pagina;
     std::int32_t conteggio = 0;
-    const double p = posizione / static_cast<double>(MillisecondiPerDecimo);
-    for (std::int16_t i = 1; i <= timeline_.NumEventi(); ++i) {
-        const Evento& evento = timeline_.Eventi(i);
-        if (p < Soglia(evento)) {
-            break;
-        }
-        timeline_.UltimoEvento = i;
+    for (std::int32_t i = 1; i <= timeline_.UltimoEvento; ++i) {
+        const Evento& evento = timeline_.Eventi(static_cast<std::int16_t>(i));
         if (evento.Tipo == TipoEvento::Pagina) {
             pagina = evento.Testo;
             conteggio = 0;

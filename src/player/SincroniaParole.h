@@ -15,6 +15,8 @@ class SincroniaParole {
 
     /// Rebuilds the display for a position.
     void Risincronizza(std::int32_t posizione);
+    /// Shows anew what is shown, after a change of its font or place.
+    void Ridisegna();
     /// Applies the first event after the last applied one that is due; at most one.
     void ApplicaDovuto(std::int32_t posizione);
     /// Shows nothing and starts again at the first event.

@@ -68,6 +68,8 @@ TEST_F(QueueTest, WhatTheFileMayHoldAndWhatCannotBeWritten) {
     folder.Write("two\rlines.lyk", "Cantabelle1.0\r\n");
     EXPECT_FALSE(TurnoDi(TrovaFileBrano((folder / "two\rlines").string())));
 
+    const std::string twice = "2147483647\t\t\tA\t\t/a\r\n";
+    EXPECT_EQ(Coda(folder.Write("twice", twice + twice)).Turni().back().numero, 2147483648);
     folder.Write("data", "");
     EXPECT_TRUE(queue.Aggiungi(Song("A")));
     EXPECT_TRUE(queue.Turni().empty());

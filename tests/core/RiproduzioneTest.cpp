@@ -191,6 +191,8 @@ TEST_F(PlaybackTest, TheWordsFollowTheSongThroughAPauseToItsEnd) {
     EXPECT_EQ(control.Position(), 0) << "at its end it is";
     Run(500);
     EXPECT_THAT(box.Words(), ElementsAre("1 Bye", "3 Bye")) << "the last page stays";
+    player.Riadatta();
+    EXPECT_THAT(box.Words(), ElementsAre("1 Bye", "3 Bye")) << "on the full screen too";
     player.SoundPlay();
     EXPECT_THAT(box.Words(), ElementsAre("1 Hello", "1 you"));
 }

@@ -106,7 +106,10 @@ TEST_F(OnePlayerTest, HangsUpOnWhatIsNoSong) {
         EXPECT_TRUE(HangsUp(message)) << message.substr(0, 40);
     }
     EXPECT_THAT(songs, IsEmpty());
-    EXPECT_TRUE(HangsUp("sonnel\0/a\0\0sonnel\0/b\0\0"s));
+    for (const std::string& message :
+         {"sonnel\0/late\0\0"s, "sonnel\0/a\0\0go\0sonnel\0/b\0\0go\0"s, "sonnel\0/c\0\0no\0"s}) {
+        EXPECT_TRUE(HangsUp(message)) << message;
+    }
     EXPECT_THAT(songs, ElementsAre("/a"));
 }
 

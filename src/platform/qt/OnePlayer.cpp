@@ -24,6 +24,9 @@ constexpr qsizetype MostClients = 64;
 constexpr const char* Greeting = "sonnel";
 constexpr qsizetype Fields = 3;
 constexpr std::string_view Taken = "taken";  // the answer
+/// What the sender says to the answer. A player that was asleep does not take what nobody waits
+/// for.
+constexpr const char* Confirmation = "go";
 
 /// Sends a song and waits until it has been taken.
 bool Send(QLocalSocket& player, const HandedSong& song, const QDeadlineTimer& limit) {
@@ -33,7 +36,11 @@ bool Send(QLocalSocket& player, const HandedSong& song, const QDeadlineTimer& li
     while (player.bytesAvailable() < std::ssize(Taken) &&
            player.waitForReadyRead(static_cast<int>(limit.remainingTime()))) {
     }
-    return player.readAll().toStdString() == Taken;
+    if (player.readAll().toStdString() != Taken) {
+        return false;
+    }
+    player.write(Confirmation, static_cast<qint64>(std::string_view(Confirmation).size()) + 1);
+    return player.waitForBytesWritten(static_cast<int>(limit.remainingTime()));
 }
 
 /// The song in a message; nothing when it is none.
@@ -145,9 +152,15 @@ void OnePlayer::Read(QLocalSocket& client) {
         client.abort();
         return;
     }
+    if (fields.size() == Fields + 1) {
+        client.write(Taken.data(), std::ssize(Taken));
+        return;
+    }
     client.disconnect(this);  // what else it says is not heard
-    client.write(Taken.data(), std::ssize(Taken));
     client.disconnectFromServer();
+    if (fields[Fields] != Confirmation) {
+        return;
+    }
     // The song may bring up a message box, and its sender does not wait for that.
     QTimer::singleShot(0, this, [this, song = *std::move(song)] { Take(song); });
 }

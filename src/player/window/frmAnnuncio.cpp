@@ -13,7 +13,7 @@ namespace {
 constexpr double Margine = 0.05;      // of the area's width, at either side
 constexpr double Riempito = 0.72;     // of a line's height by its letters
 constexpr double MinimaParte = 0.45;  // of the wanted letters before a text is cut
-constexpr double Sbiadito = 0.7;
+constexpr double Sbiadito = 0.85;
 
 /// A line of the announcement; its place and height as parts of the area's height.
 struct Riga {

@@ -6,9 +6,8 @@
 namespace sonnel {
 
 bool FinestraCoda::Riporta(const std::optional<Error>& errore) {
-    if (errore) {
-        (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
-    }
+    errore_->setText(errore ? QString::fromStdString(errore->text) : QString());
+    errore_->setVisible(errore.has_value());
     return !errore;
 }
 
@@ -44,6 +43,7 @@ void FinestraCoda::changeEvent(QEvent* event) {
 void FinestraCoda::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
     linea_->Chiudi();
+    setAttribute(Qt::WA_Moved);  // it comes back where it was
 }
 
 // What is listed
@@ -63,7 +63,10 @@ void FinestraCoda::Filtra() {
     for (int riga = 0; riga < turni_->rowCount(); ++riga) {
         tabella_->setRowHidden(riga, true);
     }
-    for (const std::size_t riga : CercaRighe(turni_->Righe()).Trova(parole_.toStdString())) {
+    const auto trovate = CercaRighe(turni_->Righe()).Trova(parole_.toStdString());
+    setWindowTitle(
+        QString(trovate.size() == 1 ? "Queue - %1 song" : "Queue - %1 songs").arg(trovate.size()));
+    for (const std::size_t riga : trovate) {
         tabella_->setRowHidden(static_cast<int>(riga), false);
     }
     const QModelIndex corrente = tabella_->currentIndex();
@@ -76,8 +79,6 @@ void FinestraCoda::MostraCoda() {
     const Turno* turno = Selezionato();
     const std::int64_t numero = turno != nullptr ? turno->numero : 0;
     turni_->Sostituisci(p_.coda.Turni());
-    const int quanti = turni_->rowCount();
-    setWindowTitle(QString(quanti == 1 ? "Queue - %1 song" : "Queue - %1 songs").arg(quanti));
     Filtra();
     Seleziona(numero);
 }

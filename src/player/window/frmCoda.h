@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/MsgBox.h"
 #include "player/Coda.h"
 #include "player/ProssimoTurno.h"
 #include "player/window/AltreFinestre.h"
@@ -10,6 +9,7 @@
 
 #include <QAction>
 #include <QDialog>
+#include <QLabel>
 #include <QTableView>
 #include <functional>
 #include <optional>
@@ -28,7 +28,6 @@ class FinestraCoda final : public QDialog {
         Coda& coda;
         ProssimoTurno& prossimo;
         AltreFinestre& finestre;
-        MsgBox& msgBox;
         /// Enabled while a turn can begin; the window shows it and hears it.
         QAction& azioneComincia;
         std::function<void(const Turno&)> comincia;
@@ -41,6 +40,9 @@ class FinestraCoda final : public QDialog {
 
     /// Opens it, or brings it to the front.
     void Apri();
+    /// Shows why a command failed, in the window itself: a message box would pause the song.
+    /// False when it did.
+    bool Riporta(const std::optional<Error>& errore);
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -65,7 +67,6 @@ class FinestraCoda final : public QDialog {
     void Su() { SpostaTurno(-1); }
     void Giu() { SpostaTurno(1); }
     void SpostaTurno(int posti);
-    bool Riporta(const std::optional<Error>& errore);
 
     Parti p_;
     ModelloBrani* brani_;
@@ -73,6 +74,7 @@ class FinestraCoda final : public QDialog {
     ModelloCoda* turni_;
     VistaCoda* tabella_;
     LineaCerca* linea_;
+    QLabel* errore_;
     QAction* aggiungi_ = nullptr;
     QList<QAction*> conTurno_;               ///< commands that need a turn that is selected
     std::optional<std::uint64_t> versione_;  ///< of the songs that are listed

@@ -50,12 +50,17 @@ FinestraCoda::FinestraCoda(Parti parti, QWidget* principale)
                                      p_.coda.Cambia(turno.numero, turno.cantante, turno.tonalita));
                              })),
       tabella_(new VistaCoda(this)),
-      linea_(new LineaCerca(*this, *elenco_, [this](const QString& t) { Cerca(t); })) {
+      linea_(new LineaCerca(*this, *elenco_, [this](const QString& t) { Cerca(t); })),
+      errore_(new QLabel(this)) {
     setWindowIcon(QIcon(":/sonnel.svg"));
     auto* colonna = new QVBoxLayout(this);
     CreaElenco(*colonna);
     CreaTabella(*colonna);
     CreaComandi(*colonna);
+    errore_->setTextFormat(Qt::PlainText);
+    errore_->setWordWrap(true);
+    errore_->hide();
+    colonna->addWidget(errore_);
     CreaAutomatico(*colonna);
     const QFontMetrics misure = fontMetrics();
     resize(
@@ -100,8 +105,7 @@ void FinestraCoda::CreaTabella(QBoxLayout& colonna) {
     tabella_->setItemDelegateForColumn(ModelloCoda::Tonalita, new EditaTonalita(tabella_));
     tabella_->setSelectionBehavior(QAbstractItemView::SelectRows);
     tabella_->setSelectionMode(QAbstractItemView::SingleSelection);
-    tabella_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
-                              QAbstractItemView::AnyKeyPressed);
+    tabella_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     tabella_->setTabKeyNavigation(false);
     tabella_->setWordWrap(false);
     tabella_->setShowGrid(false);
@@ -131,7 +135,7 @@ void FinestraCoda::CreaComandi(QBoxLayout& colonna) {
         fila->addWidget(Bottone(*azione, this));
     }
     fila->addStretch(1);
-    auto* chiudi = new QPushButton("Close", this);
+    auto* chiudi = new QPushButton("&Close", this);
     chiudi->setAutoDefault(false);
     connect(chiudi, &QPushButton::clicked, this, &QDialog::reject);
     fila->addWidget(chiudi);

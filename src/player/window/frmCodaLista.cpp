@@ -122,15 +122,22 @@ void ModelloCoda::AggiungiNuovi(const std::vector<Turno>& turni) {
     }
 }
 
+/// Brings the turns into the order of others, which are the same ones.
+void ModelloCoda::Riordina(const std::vector<Turno>& turni) {
+    for (int riga = 0; riga < rowCount(); ++riga) {
+        const int da = Riga(turni.at(static_cast<std::size_t>(riga)).numero);
+        if (da != riga) {
+            beginMoveRows({}, da, da, {}, riga);
+            std::rotate(turni_.begin() + riga, turni_.begin() + da, turni_.begin() + da + 1);
+            endMoveRows();
+        }
+    }
+}
+
 void ModelloCoda::Sostituisci(const std::vector<Turno>& turni) {
     TogliAssenti(turni);
     AggiungiNuovi(turni);
-    if (!std::ranges::equal(turni_, turni, {}, &Turno::numero, &Turno::numero)) {
-        beginResetModel();
-        turni_ = turni;
-        endResetModel();
-        return;
-    }
+    Riordina(turni);
     for (std::size_t i = 0; i < turni.size(); ++i) {
         if (turni_[i] != turni[i]) {
             turni_[i] = turni[i];
@@ -149,8 +156,10 @@ QItemSelectionModel::SelectionFlags VistaCoda::selectionCommand(const QModelInde
 QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                      const QModelIndex& /*index*/) const {
     auto* editore = new QComboBox(parent);
-    editore->addItem(Propria);
     for (int tonalita = MassimaTonalita; tonalita >= -MassimaTonalita; --tonalita) {
+        if (tonalita == 0) {
+            editore->addItem(Propria);  // up and down from there are the next keys
+        }
         editore->addItem(DescriviTonalita(tonalita));
     }
     return editore;

@@ -37,6 +37,7 @@ class ModelloCoda final : public QAbstractTableModel {
   private:
     void TogliAssenti(const std::vector<Turno>& turni);
     void AggiungiNuovi(const std::vector<Turno>& turni);
+    void Riordina(const std::vector<Turno>& turni);
 
     std::function<void(const Turno&)> cambia_;
     std::vector<Turno> turni_;

@@ -92,6 +92,7 @@ void frmKaraoke::CreaCoda() {
                        {p_.coda, p_.registro, p_.sequencer, riproduzione_, p_.finestre, p_.msgBox,
                         p_.config, *area_, *striscia_, *cantanti_, [this] { FinestraLasciata(); }});
     addAction(turni_->Azione());
+    addAction(turni_->AzioneFerma());
     legami_.push_back({turni_->AzioneComincia(), &StatoComandi::FileLoad});
 }
 
@@ -111,7 +112,8 @@ void frmKaraoke::CreaMenuCanto() {
                           cambiato,
                           suonaOPausa,
                           {&Parole, sldPosition},
-                          {intero_->Azione(), cantanti_->Azione(), turni_->Azione()}});
+                          {intero_->Azione(), cantanti_->Azione(), cantanti_->AzioneMenu(),
+                           turni_->Azione()}});
 }
 
 int frmKaraoke::Twips(double pixel) const {

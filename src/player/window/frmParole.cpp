@@ -54,11 +54,13 @@ FinestraParole::FinestraParole(Parti parti)
 }
 
 void FinestraParole::CreaMenu() {
-    static constexpr std::array<Interruttore, 4> interruttori{
+    menu_.setTitle("Lyrics &window shows");
+    static constexpr std::array<Interruttore, 5> interruttori{
         Interruttore{"&Flowing colour", "Flow", &MostraScena::flusso},
         Interruttore{"&Next line", "NextLine", &MostraScena::prossima},
         Interruttore{"&Count-in", "CountIn", &MostraScena::punti},
-        Interruttore{"&Title before the song", "Title", &MostraScena::titolo}};
+        Interruttore{"&Title before the song", "Title", &MostraScena::titolo},
+        Interruttore{"Next s&ong after it", "NextSong", &MostraScena::annuncio}};
     for (const Interruttore& uno : interruttori) {
         mostra_.*uno.parte = LeggiImpostazione(p_.registro, Sezione, uno.chiave, "-1") != "0";
         QAction* voce = menu_.addAction(uno.testo);
@@ -68,6 +70,7 @@ void FinestraParole::CreaMenu() {
             mostra_.*uno.parte = acceso;
             SalvaImpostazione(p_.registro, Sezione, uno.chiave, TestoLogico(acceso));
             Segui();
+            update();
         });
     }
     menu_.addSeparator();
@@ -187,7 +190,7 @@ void FinestraParole::Avanza() {
 
 void FinestraParole::paintEvent(QPaintEvent* event) {
     QPainter pittore(this);
-    if (const auto& annuncio = p_.annuncio()) {
+    if (const auto& annuncio = p_.annuncio(); annuncio && mostra_.annuncio) {
         DisegnaAnnuncio(pittore, rect(), *annuncio, p_.brano.config);
         return;
     }

@@ -35,6 +35,10 @@ class FinestraParole final : public QWidget {
 
     /// Opens and closes it; to be added to menus.
     [[nodiscard]] QAction* Azione() { return azione_; }
+    /// What it shows, for those without a mouse.
+    [[nodiscard]] QAction* AzioneMenu() const { return menu_.menuAction(); }
+    /// Whether the announcement of the next turn is seen there.
+    [[nodiscard]] bool MostraAnnuncio() const { return isVisible() && mostra_.annuncio; }
     /// Another song is open, or the settings have changed.
     void Rinnova();
     /// The song began or ceased to play, or stands elsewhere. May be told more often.

@@ -3,6 +3,7 @@
 #include "platform/qt/FileDrop.h"
 
 #include <QApplication>
+#include <QToolTip>
 #include <utility>
 
 namespace sonnel {
@@ -15,19 +16,24 @@ Turni::Turni(QWidget& finestra, Parti parti)
                  [this] {
                      return QApplication::activeModalWidget() != nullptr || !finestra_.isEnabled();
                  },
-                 [this] {
-                     carta_->Aggiorna(!p_.cantanti.isVisible());
-                     p_.cantanti.update();
-                 },
-                 [this](const Turno& turno) { Comincia(turno); }}),
+                 [this] { MostraAnnuncio(); },
+                 [this](const Turno& turno) {
+                     if (!Comincia(turno)) {
+                         prossimo_.BranoFinito();  // the one after it
+                     }
+                 }}),
       carta_(new CartaAnnuncio(
           p_.area, p_.barra, p_.config,
           [this]() -> const std::optional<Annuncio>& { return prossimo_.Corrente(); })),
       azione_(new QAction("&Queue...", this)),
-      comincia_(new QAction("&Start", this)) {
+      comincia_(new QAction("&Start", this)),
+      ferma_(new QAction(this)) {
     azione_->setShortcut(Qt::CTRL | Qt::Key_U);
     comincia_->setShortcut(Qt::CTRL | Qt::Key_F2);
     connect(azione_, &QAction::triggered, this, &Turni::Apri);
+    ferma_->setShortcuts({Qt::Key_F3, Qt::Key_F4});
+    ferma_->setEnabled(false);
+    connect(ferma_, &QAction::triggered, this, [this] { prossimo_.Termina(); });
 }
 
 void Turni::Apri() {
@@ -38,9 +44,14 @@ void Turni::Apri() {
 }
 
 void Turni::CreaFinestra() {
-    coda_ = new FinestraCoda({p_.coda, prossimo_, p_.finestre, p_.msgBox, *comincia_,
-                              [this](const Turno& turno) { Comincia(turno); }, p_.lasciata},
+    coda_ = new FinestraCoda({p_.coda, prossimo_, p_.finestre, *comincia_,
+                              [this](const Turno& turno) { (void)Comincia(turno); }, p_.lasciata},
                              &finestra_);
+    // The host's hands are here while a song plays.
+    for (const char* nome : {"mnuSoundPause", "mnuSoundStop"}) {
+        coda_->addAction(finestra_.findChild<QAction*>(nome));
+    }
+    coda_->addAction(ferma_);
     new FileDrop(
         *coda_, [] { return true; },
         [this](const auto& percorsi) {
@@ -50,20 +61,33 @@ void Turni::CreaFinestra() {
         });
 }
 
+/// Over the lyrics, unless it is seen on the singers' screen.
+void Turni::MostraAnnuncio() {
+    ferma_->setEnabled(Corrente().has_value());
+    carta_->Aggiorna(!p_.cantanti.MostraAnnuncio() || finestra_.isFullScreen());
+    p_.cantanti.update();
+}
+
 void Turni::Accoda(const FileBrano& brano) {
     Result<Turno> turno = TurnoDi(brano);
+    const QString titolo = turno ? QString::fromStdString(turno->titolo) : QString();
     const auto errore = turno ? p_.coda.Aggiungi(std::move(*turno)) : turno.error();
-    if (errore) {
+    if (coda_ != nullptr && coda_->isVisible()) {
+        (void)coda_->Riporta(errore);
+    } else if (errore) {
         (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
+    } else {
+        QToolTip::showText(p_.area.mapToGlobal(p_.barra.geometry().bottomLeft()),
+                           "Added to the queue: " + titolo.toHtmlEscaped(), &finestra_);
     }
 }
 
 /// A turn leaves the queue when it begins, also when its song then cannot be opened.
-void Turni::Comincia(const Turno& turno) {
+bool Turni::Comincia(const Turno& turno) {
     if (const auto errore = p_.coda.Togli(turno.numero)) {
         (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
     }
-    p_.riproduzione.SuonaBrano(BranoDaFile(turno.file), turno.tonalita);
+    return p_.riproduzione.SuonaBrano(BranoDaFile(turno.file), turno.tonalita);
 }
 
 }  // namespace sonnel

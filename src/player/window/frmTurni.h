@@ -6,6 +6,7 @@
 #include "player/window/AltreFinestre.h"
 #include "player/window/frmAnnuncio.h"
 #include "player/window/frmCoda.h"
+#include "player/window/frmParole.h"
 
 #include <QAction>
 #include <QObject>
@@ -28,7 +29,7 @@ class Turni final : public QObject {
         const Config& config;
         QWidget& area;                   ///< everything below the menu bar
         QWidget& barra;                  ///< the toolbar's strip at the top of it
-        QWidget& cantanti;               ///< the lyrics window, which asks for the announcement
+        FinestraParole& cantanti;        ///< asks for the announcement
         std::function<void()> lasciata;  ///< the queue's window is no longer the active one
     };
     /// It belongs to the window.
@@ -44,13 +45,16 @@ class Turni final : public QObject {
     }
     void BranoFinito() { prossimo_.BranoFinito(); }
     [[nodiscard]] const std::optional<Annuncio>& Corrente() const { return prossimo_.Corrente(); }
-    /// Appends a song to the queue; a message reports why it cannot be.
+    /// Ends the announcement, where the keys for pause and stop have nothing else to do.
+    [[nodiscard]] QAction* AzioneFerma() { return ferma_; }
+    /// Appends a song to the queue, and says so or why it cannot be.
     void Accoda(const FileBrano& brano);
 
   private:
     void Apri();
     void CreaFinestra();
-    void Comincia(const Turno& turno);
+    void MostraAnnuncio();
+    bool Comincia(const Turno& turno);
 
     Parti p_;
     QWidget& finestra_;
@@ -60,6 +64,7 @@ class Turni final : public QObject {
     FinestraCoda* coda_ = nullptr;  ///< from its first use on
     QAction* azione_;
     QAction* comincia_;
+    QAction* ferma_;
 };
 
 }  // namespace sonnel
