@@ -9,10 +9,6 @@ target_compile_definitions(sonnel_options INTERFACE
     SONNEL_VERSION_MINOR=${PROJECT_VERSION_MINOR}
     SONNEL_VERSION_REVISION=${PROJECT_VERSION_PATCH})
 
-if(CMAKE_UNITY_BUILD)
-    # In a file that is included by another one GCC takes unnamed namespaces for a header's.
-    target_compile_options(sonnel_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
-endif()
 if(SONNEL_SANITIZE)
     target_compile_options(sonnel_options INTERFACE
         -fsanitize=${SONNEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
