@@ -74,9 +74,7 @@ Result<Turno> Finestre::TurnoDelBrano(std::int16_t posizione) {
 }
 
 std::optional<std::string> Finestre::Accoda(std::int16_t posizione) {
-    Result<Turno> turno = TurnoDelBrano(posizione);
-    const auto errore = turno ? coda_.Aggiungi(std::move(*turno)) : turno.error();
-    if (errore) {
+    if (const auto errore = coda_.Aggiungi(TurnoDelBrano(posizione))) {
         (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
         return std::nullopt;
     }

@@ -61,12 +61,20 @@ Result<Turno> TurnoDi(const FileBrano& brano) {
     const Result<Intestazione> letta =
         brano.parole ? IntestazioneDaTesto(*brano.parole) : LeggiIntestazione(file);
     if (!letta) {
-        return brano.motivo.empty() ? letta.error() : Error{EINVAL, brano.motivo};
+        return brano.motivo.empty()
+                   ? letta.error()
+                   : Error{EINVAL, WithReason("Can't read the words of " + Utf8FromPath(*brano.mid),
+                                              brano.motivo)};
     }
     if (OneLine(Utf8FromPath(file)) != Utf8FromPath(file)) {
         return ReadError(file, EINVAL);  // its name has no place in a line
     }
-    return Turno{.titolo = letta->Titolo, .autore = letta->Autore, .file = fs::absolute(file)};
+    std::error_code errore;
+    fs::path assoluto = fs::absolute(file, errore);
+    if (errore) {
+        return ReadError(file, errore.value());
+    }
+    return Turno{.titolo = letta->Titolo, .autore = letta->Autore, .file = std::move(assoluto)};
 }
 
 bool Presente(const Turno& turno) {
@@ -167,10 +175,13 @@ void Coda::Rileggi() {
     }
 }
 
-std::optional<Error> Coda::Aggiungi(Turno turno) {
+std::optional<Error> Coda::Aggiungi(Result<Turno> turno) {
+    if (!turno) {
+        return turno.error();
+    }
     return Scrivi([&turno](std::vector<Turno>& turni) {
-        turno.numero = NuovoNumero(turni);
-        turni.push_back(turno);
+        turno->numero = NuovoNumero(turni);
+        turni.push_back(*turno);
     });
 }
 

@@ -47,8 +47,9 @@ class Coda {
     /// Takes in what another player has changed.
     void Rileggi();
 
-    /// Appends a turn and gives it a number.
-    std::optional<Error> Aggiungi(Turno turno);
+    /// Appends a turn and gives it a number; the error of a song that is none for the queue is
+    /// passed on.
+    std::optional<Error> Aggiungi(Result<Turno> turno);
     /// Singer and key of the turn with this number.
     std::optional<Error> Cambia(std::int64_t numero, const std::string& cantante,
                                 std::optional<int> tonalita);

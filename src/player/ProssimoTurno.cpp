@@ -15,6 +15,7 @@ constexpr const char* ChiaveSecondi = "Seconds";
 constexpr int SecondiUsuali = 10;
 constexpr int Intervallo = 100;  // ms
 constexpr int MsPerSecondo = 1000;
+constexpr int PassiAlSecondo = MsPerSecondo / Intervallo;
 constexpr std::size_t MassimoSeguenti = 2;
 
 std::string RigaSeguente(const Turno& turno) {
@@ -62,6 +63,7 @@ void ProssimoTurno::BranoFinito() {
     p_.coda.Rileggi();
     comandi_ = p_.sequencer.Commands();
     resta_ = secondi_ * MsPerSecondo;
+    passi_ = 0;
     p_.timer.Start(Intervallo, [this] { Passo(); });
     Annuncia();
 }
@@ -93,7 +95,11 @@ void ProssimoTurno::Passo() {
     if (automatico_ && !p_.ferma()) {
         resta_ -= Intervallo;
     }
-    Annuncia();
+    // Looking for the songs' files takes time where these are far away.
+    passi_ = (passi_ + 1) % PassiAlSecondo;
+    if (passi_ == 0 || resta_ <= 0) {
+        Annuncia();
+    }
     if (resta_ <= 0 && annuncio_) {
         const Turno turno = annuncio_->turno;
         Termina();

@@ -66,6 +66,7 @@ class ProssimoTurno {
     Parti p_;
     bool automatico_;
     int secondi_;
+    int passi_ = 0;              ///< since a whole second
     int resta_ = 0;              ///< ms
     std::uint64_t comandi_ = 0;  ///< of the sequencer when the song ended
     std::optional<Annuncio> annuncio_;

@@ -130,7 +130,7 @@ TEST_F(NextTurnTest, IsAnnouncedAndBeginsAfterSomeSeconds) {
     EXPECT_EQ(begun, "C");
     EXPECT_EQ(Shown(), "");
     EXPECT_EQ(countdown.interval, 0);
-    EXPECT_EQ(shows, 12) << "only when something has changed";
+    EXPECT_EQ(shows, 11) << "only when something has changed";
 }
 
 TEST_F(NextTurnTest, EndsWithAnyCommandAndWithAnEmptyQueue) {
@@ -146,7 +146,7 @@ TEST_F(NextTurnTest, EndsWithAnyCommandAndWithAnEmptyQueue) {
     for (int number = 1; number <= 4; ++number) {
         EXPECT_FALSE(queue.Togli(number));
     }
-    Wait(0.1);
+    Wait(1);
     EXPECT_EQ(Shown(), "");
     next.BranoFinito();
     EXPECT_EQ(countdown.interval, 0);

@@ -344,60 +344,6 @@ TEST_F(frmKaraokeTest, TheSingersKeysActAndSpacePlays) {
     EXPECT_TRUE(Playing());
 }
 
-TEST_F(frmKaraokeTest, TheQueueIsKeptWhileASongPlaysAndItsNextTurnBeginsAfterIt) {
-    Store("Queue", "Seconds", "1");
-    others.songs = {{"Mare (Rossi) - Estate", 1}, {"Rondini (Verdi)", 2}};
-    others.turns = {Turno{.titolo = "Mare", .file = rig.folder / "song.lyk"},
-                    Turno{.titolo = "Rondini", .file = rig.folder / "gone.lyk"}};
-    OpenSong();
-    window->mnuSoundPlay_Click();
-    QTest::keySequence(window.get(), QKeySequence("Ctrl+U"));
-    auto* dialog = window->findChild<FinestraCoda*>();
-    ASSERT_TRUE(dialog && QTest::qWaitForWindowActive(dialog));
-    EXPECT_TRUE(Playing()) << "the queue takes the focus without a pause";
-    auto& words = *dialog->findChild<LineaCerca*>();
-    auto& table = *dialog->findChild<QTableView*>();
-    const auto add = [&](const char* find, const char* singer) {
-        QTest::keyClick(&table, Qt::Key_Slash);
-        QTest::keyClicks(&words, find);
-        QTest::keyClick(&words, Qt::Key_Return);
-        auto* editor = table.findChildren<QLineEdit*>().last();
-        QTest::keyClicks(editor, singer);
-        QTest::keyClick(editor, Qt::Key_Return);
-        QCoreApplication::processEvents();
-    };
-    add("rond", "Ugo");
-    add("MARE", "Anna");
-    table.model()->setData(table.model()->index(1, 2), "+3", Qt::EditRole);
-    EXPECT_EQ(dialog->windowTitle(), "Queue - 2 songs");
-    EXPECT_EQ(table.model()->index(0, 1).data(), "Rondini - no longer there");
-    EXPECT_EQ(table.model()->index(1, 2).data(), "+3");
-    QTest::keySequence(&table, QKeySequence("Alt+Up"));
-    EXPECT_EQ(queue.Turni()[0].cantante, "Anna");
-    EXPECT_EQ(table.currentIndex().row(), 0) << "it stays selected";
-    QTest::keyClicks(&words, "ugo");
-    EXPECT_TRUE(table.isRowHidden(0));
-    EXPECT_FALSE(table.isRowHidden(1));
-
-    QTest::qWait(50);
-    EXPECT_TRUE(Playing());
-    rig.Run(30500);
-    const auto& card = Find<QWidget>(*window, "The next song");
-    EXPECT_TRUE(card.isVisible());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return Playing(); }, 3000));
-    EXPECT_FALSE(card.isVisible());
-    EXPECT_EQ(control.Performed().key, 3);
-    EXPECT_EQ(queue.Turni().size(), 1U);
-    dialog->close();
-    window->activateWindow();
-    QTest::qWait(300);
-    EXPECT_TRUE(Playing()) << "the queue was closed";
-    QTest::keySequence(window.get(), QKeySequence("Ctrl+U"));
-    QApplication::setActiveWindow(nullptr);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !Playing(); }, 1000))
-        << "another program does pause it";
-}
-
 TEST_F(frmKaraokeTest, ClosingKeepsThePlaceOfTheWindow) {
     const auto closed = [this](Qt::WindowState state) {
         window->setWindowState(state);

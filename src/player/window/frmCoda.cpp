@@ -1,6 +1,7 @@
 #include "player/window/frmCoda.h"
 
 #include <QEvent>
+#include <algorithm>
 #include <utility>
 
 namespace sonnel {
@@ -71,7 +72,7 @@ void FinestraCoda::Filtra() {
     }
     const QModelIndex corrente = tabella_->currentIndex();
     if (corrente.isValid() && tabella_->isRowHidden(corrente.row())) {
-        tabella_->setCurrentIndex({});  // no command acts on what is not seen
+        tabella_->selectionModel()->clear();  // no command acts on what is not seen
     }
 }
 
@@ -79,8 +80,11 @@ void FinestraCoda::MostraCoda() {
     const Turno* turno = Selezionato();
     const std::int64_t numero = turno != nullptr ? turno->numero : 0;
     turni_->Sostituisci(p_.coda.Turni());
+    if (numero != 0 && turni_->Riga(numero) < 0) {
+        tabella_->selectionModel()->clear();  // its neighbour is not the one that the user chose
+    }
     Filtra();
-    Seleziona(numero);
+    AbilitaComandi();
 }
 
 const Turno* FinestraCoda::Selezionato() const {
@@ -89,11 +93,7 @@ const Turno* FinestraCoda::Selezionato() const {
                            : &turni_->Turni().at(static_cast<std::size_t>(righe.first().row()));
 }
 
-void FinestraCoda::Seleziona(std::int64_t numero) {
-    const int riga = turni_->Riga(numero);
-    if (riga >= 0 && (Selezionato() == nullptr || Selezionato()->numero != numero)) {
-        tabella_->setCurrentIndex(turni_->index(riga, ModelloCoda::Cantante));
-    }
+void FinestraCoda::AbilitaComandi() {
     for (QAction* azione : conTurno_) {
         azione->setEnabled(Selezionato() != nullptr);
     }
@@ -108,12 +108,7 @@ void FinestraCoda::AggiungiBrano() {
         Rinnova();
         return;
     }
-    Result<Turno> turno = p_.finestre.TurnoDelBrano(posizione);
-    if (!turno) {
-        (void)Riporta(turno.error());
-        return;
-    }
-    if (Riporta(p_.coda.Aggiungi(std::move(*turno)))) {
+    if (Riporta(p_.coda.Aggiungi(p_.finestre.TurnoDelBrano(posizione)))) {
         linea_->clear();
         const QModelIndex cella = turni_->index(turni_->rowCount() - 1, ModelloCoda::Cantante);
         tabella_->setFocus();
@@ -136,6 +131,7 @@ void FinestraCoda::TogliTurno() {
         const int riga = tabella_->currentIndex().row();
         (void)Riporta(p_.coda.Togli(turno->numero));
         tabella_->setCurrentIndex(turni_->index(std::min(riga, turni_->rowCount() - 1), 0));
+        Filtra();
     }
 }
 

@@ -59,7 +59,7 @@ class FinestraCoda final : public QDialog {
     void MostraCoda();
     void Cerca(const QString& parole);
     void Filtra();
-    void Seleziona(std::int64_t numero);
+    void AbilitaComandi();
     [[nodiscard]] const Turno* Selezionato() const;
     void AggiungiBrano();
     void CominciaTurno();

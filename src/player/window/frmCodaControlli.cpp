@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -117,7 +116,7 @@ void FinestraCoda::CreaTabella(QBoxLayout& colonna) {
     testata.resizeSection(ModelloCoda::Cantante, 24 * fontMetrics().averageCharWidth());
     testata.resizeSection(ModelloCoda::Tonalita, 10 * fontMetrics().averageCharWidth());
     connect(tabella_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { Seleziona(0); });
+            [this] { AbilitaComandi(); });
     colonna.addWidget(Etichetta("&Queue", *tabella_));
     colonna.addWidget(tabella_, 1);
 }

@@ -17,7 +17,7 @@ void frmKaraoke::RiceviBrano(const std::string& percorso) {
     const bool occupata = riproduzione_.InRiproduzione() || !isEnabled() ||
                           QApplication::activeModalWidget() != nullptr;
     if (occupata && !percorso.empty()) {
-        turni_->Accoda(BranoNominato(percorso));
+        turni_->Accoda({BranoNominato(percorso)});
         return;
     }
     BringToFront(*this);

@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QToolTip>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace sonnel {
@@ -55,9 +57,9 @@ void Turni::CreaFinestra() {
     new FileDrop(
         *coda_, [] { return true; },
         [this](const auto& percorsi) {
-            for (const auto& percorso : percorsi) {
-                Accoda(BranoDaFile(percorso));
-            }
+            std::vector<FileBrano> brani;
+            std::ranges::transform(percorsi, std::back_inserter(brani), BranoDaFile);
+            Accoda(brani);
         });
 }
 
@@ -68,17 +70,22 @@ void Turni::MostraAnnuncio() {
     p_.cantanti.update();
 }
 
-void Turni::Accoda(const FileBrano& brano) {
-    Result<Turno> turno = TurnoDi(brano);
-    const QString titolo = turno ? QString::fromStdString(turno->titolo) : QString();
-    const auto errore = turno ? p_.coda.Aggiungi(std::move(*turno)) : turno.error();
+void Turni::Accoda(const std::vector<FileBrano>& brani) {
+    std::optional<Error> errore;
+    for (const FileBrano& brano : brani) {
+        if (auto nuovo = p_.coda.Aggiungi(TurnoDi(brano))) {
+            errore = std::move(nuovo);
+        }
+    }
     if (coda_ != nullptr && coda_->isVisible()) {
         (void)coda_->Riporta(errore);
     } else if (errore) {
         (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
-    } else {
-        QToolTip::showText(p_.area.mapToGlobal(p_.barra.geometry().bottomLeft()),
-                           "Added to the queue: " + titolo.toHtmlEscaped(), &finestra_);
+    } else if (!p_.coda.Turni().empty()) {
+        const QString titolo = QString::fromStdString(p_.coda.Turni().back().titolo);
+        QToolTip::showText(
+            p_.area.mapToGlobal(p_.barra.geometry().bottomLeft()),
+            QString("<span>Added to the queue: %1</span>").arg(titolo.toHtmlEscaped()), &finestra_);
     }
 }
 

@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QObject>
 #include <optional>
+#include <vector>
 
 namespace sonnel {
 
@@ -47,8 +48,8 @@ class Turni final : public QObject {
     [[nodiscard]] const std::optional<Annuncio>& Corrente() const { return prossimo_.Corrente(); }
     /// Ends the announcement, where the keys for pause and stop have nothing else to do.
     [[nodiscard]] QAction* AzioneFerma() { return ferma_; }
-    /// Appends a song to the queue, and says so or why it cannot be.
-    void Accoda(const FileBrano& brano);
+    /// Appends songs to the queue, and says so or why one cannot be.
+    void Accoda(const std::vector<FileBrano>& brani);
 
   private:
     void Apri();
