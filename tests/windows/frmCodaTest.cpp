@@ -5,6 +5,8 @@
 #include <QLineEdit>
 #include <QTableView>
 
+#include <gtest/gtest.h>
+
 namespace sonnel::test {
 namespace {
 

@@ -85,7 +85,7 @@ void Turni::Accoda(const std::vector<FileBrano>& brani) {
         const QString titolo = QString::fromStdString(p_.coda.Turni().back().titolo);
         QToolTip::showText(
             p_.area.mapToGlobal(p_.barra.geometry().bottomLeft()),
-            QString("<span>Added to the queue: %1</span>").arg(titolo.toHtmlEscaped()), &finestra_);
+            QString("<nobr>Added to the queue: %1</nobr>").arg(titolo.toHtmlEscaped()), &finestra_);
     }
 }
 
