@@ -3,6 +3,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <utility>
 
 namespace sonnel::test {
