@@ -53,11 +53,10 @@ class TrackReader {
   private:
     [[nodiscard]] std::size_t Left() const { return bytes_.size() - pos_; }
 
-    void Add(const SmfEvent& event) {
+    /// The next event, to be filled in its place: copying one costs more than reading it.
+    SmfEvent& Add() {
         ++count_;
-        if (events_ != nullptr) {
-            events_->push_back(event);
-        }
+        return events_ != nullptr ? events_->emplace_back() : (counted_ = {});
     }
 
     std::optional<std::uint32_t> ReadNumber() {
@@ -107,12 +106,11 @@ class TrackReader {
         }
         running_ = status;
         runningEnded_ = false;
-        SmfEvent event;
+        SmfEvent& event = Add();
         event.tick = tick_;
         event.status = status;
         event.data1 = ReadDataByte();
         event.data2 = count == 2 ? ReadDataByte() : std::uint8_t{0};
-        Add(event);
         return true;
     }
 
@@ -127,13 +125,12 @@ class TrackReader {
         if (!size || *size > Left()) {
             return false;
         }
-        SmfEvent event;
+        SmfEvent& event = Add();
         event.tick = tick_;
         event.offset = static_cast<std::uint32_t>(pos_);
         event.size = *size;
         event.status = status;
         event.metaType = metaType;
-        Add(event);
         pos_ += *size;
         runningEnded_ = true;
         ended_ = event.IsMeta(kMetaEndOfTrack);
@@ -155,6 +152,7 @@ class TrackReader {
     bool runningEnded_ = false;
     bool ended_ = false;
     std::size_t count_ = 0;
+    SmfEvent counted_;  ///< the last one that was only counted
     SmfTrack* events_;
 };
 
