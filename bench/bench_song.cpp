@@ -43,24 +43,27 @@ std::string SongText(int events) {
     return text;
 }
 
-/// A song file that is there while the benchmark runs.
+/// A song that is there while the benchmark runs, in a directory of its own: a missing file would
+/// be looked for among all others.
 class SongFile {
   public:
     explicit SongFile(int events)
-        : base_(std::filesystem::temp_directory_path() /
-                ("sonnel-bench-" + std::to_string(getpid()))) {
-        std::ofstream(base_.string() + ".lyk", std::ios::binary) << SongText(events);
+        : directory_(std::filesystem::temp_directory_path() /
+                     ("sonnel-bench-" + std::to_string(getpid()))) {
+        std::filesystem::create_directory(directory_);
+        std::ofstream(Base().string() + ".lyk", std::ios::binary) << SongText(events);
+        std::ofstream(Base().string() + ".mid", std::ios::binary) << "no music";
     }
     SongFile(const SongFile&) = delete;
     SongFile& operator=(const SongFile&) = delete;
     ~SongFile() {
         std::error_code error;
-        std::filesystem::remove(base_.string() + ".lyk", error);
+        std::filesystem::remove_all(directory_, error);
     }
-    [[nodiscard]] const std::filesystem::path& Base() const { return base_; }
+    [[nodiscard]] std::filesystem::path Base() const { return directory_ / "song"; }
 
   private:
-    std::filesystem::path base_;
+    std::filesystem::path directory_;
 };
 
 void ReadSong(benchmark::State& state) {

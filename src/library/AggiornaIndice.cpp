@@ -3,6 +3,7 @@
 #include "library/Indice.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 #include "song/LeggiIntestazione.h"
 #include "ui/PuntatoreOccupato.h"
 
@@ -34,19 +35,15 @@ struct FileLyk {
 /// The LYK files of the directory, in any letter case.
 Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
     std::vector<FileLyk> elenco;
-    std::error_code errore;
-    fs::directory_iterator voce(directory, errore);
-    for (; !errore && voce != fs::directory_iterator(); voce.increment(errore)) {
-        std::string nome = Utf8FileName(voce->path());
+    const auto aggiungi = [&elenco](std::string_view nome, EntryKind tipo) {
         std::string chiave = FoldCase(nome);
-        std::error_code ignoto;
-        const bool file = voce->is_regular_file(ignoto);
         // What cannot be examined may be there still: it is passed over later, and its entry kept.
-        const bool ignota = ignoto && ignoto != std::errc::no_such_file_or_directory;
-        if (chiave.ends_with(Estensione) && (file || ignota)) {
-            elenco.push_back({std::move(nome), std::move(chiave)});
+        const bool file = tipo == EntryKind::File || tipo == EntryKind::Unknown;
+        if (file && chiave.ends_with(Estensione)) {
+            elenco.push_back({std::string(nome), std::move(chiave)});
         }
-    }
+    };
+    const std::error_code errore = ListDirectory(directory, aggiungi);
     if (errore && errore != std::errc::no_such_file_or_directory &&
         errore != std::errc::not_a_directory) {
         return Error{errore.value(), "Can't list the directory " + Utf8FromPath(directory) + ": " +

@@ -4,6 +4,7 @@
 #include "library/Indice.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 #include "platform/files/Files.h"
 #include "platform/midi/SmfReader.h"
 #include "song/LeggiIntestazione.h"
@@ -49,14 +50,13 @@ void RegistraBrano(ProfileFile& indice, const fs::path& directory, const std::st
 }
 
 Aggiunta::Aggiunta(fs::path directory) : directory_(std::move(directory)) {
-    std::error_code errore;
-    for (fs::directory_iterator voce(directory_, errore);
-         !errore && voce != fs::directory_iterator(); voce.increment(errore)) {
-        const std::string estensione = FoldCase(Utf8FromPath(voce->path().extension()));
+    (void)ListDirectory(directory_, [this](std::string_view nome, EntryKind /*tipo*/) {
+        const fs::path file = PathFromUtf8(nome);
+        const std::string estensione = FoldCase(Utf8FromPath(file.extension()));
         if (estensione == ".lyk" || estensione == ".mid") {
-            presi_.insert(FoldCase(Utf8FromPath(voce->path().stem())));
+            presi_.insert(FoldCase(Utf8FromPath(file.stem())));
         }
-    }
+    });
 }
 
 /// Why a song of this name cannot be added; "" when it can.

@@ -1,9 +1,11 @@
 #include "library/EliminaBrano.h"
 
 #include "library/Indice.h"
+#include "platform/files/Directory.h"
 #include "platform/files/Files.h"
 
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -15,17 +17,13 @@ namespace fs = std::filesystem;
 /// The files of a directory whose name is `nomeFile`, a dot and an extension.
 std::vector<fs::path> FileDiNome(const fs::path& directory, std::string_view nomeFile) {
     std::vector<fs::path> trovati;
-    std::error_code errore;
-    for (fs::directory_iterator voce(directory, errore), fine; !errore && voce != fine;
-         voce.increment(errore)) {
-        const std::string nome = Utf8FromPath(voce->path().filename());
+    (void)ListDirectory(directory, [&](std::string_view nome, EntryKind tipo) {
         const std::size_t punto = nome.rfind('.');
-        std::error_code ignorato;
-        if (punto != std::string::npos && std::string_view(nome).substr(0, punto) == nomeFile &&
-            !voce->is_directory(ignorato)) {
-            trovati.push_back(voce->path());
+        const bool cartella = tipo == EntryKind::Directory || tipo == EntryKind::DirectoryLink;
+        if (punto != std::string_view::npos && nome.substr(0, punto) == nomeFile && !cartella) {
+            trovati.push_back(directory / PathFromUtf8(nome));
         }
-    }
+    });
     return trovati;
 }
 

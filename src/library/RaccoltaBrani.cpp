@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 
 #include <algorithm>
 #include <system_error>
@@ -26,14 +27,11 @@ void RaccoltaBrani::Esamina(const fs::path& percorso) {
 
 void RaccoltaBrani::EsaminaCartella(const fs::path& cartella) {
     std::vector<std::pair<std::string, fs::path>> voci;
-    std::error_code errore;
-    for (fs::directory_iterator voce(cartella, errore); !errore && voce != fs::directory_iterator();
-         voce.increment(errore)) {
-        std::error_code ignoto;
-        if (!voce->is_symlink(ignoto) || !voce->is_directory(ignoto)) {
-            voci.emplace_back(FoldCase(Utf8FromPath(voce->path())), voce->path());
+    (void)ListDirectory(cartella, [&](std::string_view nome, EntryKind tipo) {
+        if (tipo == EntryKind::File || tipo == EntryKind::Directory) {
+            voci.emplace_back(FoldCase(nome), cartella / PathFromUtf8(nome));
         }
-    }
+    });
     std::sort(voci.begin(), voci.end());
     for (const auto& [chiave, percorso] : voci) {
         if (finita_) {
@@ -54,11 +52,9 @@ std::optional<fs::path> RaccoltaBrani::Accanto(const fs::path& file, const char*
     if (const fs::path cartella = file.parent_path(); cartella != elencata_) {
         elencata_ = cartella;
         nomi_.clear();
-        for (fs::directory_iterator voce(cartella.empty() ? "." : cartella, errore);
-             !errore && voce != fs::directory_iterator(); voce.increment(errore)) {
-            nomi_.emplace(FoldCase(Utf8FromPath(voce->path().filename())),
-                          cartella / voce->path().filename());
-        }
+        (void)ListDirectory(cartella, [&](std::string_view nome, EntryKind /*tipo*/) {
+            nomi_.emplace(FoldCase(nome), cartella / PathFromUtf8(nome));
+        });
     }
     const auto trovato = nomi_.find(FoldCase(Utf8FromPath(cercato.filename())));
     return trovato == nomi_.end() ? std::nullopt : std::optional(trovato->second);

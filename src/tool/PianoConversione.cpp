@@ -1,6 +1,7 @@
 #include "tool/PianoConversione.h"
 
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 #include "platform/files/Files.h"
 #include "tool/FileNominato.h"
 #include "tool/Tenta.h"
@@ -92,10 +93,9 @@ PianoConversione::Cartella& PianoConversione::LeggiCartella(const fs::path& perc
         if (errore) {
             cartella.nome = Utf8FromPath(percorso);
         }
-        fs::directory_iterator voce(directory, errore);
-        for (; !errore && voce != fs::directory_iterator(); voce.increment(errore)) {
-            cartella.file.insert(FoldCase(Utf8FromPath(voce->path().filename())));
-        }
+        (void)ListDirectory(directory, [&](std::string_view nome, EntryKind /*tipo*/) {
+            cartella.file.insert(FoldCase(nome));
+        });
     }
     return cartella;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/SystemError.h"
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 
 #include <algorithm>
 #include <array>
@@ -54,19 +55,12 @@ std::optional<fs::path> FindInAnyCase(const fs::path& path) {
         return std::make_tuple(name.stem() != stem, name.native());
     };
     std::optional<fs::path> best;
-    std::error_code error;
-    fs::directory_iterator entry(directory.empty() ? fs::path(".") : directory, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code unknown;
-        if (!FoldedEqual()(Utf8FileName(entry->path()), wanted) ||
-            !entry->is_regular_file(unknown)) {
-            continue;
+    (void)ListDirectory(directory, [&](std::string_view name, EntryKind kind) {
+        if (kind == EntryKind::File && FoldedEqual()(name, wanted)) {
+            const fs::path found = PathFromUtf8(name);
+            best = best && rank(*best) < rank(found) ? *best : found;
         }
-        fs::path name = entry->path().filename();
-        if (!best || rank(name) < rank(*best)) {
-            best = std::move(name);
-        }
-    }
+    });
     return best ? std::optional(directory / *best) : std::nullopt;
 }
 

@@ -71,10 +71,16 @@ std::optional<Error> ProfileFile::Make(Change change) {
 
 std::optional<Error> ProfileFile::Set(std::string_view section, std::string_view key,
                                       std::string_view value) {
+    if (batch_ && batch_->text.Find(section, key) == value) {
+        return std::nullopt;
+    }
     return Make({Kind::Set, std::string(section), std::string(key), std::string(value)});
 }
 
 std::optional<Error> ProfileFile::Respell(std::string_view section, std::string_view key) {
+    if (batch_ && !batch_->text.Find(section, key)) {
+        return std::nullopt;
+    }
     return Make({Kind::Respell, std::string(section), std::string(key), {}});
 }
 

@@ -30,7 +30,8 @@ class ProfileFile {
     /// The names of the section's keys in the order of the file.
     [[nodiscard]] std::vector<std::string> Keys(std::string_view section) const;
 
-    /// Each of these is ProfileText's operation of its name.
+    /// Each of these is ProfileText's operation of its name. One that changes nothing counts as
+    /// not made.
     std::optional<Error> Set(std::string_view section, std::string_view key,
                              std::string_view value);
     std::optional<Error> Respell(std::string_view section, std::string_view key);

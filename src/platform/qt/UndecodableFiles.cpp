@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -11,7 +12,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <algorithm>
-#include <system_error>
 
 namespace sonnel {
 namespace {
@@ -27,15 +27,12 @@ QString Decoded(const fs::path& file) {
 /// of their names.
 std::vector<fs::path> FindFiles(const fs::path& directory, const QStringList& patterns) {
     std::vector<fs::path> files;
-    std::error_code error;
-    fs::directory_iterator entry(directory, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code unknown;
-        if (!IsValidUtf8(Utf8FileName(entry->path())) && entry->is_regular_file(unknown) &&
-            QDir::match(patterns, Decoded(entry->path()))) {
-            files.push_back(entry->path());
+    (void)ListDirectory(directory, [&](std::string_view name, EntryKind kind) {
+        if (kind == EntryKind::File && !IsValidUtf8(name) &&
+            QDir::match(patterns, QString::fromStdString(FromWindows1252(name)))) {
+            files.push_back(directory / PathFromUtf8(name));
         }
-    }
+    });
     std::sort(files.begin(), files.end());
     return files;
 }
