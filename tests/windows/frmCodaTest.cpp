@@ -45,6 +45,10 @@ TEST_F(frmCodaTest, IsKeptWhileASongPlaysAndItsNextTurnBeginsAfterIt) {
     QTest::keySequence(&table, QKeySequence("Alt+Up"));
     EXPECT_EQ(queue.Turni()[0].cantante, "Anna");
     EXPECT_EQ(table.currentIndex().row(), 0) << "it stays selected";
+    QTest::keyClick(&table, Qt::Key_End);
+    EXPECT_EQ(table.currentIndex().row(), 1);
+    QTest::keyClick(&table, Qt::Key_Home);
+    EXPECT_EQ(table.currentIndex().row(), 0);
     QTest::keyClicks(&words, "ugo");
     EXPECT_TRUE(table.isRowHidden(0));
     EXPECT_FALSE(table.isRowHidden(1));

@@ -123,6 +123,8 @@ void FinestraCoda::CominciaTurno() {
         p_.comincia(Turno(*turno));
     } else if (const auto primo = AnnunciaTurni(turni_->Turni(), 0)) {
         p_.comincia(primo->turno);
+    } else {
+        (void)Riporta(Error{0, "The queue has no song that could be started."});
     }
 }
 

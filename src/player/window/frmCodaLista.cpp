@@ -153,6 +153,15 @@ QItemSelectionModel::SelectionFlags VistaCoda::selectionCommand(const QModelInde
                            : QItemSelectionModel::NoUpdate;
 }
 
+QModelIndex VistaCoda::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    // With Ctrl they lead to the first and the last cell.
+    const bool estremo = action == MoveHome || action == MoveEnd;
+    const int colonna = currentIndex().column();
+    const QModelIndex cella =
+        QTableView::moveCursor(action, estremo ? modifiers | Qt::ControlModifier : modifiers);
+    return estremo ? cella.siblingAtColumn(std::max(colonna, 0)) : cella;
+}
+
 QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                      const QModelIndex& /*index*/) const {
     auto* editore = new QComboBox(parent);

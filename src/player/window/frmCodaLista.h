@@ -43,7 +43,8 @@ class ModelloCoda final : public QAbstractTableModel {
     std::vector<Turno> turni_;
 };
 
-/// The table. The selection changes only to another line.
+/// The table. The selection changes only to another line, and Home and End go to the first and the
+/// last one.
 class VistaCoda final : public QTableView {
   public:
     using QTableView::QTableView;
@@ -51,6 +52,7 @@ class VistaCoda final : public QTableView {
   protected:
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& index, const QEvent* event) const override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 };
 
 /// Edits a key: the song's own, or 12 to -12 semitones.
