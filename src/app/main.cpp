@@ -1,6 +1,7 @@
 #include "app/Finestre.h"
 #include "platform/Environment.h"
 #include "platform/Paths.h"
+#include "platform/ScopeExit.h"
 #include "platform/audio/AudioDriver.h"
 #include "platform/audio/DefaultOutput.h"
 #include "platform/audio/FluidSynthesizer.h"
@@ -72,10 +73,11 @@ bool HandedOver(OnePlayer& player, const OpzioniRiga& riga, const std::string& a
     return player.HandOver(HandedSong{PercorsoAssoluto(riga.brano), activationToken});
 }
 
-/// Lets the main window get the songs of players that start later.
-void Connect(OnePlayer& player, frmKaraoke& window) {
+/// Lets the main window get the songs of players that start later, until the result goes.
+[[nodiscard]] auto Connect(OnePlayer& player, frmKaraoke& window) {
     player.accepts = [&window] { return window.AccettaBrani(); };
     player.onSong = [&window](const std::string& path) { window.RiceviBrano(path); };
+    return ScopeExit([&player] { player.accepts = nullptr; });  // without it no song is taken
 }
 
 /// Builds the real platform, opens the windows and runs them to their end.
@@ -111,7 +113,7 @@ int Run(OnePlayer& player, const OpzioniRiga& riga) {
          .canto = riga.canto},
         UserDataDirectory(ProcessEnvironment) / "sonnel" / "queue");
     frmKaraoke& window = finestre.Principale();
-    Connect(player, window);
+    const auto songs = Connect(player, window);
     // Within the event loop, so that the window can be closed while it still comes up.
     QTimer start;
     start.setSingleShot(true);

@@ -119,9 +119,8 @@ std::optional<Error> Importazione::Copia(const fs::path& scelto, const std::stri
 }
 
 void Importazione::Avvisa(const std::string& testo, const std::string& titolo) {
-    libreria_.eventi.SetPointer(Pointer::Normal);
+    const PuntatoreNormale puntatore(libreria_.eventi);
     (void)libreria_.msgBox.Show({testo, Icon::Exclamation, Buttons::Ok, 1, titolo});
-    libreria_.eventi.SetPointer(Pointer::Busy);
 }
 
 std::string Riepilogo(int importati) {

@@ -35,10 +35,8 @@ constexpr std::string_view SenzaIndice =
     "\"Update index\" from the File menu.";
 
 Answer Avvisa(const Libreria& libreria, std::string_view testo, Buttons bottoni) {
-    const Pointer mostrato = libreria.eventi.SetPointer(Pointer::Normal);
-    const Answer risposta = libreria.msgBox.Show({std::string(testo), Icon::Exclamation, bottoni});
-    libreria.eventi.SetPointer(mostrato);
-    return risposta;
+    const PuntatoreNormale puntatore(libreria.eventi);
+    return libreria.msgBox.Show({std::string(testo), Icon::Exclamation, bottoni});
 }
 
 /// Looks for the index as often as the user asks for it; false when there is none to load, which a

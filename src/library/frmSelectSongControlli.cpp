@@ -95,6 +95,13 @@ std::span<const frmSelectSong::Comando> frmSelectSong::TabellaComandi() {
         Comando{nullptr, "mnuDataRebuild", "Rebuild index", Qt::Key_F9, &F::mnuDataRebuild_Click,
                 Serve::Nulla, "Update index", "rebuild"},
     };
+    static_assert(std::ranges::all_of(BarraLibreria,
+                                      [](std::string_view nome) {
+                                          return nome.empty() ||
+                                                 std::ranges::find(Tabella, nome, &Comando::nome) !=
+                                                     Tabella.end();
+                                      }),
+                  "a button without a command");
     return Tabella;
 }
 
@@ -104,8 +111,7 @@ const frmSelectSong::Comando* frmSelectSong::ComandoDelBottone(int indice) {
         return nullptr;
     }
     const auto tabella = TabellaComandi();
-    return &*std::find_if(tabella.begin(), tabella.end(),
-                          [posto](const Comando& c) { return c.nome == BarraLibreria[posto]; });
+    return &*std::ranges::find(tabella, BarraLibreria[posto], &Comando::nome);
 }
 
 void frmSelectSong::Esegui(const Comando& comando) {

@@ -3,6 +3,7 @@
 #include "platform/Numbers.h"
 #include "settings/Impostazioni.h"
 #include "settings/TestoNumero.h"
+#include "ui/PuntatoreOccupato.h"
 #include "ui/Titoli.h"
 
 #include <array>
@@ -113,12 +114,12 @@ GiudizioCalibratura Giudica(float secondi) {
 bool Calibratura::EseguiCalibratura() {
     const bool misura = Chiedi();
     if (misura) {
-        p_.eventi.SetPointer(Pointer::Busy);
+        PuntatoreOccupato puntatore(p_.eventi, Pointer::Normal);
         const float secondi = Misura();
         p_.config.Compensazione = CompensazioneDa(secondi);
         SalvaImpostazione(p_.registro, "Opzioni", "Compensazione",
                           TestoNumero(p_.config.Compensazione));
-        p_.eventi.SetPointer(Pointer::Normal);
+        puntatore.Ripristina();
         Riferisci(secondi);
     }
     Disponi();

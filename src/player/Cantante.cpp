@@ -37,7 +37,7 @@ std::optional<CanaleMelodia> MelodiaDi(const FileBrano& brano, const Timeline& t
 Cantante::Cantante(const Parti& parti, std::optional<Canto> imposto)
     : p_(parti),
       imposto_(imposto),
-      vaAvanti_(LeggiImpostazione(p_.registro, SezionePalco, "GoOn", "0") != "0") {}
+      vaAvanti_(LeggiInterruttore(p_.registro, SezionePalco, "GoOn", false)) {}
 
 void Cantante::CambiaVaAvanti(bool vaAvanti) {
     vaAvanti_ = vaAvanti;

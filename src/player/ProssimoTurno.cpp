@@ -44,7 +44,7 @@ std::optional<Annuncio> AnnunciaTurni(const std::vector<Turno>& turni, int secon
 
 ProssimoTurno::ProssimoTurno(Parti parti)
     : p_(std::move(parti)),
-      automatico_(LeggiImpostazione(p_.registro, Sezione, ChiaveAutomatico, "-1") != "0"),
+      automatico_(LeggiInterruttore(p_.registro, Sezione, ChiaveAutomatico, true)),
       secondi_(std::clamp(Intero(LeggiImpostazione(p_.registro, Sezione, ChiaveSecondi, ""))
                               .value_or(SecondiUsuali),
                           1, MassimoSecondi)) {}

@@ -32,10 +32,8 @@ class Sezione {
     std::int32_t Numero(std::string_view chiave, std::int32_t predefinito) {
         return Intero(Testo(chiave, TestoNumero(predefinito))).value_or(predefinito);
     }
-    /// A switch that is read as a whole number.
     bool Interruttore(std::string_view chiave, bool predefinito) {
-        const auto numero = InteroBreve(Testo(chiave, TestoLogico(predefinito)));
-        return numero ? *numero != 0 : predefinito;
+        return LeggiInterruttore(registro_, nome_, chiave, predefinito);
     }
     /// A switch that any number other than 0 turns on.
     bool Logico(std::string_view chiave, bool predefinito) {
@@ -77,6 +75,13 @@ std::string LeggiImpostazione(Registry& registro, std::string_view sezione, std:
     }
     testo.resize(testo.find_last_not_of('\0') + 1);
     return testo;
+}
+
+bool LeggiInterruttore(Registry& registro, std::string_view sezione, std::string_view chiave,
+                       bool predefinito) {
+    const auto numero =
+        InteroBreve(LeggiImpostazione(registro, sezione, chiave, TestoLogico(predefinito)));
+    return numero ? *numero != 0 : predefinito;
 }
 
 void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave,

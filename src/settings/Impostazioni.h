@@ -15,6 +15,10 @@ namespace sonnel {
 [[nodiscard]] std::string LeggiImpostazione(Registry& registro, std::string_view sezione,
                                             std::string_view chiave, std::string_view predefinito);
 
+/// A switch, read as a whole number: `predefinito` when it is absent or no number.
+[[nodiscard]] bool LeggiInterruttore(Registry& registro, std::string_view sezione,
+                                     std::string_view chiave, bool predefinito);
+
 /// Stores the text of a setting. A failure is silent.
 void SalvaImpostazione(Registry& registro, std::string_view sezione, std::string_view chiave,
                        std::string_view valore);

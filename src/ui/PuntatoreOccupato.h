@@ -29,4 +29,19 @@ class PuntatoreOccupato {
     Pointer dopo_;
 };
 
+/// The normal pointer while it lives, as for a message in the middle of work; then the one that was
+/// shown before.
+class PuntatoreNormale {
+  public:
+    explicit PuntatoreNormale(SystemEvents& eventi)
+        : eventi_(eventi), prima_(eventi.SetPointer(Pointer::Normal)) {}
+    PuntatoreNormale(const PuntatoreNormale&) = delete;
+    PuntatoreNormale& operator=(const PuntatoreNormale&) = delete;
+    ~PuntatoreNormale() { eventi_.SetPointer(prima_); }
+
+  private:
+    SystemEvents& eventi_;
+    Pointer prima_;
+};
+
 }  // namespace sonnel

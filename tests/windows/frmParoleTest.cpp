@@ -1,5 +1,7 @@
 #include "windows/PlayerRig.h"
 
+#include "platform/qt/WindowInUse.h"
+
 #include <QScreen>
 #include <algorithm>
 #include <cmath>
@@ -69,7 +71,7 @@ class LyricsWindowTest : public testing::Test, protected PlayerRig {
 TEST_F(LyricsWindowTest, ShowsThePageAndTheWordsBegunOfTheMainWindow) {
     Store("Opzioni", "Ombra", "0");
     for (const char* name : {"Flow", "NextLine", "CountIn", "Title"}) {
-        Store("LyricsWindow", name, "0");
+        Store("LyricsWindow", name, "00");
     }
     for (const char* song : {"Twinkle Twinkle", "Row Your Boat"}) {
         QWidget& singers = Singers(song);
@@ -91,6 +93,7 @@ TEST_F(LyricsWindowTest, ShowsThePageAndTheWordsBegunOfTheMainWindow) {
 TEST_F(LyricsWindowTest, FollowsTheScreensAndPaintsOnlyWhatChanges) {
     const auto screens = QGuiApplication::screens();
     QWidget& singers = Singers("Twinkle Twinkle");
+    EXPECT_EQ(WindowInUse(), window.get()) << "boxes are for the host";
     // Here a window gets the focus even when it does not want it, and takes it away with it.
     const auto toggle = [&] {
         window->activateWindow();

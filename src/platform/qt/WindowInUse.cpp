@@ -5,15 +5,25 @@
 
 namespace sonnel {
 
+namespace {
+
+/// The splash goes by itself, and a window that takes no focus is not for the one who reads boxes.
+bool MayHaveBoxes(const QWidget& window) {
+    return window.windowType() != Qt::SplashScreen &&
+           !window.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus);
+}
+
+}  // namespace
+
 QWidget* WindowInUse() {
     for (QWidget* window : {QApplication::activeModalWidget(), QApplication::activeWindow()}) {
-        if (window != nullptr && window->windowType() != Qt::SplashScreen) {
+        if (window != nullptr && MayHaveBoxes(*window)) {
             return window;
         }
     }
     const QWidgetList windows = QApplication::topLevelWidgets();
     const auto visible = std::find_if(windows.begin(), windows.end(), [](const QWidget* widget) {
-        return widget->isVisible() && widget->windowType() == Qt::Window;
+        return widget->isVisible() && widget->windowType() == Qt::Window && MayHaveBoxes(*widget);
     });
     return visible == windows.end() ? nullptr : *visible;
 }

@@ -90,14 +90,21 @@ constexpr std::array<std::string_view, 11> BarraPlayer{
     "mnuVisMixer", "mnuHelpWebHome", "", "mnuSoundPlay",      "mnuSoundPause",
     "mnuSoundStop"};
 
+static_assert(std::ranges::all_of(BarraPlayer,
+                                  [](std::string_view nome) {
+                                      return nome.empty() || std::ranges::find(TabellaComandi, nome,
+                                                                               &Comando::nome) !=
+                                                                 TabellaComandi.end();
+                                  }),
+              "a button without a command");
+
 /// The command of a place in the toolbar, counted from 1; null when there is none.
 const Comando* ComandoDelBottone(int indice) {
     const auto posto = static_cast<std::size_t>(indice) - 1;
     if (posto >= BarraPlayer.size() || BarraPlayer[posto].empty()) {
         return nullptr;
     }
-    return &*std::find_if(TabellaComandi.begin(), TabellaComandi.end(),
-                          [posto](const Comando& c) { return c.nome == BarraPlayer[posto]; });
+    return &*std::ranges::find(TabellaComandi, BarraPlayer[posto], &Comando::nome);
 }
 
 }  // namespace
@@ -168,7 +175,7 @@ QWidget* frmKaraoke::CreaPosizione() {
     lblTrackLength = new QLabel(zero, SSPanel1);
     lblTrackLength->setAccessibleDescription("Song length");
     lblCanto = new QLabel(SSPanel1);
-    lblCanto->setAccessibleDescription("What is not the song's own");
+    lblCanto->setAccessibleDescription("Key, tempo and melody");
     lblCanto->setMinimumWidth(1);  // gives way where the window is narrow
     lblCanto->hide();
     for (QLabel* etichetta : {lblPosition, lblTrackLength}) {

@@ -62,7 +62,7 @@ void FinestraParole::CreaMenu() {
         Interruttore{"&Title before the song", "Title", &MostraScena::titolo},
         Interruttore{"Next s&ong after it", "NextSong", &MostraScena::annuncio}};
     for (const Interruttore& uno : interruttori) {
-        mostra_.*uno.parte = LeggiImpostazione(p_.registro, Sezione, uno.chiave, "-1") != "0";
+        mostra_.*uno.parte = LeggiInterruttore(p_.registro, Sezione, uno.chiave, true);
         QAction* voce = menu_.addAction(uno.testo);
         voce->setCheckable(true);
         voce->setChecked(mostra_.*uno.parte);
