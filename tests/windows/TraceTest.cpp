@@ -2,7 +2,7 @@
 #include "windows/LyricsPicture.h"
 #include "windows/PlayerRig.h"
 
-#include <cstdio>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -12,21 +12,20 @@ namespace {
 
 using nlohmann::json;
 
-/// The steps of a song as the command-line tool computes them.
-json Computed(const std::string& song) {
-    const std::string command =
-        "'" SONNEL_TOOL "' trace '" + song + "' --json --report-ms 10 --compensation 3";
-    std::FILE* const pipe = popen(command.c_str(), "r");
-    const json trace = json::parse(pipe, nullptr, false);
-    EXPECT_EQ(pclose(pipe), 0) << command;
-    return trace["steps"];
+/// The steps of a song as the command-line tool computes them. The window is handed the same steps
+/// by the same code: what is tested is that it draws each of them, and when.
+json Computed(const QString& song) {
+    QProcess tool;
+    tool.start(SONNEL_TOOL, {"trace", song, "--json", "--report-ms", "10", "--compensation", "3"});
+    EXPECT_TRUE(tool.waitForFinished() && tool.exitCode() == 0);
+    return json::parse(tool.readAllStandardOutput().toStdString(), nullptr, false)["steps"];
 }
 
 TEST(TraceTest, AWholeSongIsShownAsComputedPixelByPixel) {
     PlayerRig player;
     player.Store("Opzioni", "Compensazione", "3");
     for (const std::string song : {SONNEL_SONGS "/Row Your Boat", SONNEL_SONGS "/Frere Jacques"}) {
-        const json steps = Computed(song);
+        const json steps = Computed(QString::fromStdString(song));
         ASSERT_GT(steps.size(), 80U) << song;
         player.Open("\"" + song + ".lyk\"");
         player.window->mnuSoundPlay_Click();
