@@ -5,8 +5,9 @@
 #include <QScreen>
 #include <algorithm>
 #include <cmath>
-#include <gtest/gtest.h>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 namespace sonnel::test {
 namespace {
