@@ -84,8 +84,10 @@ std::optional<std::string> Finestre::Accoda(std::int16_t posizione) {
 
 void Finestre::ConvertiKar() {
     frmSelectSong& finestra = Selezione();
-    sonnel::ConvertiKar(libreria_, {p_.dialoghi, finestra, ProcessEnvironment,
-                                    [&] { ProprietaBrano(libreria_, finestra, &finestra); }});
+    sonnel::ConvertiKar(libreria_,
+                        {p_.dialoghi, finestra, ProcessEnvironment, [&](std::int16_t posizione) {
+                             ProprietaBrano(libreria_, finestra, posizione, &finestra);
+                         }});
 }
 
 void Finestre::MostraOpzioni() {

@@ -266,7 +266,7 @@ void ConversioneKar::Consegna(std::int16_t posizione) {
             Mostra(errore->text, Icon::Exclamation);
         }
     }
-    parti_.ProprietaBrano();
+    parti_.ProprietaBrano(posizione);
 }
 
 }  // namespace

@@ -12,8 +12,9 @@ namespace sonnel {
 struct PartiKar {
     CommonDialog& dialoghi;
     ListaBrani& lista;
-    Environment ambiente;                  ///< may set today's date, see DataOdierna
-    std::function<void()> ProprietaBrano;  ///< lets the user edit the song selected in the list
+    Environment ambiente;  ///< may set today's date, see DataOdierna
+    std::function<void(std::int16_t)>
+        ProprietaBrano;  ///< lets the user edit the song at a position
 };
 
 /// Lets the user choose a karaoke MIDI file, makes a song of it in the file's directory, and moves

@@ -49,7 +49,8 @@ void FaiEtichetta(QLineEdit* campo) {
 
 }  // namespace
 
-frmInfoBrano::frmInfoBrano(const Libreria& libreria, ListaBrani& lista, QWidget* parent)
+frmInfoBrano::frmInfoBrano(const Libreria& libreria, ListaBrani& lista, std::int16_t indiceBrano,
+                           QWidget* parent)
     : QDialog(parent),
       libreria_(libreria),
       lista_(lista),
@@ -61,7 +62,8 @@ frmInfoBrano::frmInfoBrano(const Libreria& libreria, ListaBrani& lista, QWidget*
       cmdRinominaAlbum(new QPushButton("&Rename")),
       cmdEliminaAlbum(new QPushButton("&Delete")),
       cmdOk(new QPushButton("&Ok")),
-      cmdAnnulla(new QPushButton("&Cancel")) {
+      cmdAnnulla(new QPushButton("&Cancel")),
+      IndiceBrano(indiceBrano) {
     setWindowTitle("Edit song properties");
     Disponi();
     Form_Load();
@@ -131,7 +133,6 @@ void frmInfoBrano::setVisible(bool visible) {
 // The state
 
 void frmInfoBrano::Form_Load() {
-    IndiceBrano = lista_.BranoSelezionato();
     const Brano& brano = libreria_.brani.Brani(IndiceBrano);
     const auto mostra = [](QLineEdit* campo, const std::string& testo) {
         campo->setText(QString::fromStdString(testo));
@@ -293,14 +294,12 @@ void frmInfoBrano::reject() {
     QDialog::reject();
 }
 
-void ProprietaBrano(const Libreria& libreria, ListaBrani& lista, QWidget* parent) {
-    if (lista.BranoSelezionato() <= 0) {
-        return;
-    }
-    frmInfoBrano finestra(libreria, lista, parent);
+void ProprietaBrano(const Libreria& libreria, ListaBrani& lista, std::int16_t posizione,
+                    QWidget* parent) {
+    frmInfoBrano finestra(libreria, lista, posizione, parent);
     finestra.exec();
     if (finestra.Tag == "OK") {
-        ModificaProprieta(libreria, lista, lista.BranoSelezionato(), finestra.Campi());
+        ModificaProprieta(libreria, lista, posizione, finestra.Campi());
     }
 }
 

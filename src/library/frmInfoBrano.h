@@ -19,8 +19,9 @@ namespace sonnel {
 /// changes here.
 class frmInfoBrano final : public QDialog {
   public:
-    /// Library and list outlive the window.
-    frmInfoBrano(const Libreria& libreria, ListaBrani& lista, QWidget* parent = nullptr);
+    /// For the song at this position of the table. Library and list outlive the window.
+    frmInfoBrano(const Libreria& libreria, ListaBrani& lista, std::int16_t indiceBrano,
+                 QWidget* parent);
 
     /// How the window was closed: "OK", or "" for Cancel.
     std::string Tag;
@@ -64,13 +65,14 @@ class frmInfoBrano final : public QDialog {
     QPushButton* cmdAnnulla;
 
     bool Modificato = false;
-    std::int16_t IndiceBrano = 0;
+    std::int16_t IndiceBrano;
     std::string UltimoAlbum;
     bool voceSelezionata_ = false;  ///< the album box shows an entry that was picked, not typed
 };
 
-/// Lets the user change the properties of the song of the list's selected line; does nothing when
-/// none is selected.
-void ProprietaBrano(const Libreria& libreria, ListaBrani& lista, QWidget* parent);
+/// Lets the user change the properties of the song at this position of the table; the list, which
+/// shows the changes, may not list it.
+void ProprietaBrano(const Libreria& libreria, ListaBrani& lista, std::int16_t posizione,
+                    QWidget* parent);
 
 }  // namespace sonnel

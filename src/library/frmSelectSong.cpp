@@ -64,7 +64,11 @@ void frmSelectSong::mnuViewSort_Click(Ordine ordine) {
     const PuntatoreOccupato occupato(p_.libreria.eventi);
     const std::int16_t selezionato = BranoSelezionato();
     righe_->Sostituisci(ElencaPerLingua(p_.libreria.brani, ordine));
-    SelezionaBrano(selezionato);
+    if (linea_->text().isEmpty()) {
+        SelezionaBrano(selezionato);
+    } else {
+        SelezionaTrovato(selezionato);
+    }
     ContaRighe();
     ordini_.at(static_cast<std::size_t>(ordine))->setChecked(true);
     AbilitaBottoni();
@@ -74,17 +78,21 @@ void frmSelectSong::ContaRighe() {
     setWindowTitle(QString("Song selection - %1 songs").arg(righe_->rowCount()));
 }
 
-/// Lists the songs that hold the words; one of them is selected, the one from before if it is
-/// there.
+/// Lists the songs that hold the words.
 void frmSelectSong::Cerca(const QString& parole) {
     const std::int16_t selezionato = BranoSelezionato();
     righe_->Filtra(parole);
+    SelezionaTrovato(selezionato);
+    ContaRighe();
+    AbilitaBottoni();
+}
+
+/// Selects the song from before, if it is listed, else the first one.
+void frmSelectSong::SelezionaTrovato(std::int16_t selezionato) {
     SelezionaBrano(selezionato);
     if (BranoSelezionato() == 0 && righe_->rowCount() > 0) {
         lstBrani->setCurrentIndex(righe_->index(0));
     }
-    ContaRighe();
-    AbilitaBottoni();
 }
 
 void frmSelectSong::SelezionaBrano(std::int16_t posizione) {
@@ -201,8 +209,8 @@ void frmSelectSong::AggiungiFile(const std::vector<std::filesystem::path>& perco
 }
 
 void frmSelectSong::mnuFileProperties_Click() {
-    if (BranoSelezionato() > 0) {
-        ProprietaBrano(p_.libreria, *this, this);
+    if (const std::int16_t posizione = BranoSelezionato(); posizione > 0) {
+        ProprietaBrano(p_.libreria, *this, posizione, this);
         lstBrani->setFocus();
     }
 }

@@ -90,6 +90,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     void Disponi(QWidget* striscia);
     [[nodiscard]] Ordine OrdineCorrente() const;
     void Cerca(const QString& parole);
+    void SelezionaTrovato(std::int16_t selezionato);
     void ContaRighe();
     void Chiudi(const std::string& risposta, std::optional<FileBrano> scelta);
     void ChiudiCon(std::int16_t posizione);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace sonnel {
 namespace {
@@ -27,8 +28,8 @@ std::string Chiave(const FileBrano& brano) {
     return Utf8FromPath(errore ? PathFromUtf8(brano.base) : base.lexically_normal());
 }
 
-std::optional<CanaleMelodia> MelodiaDi(const FileBrano& brano, const Timeline& timeline) {
-    const Result<SmfFile> midi = ReadSmfFile(*brano.mid);
+std::optional<CanaleMelodia> MelodiaDi(const fs::path& mid, const Timeline& timeline) {
+    const Result<SmfFile> midi = ReadSmfFile(mid);
     return midi ? TrovaMelodia(*midi, timeline) : std::nullopt;
 }
 
@@ -46,18 +47,28 @@ void Cantante::CambiaVaAvanti(bool vaAvanti) {
 
 void Cantante::NuovoBrano(const FileBrano& brano) {
     brano_ = Chiave(brano);
-    melodia_ = MelodiaDi(brano, p_.timeline);
+    mid_ = brano.mid;
+    melodia_.reset();
+    melodiaCercata_ = false;
     const std::string uscita = p_.sequencer.OutputName();
     uscita_ = uscita.empty() ? "no device" : uscita;
-    const auto ricordato = CantoDaTesto(LeggiImpostazione(p_.registro, SezioneCanto, brano_, ""));
-    canto_ = imposto_.value_or(ricordato.value_or(Canto{}));
-    if (!melodia_) {
+    ricordato_ =
+        CantoDaTesto(LeggiImpostazione(p_.registro, SezioneCanto, brano_, "")).value_or(Canto{});
+    canto_ = imposto_.value_or(ricordato_);
+    if (canto_.melodia != Performance::Melody::Normal && !Melodia()) {
         canto_.melodia = Performance::Melody::Normal;
     }
     anticipo_ = std::clamp(
         Intero(LeggiImpostazione(p_.registro, SezioneAnticipo, uscita_, "0")).value_or(0),
         -MassimoAnticipo, MassimoAnticipo);
     Esegui();
+}
+
+const std::optional<CanaleMelodia>& Cantante::Melodia() {
+    if (mid_ && !std::exchange(melodiaCercata_, true)) {
+        melodia_ = MelodiaDi(*mid_, p_.timeline);
+    }
+    return melodia_;
 }
 
 void Cantante::ImponiTonalita(int semitoni) {
@@ -67,16 +78,16 @@ void Cantante::ImponiTonalita(int semitoni) {
 }
 
 void Cantante::CambiaTonalita(int semitoni) {
-    Cambia({canto_.tonalita + semitoni, canto_.tempo, canto_.melodia});
+    Cambia(&Canto::tonalita, canto_.tonalita + semitoni);
 }
 
 void Cantante::CambiaTempo(int percento) {
-    Cambia({canto_.tonalita, canto_.tempo + percento, canto_.melodia});
+    Cambia(&Canto::tempo, canto_.tempo + percento);
 }
 
 void Cantante::CambiaMelodia(Performance::Melody melodia) {
-    if (melodia_) {
-        Cambia({canto_.tonalita, canto_.tempo, melodia});
+    if (Melodia()) {
+        Cambia(&Canto::melodia, melodia);
     }
 }
 
@@ -99,21 +110,33 @@ void Cantante::CambiaAnticipo(int ms) {
 }
 
 void Cantante::Azzera() {
-    Cambia({});
+    if (BranoAperto()) {
+        canto_ = ricordato_ = {};
+        Ricorda();
+        Esegui();
+    }
     CambiaAnticipo(-anticipo_);
 }
 
-void Cantante::Cambia(const Canto& canto) {
+/// Only what the user changes is remembered, not what was imposed beside it.
+template <class Valore>
+void Cantante::Cambia(Valore Canto::*parte, Valore valore) {
     if (!BranoAperto()) {
         return;
     }
-    canto_ = EntroLimiti(canto);
-    if (canto_ == Canto{}) {
+    canto_.*parte = valore;
+    canto_ = EntroLimiti(canto_);
+    ricordato_.*parte = canto_.*parte;
+    Ricorda();
+    Esegui();
+}
+
+void Cantante::Ricorda() {
+    if (ricordato_ == Canto{}) {
         RimuoviImpostazione(p_.registro, SezioneCanto, brano_);
     } else {
-        SalvaImpostazione(p_.registro, SezioneCanto, brano_, TestoDaCanto(canto_));
+        SalvaImpostazione(p_.registro, SezioneCanto, brano_, TestoDaCanto(ricordato_));
     }
-    Esegui();
 }
 
 void Cantante::Esegui() {

@@ -8,6 +8,7 @@
 #include "song/Timeline.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -47,25 +48,30 @@ class Cantante {
 
     [[nodiscard]] const Canto& Corrente() const { return canto_; }
     [[nodiscard]] bool BranoAperto() const { return !p_.sequencer.FileName().empty(); }
-    /// The tune, when the song has one that was found.
-    [[nodiscard]] const std::optional<CanaleMelodia>& Melodia() const { return melodia_; }
+    /// The tune of the song that is open, when one can be found; looked for at the first call.
+    [[nodiscard]] const std::optional<CanaleMelodia>& Melodia();
     /// What is not the song's own; "" when all is.
     [[nodiscard]] std::string Descrizione() const { return DescriviCanto(canto_, anticipo_); }
     /// The place of the song, in ms, whose words are due when `posizione` is heard.
     [[nodiscard]] std::int32_t PosizioneParole(std::int32_t posizione) const;
 
   private:
-    void Cambia(const Canto& canto);
+    template <class Valore>
+    void Cambia(Valore Canto::*parte, Valore valore);
+    void Ricorda();
     void Esegui();
 
     Parti p_;
     std::optional<Canto> imposto_;
-    std::string brano_;   ///< base path of the song opened last
+    std::string brano_;  ///< base path of the song opened last
+    std::optional<std::filesystem::path> mid_;
     std::string uscita_;  ///< name of the sound output
     Canto canto_;
+    Canto ricordato_;   ///< what was not imposed
     int anticipo_ = 0;  ///< ms
     bool vaAvanti_;
     std::optional<CanaleMelodia> melodia_;
+    bool melodiaCercata_ = false;
 };
 
 }  // namespace sonnel

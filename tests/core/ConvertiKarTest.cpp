@@ -81,7 +81,9 @@ struct Conversion : SongLibrary {
         };
         dialog.files = {file.empty() ? std::vector<fs::path>() : std::vector{file}};
         ConvertiKar(libreria, {dialog, windows, [](const std::string&) { return std::string(); },
-                               [this] { windows.log.emplace_back("properties"); }});
+                               [this](std::int16_t song) {
+                                   windows.log.push_back("properties " + std::to_string(song));
+                               }});
         std::string log;
         for (const std::string& entry : std::exchange(windows.log, {})) {
             log += entry + " ";
@@ -93,7 +95,7 @@ struct Conversion : SongLibrary {
     std::function<void(const std::string&)> onBox = [](const std::string&) {};
 };
 
-const std::string kWhole = "busy normal done add busy list normal select 1 remove properties ";
+const std::string kWhole = "busy normal done add busy list normal select 1 remove properties 1 ";
 
 TEST(ConvertiKar, MakesASongAndMovesItIntoTheLibrary) {
     Conversion run;

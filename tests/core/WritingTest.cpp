@@ -236,7 +236,7 @@ TEST(Writing, LeavesWholeFilesWhenItIsKilledAndReportsAFullDisk) {
         [](WritingTrial& t) {
             t.dialog.files = {{t.directory / "other/words.mid"}};
             const auto today = [](const std::string&) { return "86400"; };
-            ConvertiKar(t.libreria, {t.dialog, t.windows, today, [] {}});
+            ConvertiKar(t.libreria, {t.dialog, t.windows, today, [](std::int16_t) {}});
             return t.Done();
         }};
     for (std::size_t i = 0; i < operations.size(); ++i) {

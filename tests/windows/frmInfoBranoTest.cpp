@@ -39,7 +39,7 @@ struct frmInfoBranoTest : ::testing::Test, SongLibrary {
             act();
             window->close();
         });
-        ProprietaBrano(libreria, windows, nullptr);
+        ProprietaBrano(libreria, windows, windows.selected, nullptr);
     }
     void Press(const QString& text) const { Find<QPushButton>(*window, text).click(); }
     QComboBox* Box() const { return window->findChild<QComboBox*>(); }

@@ -4,7 +4,9 @@
 #include "fakes/SongLibrary.h"
 #include "library/frmSelectSong.h"
 
+#include <QComboBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <array>
 #include <functional>
@@ -149,6 +151,30 @@ TEST_F(frmSelectSongTest, FindsLinesByTheWordsInThem) {
     EXPECT_EQ(queued, std::to_string(window.BranoSelezionato()));
     Key(Qt::Key_Escape);
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(frmSelectSongTest, ASongThatNoLongerHoldsTheWordsKeepsItsProperties) {
+    Fill(1);
+    Key(Qt::Key_Slash);
+    auto& words = *window.findChild<QLineEdit*>();
+    words.setText("estate");
+    ASSERT_EQ(window.BranoSelezionato(), 1);
+    const Later renamed(1, [] {
+        QWidget& properties = *QApplication::activeModalWidget();
+        QLineEdit& album = *properties.findChild<QComboBox*>()->lineEdit();
+        album.selectAll();
+        QTest::keyClicks(&album, "Inverno");
+        Find<QPushButton>(properties, "&Rename").click();
+        Find<QPushButton>(properties, "&Ok").click();
+        properties.close();
+    });
+    Key(Qt::Key_F4);
+    EXPECT_EQ(brani.Brani(1).Album, "Inverno");
+    words.setText("mare");
+    window.SelezionaBrano(1);
+    brani.Brani(1).Titolo = "Onda";
+    window.AggiornaLista();
+    EXPECT_EQ(window.BranoSelezionato(), 2) << "the first one listed";
 }
 
 TEST_F(frmSelectSongTest, EveryWayOutLeavesItsAnswer) {

@@ -213,7 +213,7 @@ bool FluidSynthesizer::PlaysDrums(int channel) noexcept {
     int soundFont = 0;
     int bank = 0;
     int program = 0;
-    return impl_->synth &&
+    return impl_ && impl_->synth &&
            fluid_synth_get_program(impl_->synth.get(), channel, &soundFont, &bank, &program) ==
                FLUID_OK &&
            bank == drumBank;

@@ -81,7 +81,7 @@ void MenuCanto::CreaVoci() {
 
 /// Shows what can be chosen for the song that is open.
 void MenuCanto::Aggiorna() {
-    const Cantante& cantante = p_.cantante;
+    Cantante& cantante = p_.cantante;
     for (QAction* voce : menu_.actions()) {
         voce->setEnabled(cantante.BranoAperto() || p_.altre.contains(voce));
     }
