@@ -66,6 +66,9 @@ Result<Turno> TurnoDi(const FileBrano& brano) {
                    : Error{EINVAL, WithReason("Can't read the words of " + Utf8FromPath(*brano.mid),
                                               brano.motivo)};
     }
+    if (!brano.mid) {
+        return Error{ENOENT, "Can't play " + Utf8FromPath(file) + ": its MID file is missing."};
+    }
     if (OneLine(Utf8FromPath(file)) != Utf8FromPath(file)) {
         return ReadError(file, EINVAL);  // its name has no place in a line
     }

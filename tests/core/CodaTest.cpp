@@ -16,6 +16,7 @@ namespace {
 struct QueueTest : testing::Test, SequencerRig {
     Turno Song(const std::string& title, const std::string& singer = "") const {
         folder.Write(title + ".lyk", "Cantabelle1.0\r\n*TI" + title + "\r\n*AURossi\r\n");
+        folder.Write(title + ".mid", "");
         Turno turn = *TurnoDi(TrovaFileBrano((folder / title).string()));
         turn.cantante = singer;
         return turn;
@@ -65,7 +66,10 @@ TEST_F(QueueTest, WhatTheFileMayHoldAndWhatCannotBeWritten) {
         EXPECT_FALSE(TurnoDaRiga(bad)) << bad;
     }
     EXPECT_EQ(TurnoDi(TrovaFileBrano((folder / "none").string())).error().number, ENOENT);
+    folder.Write("words.lyk", "Cantabelle1.0\r\n");
+    EXPECT_EQ(TurnoDi(TrovaFileBrano((folder / "words").string())).error().number, ENOENT);
     folder.Write("two\rlines.lyk", "Cantabelle1.0\r\n");
+    folder.Write("two\rlines.mid", "");
     EXPECT_FALSE(TurnoDi(TrovaFileBrano((folder / "two\rlines").string())));
 
     const std::string twice = "2147483647\t\t\tA\t\t/a\r\n";

@@ -44,7 +44,7 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
     CreaCoda();
     CreaMenuCanto();
     new FileDrop(
-        *this, [this] { return !riproduzione_.InRiproduzione(); },
+        *this, [this] { return isEnabled() && !riproduzione_.InRiproduzione(); },
         [this](const auto& file) { riproduzione_.FileLoad(BranoDaFile(file.front())); });
     tmrLogo.setObjectName("tmrLogo");
     tmrLogo.setInterval(IntervalloLogo);
@@ -147,10 +147,17 @@ void frmKaraoke::mnuVisMixer_Click() {
 }
 
 void frmKaraoke::mnuVisCalibratura_Click() {
+    // Nothing else may begin while it is measured.
+    const QPointer<QWidget> attivo = focusWidget();
+    setEnabled(false);
     const bool misurato =
         Calibratura({p_.config, Parole, disegno_, impaginazione_, p_.registro, p_.msgBox, p_.eventi,
                      p_.orologio, [this] { riproduzione_.RisincronizzaParole(); }})
             .EseguiCalibratura();
+    setEnabled(true);
+    if (attivo) {
+        attivo->setFocus();
+    }
     if (misurato) {
         // The test has drawn in the configured font.
         (void)impaginazione_.AdattaFont();

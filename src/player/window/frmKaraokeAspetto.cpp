@@ -118,7 +118,6 @@ void frmKaraoke::AnimaLogo(bool attiva) {
     if (attiva == tmrLogo.isActive()) {
         return;
     }
-    sveglia_.Keep(attiva);
     if (attiva) {
         tmrLogo.start();
     } else {
@@ -153,6 +152,7 @@ void frmKaraoke::Comandi(const StatoComandi& stato) {
         legame.azione->setEnabled(stato.*legame.stato);
     }
     sldPosition->setEnabled(stato.Cursore);
+    sveglia_.Keep(stato.TimerCursore);
     if (stato.TimerCursore) {
         tmrSlider.start();
     } else if (tmrSlider.isActive()) {

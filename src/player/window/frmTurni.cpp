@@ -3,8 +3,11 @@
 #include "platform/qt/FileDrop.h"
 
 #include <QApplication>
+#include <QEvent>
+#include <QMenu>
 #include <QToolTip>
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 
@@ -20,7 +23,8 @@ Turni::Turni(QWidget& finestra, Parti parti)
                  },
                  [this] { MostraAnnuncio(); },
                  [this](const Turno& turno) {
-                     if (!Comincia(turno)) {
+                     // One that stays in the queue would begin again and again.
+                     if (Togli(turno) && !Suona(turno)) {
                          prossimo_.BranoFinito();  // the one after it
                      }
                  }}),
@@ -36,6 +40,18 @@ Turni::Turni(QWidget& finestra, Parti parti)
     ferma_->setShortcuts({Qt::Key_F3, Qt::Key_F4});
     ferma_->setEnabled(false);
     connect(ferma_, &QAction::triggered, this, [this] { prossimo_.Termina(); });
+    finestra.installEventFilter(this);
+    p_.cantanti.installEventFilter(this);
+    connect(p_.cantanti.AzioneMenu()->menu(), &QMenu::triggered, this, &Turni::MostraAnnuncio);
+}
+
+/// The announcement moves when the singers' window comes or goes, or the full screen does.
+bool Turni::eventFilter(QObject* oggetto, QEvent* evento) {
+    constexpr std::array Cambi{QEvent::Show, QEvent::Hide, QEvent::WindowStateChange};
+    if (Corrente() && std::ranges::find(Cambi, evento->type()) != Cambi.end()) {
+        QMetaObject::invokeMethod(this, &Turni::MostraAnnuncio, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(oggetto, evento);
 }
 
 void Turni::Apri() {
@@ -47,7 +63,11 @@ void Turni::Apri() {
 
 void Turni::CreaFinestra() {
     coda_ = new FinestraCoda({p_.coda, prossimo_, p_.finestre, *comincia_,
-                              [this](const Turno& turno) { (void)Comincia(turno); }, p_.lasciata},
+                              [this](const Turno& turno) {
+                                  (void)Togli(turno);
+                                  (void)Suona(turno);
+                              },
+                              p_.lasciata},
                              &finestra_);
     // The host's hands are here while a song plays.
     for (const char* nome : {"mnuSoundPause", "mnuSoundStop"}) {
@@ -71,29 +91,42 @@ void Turni::MostraAnnuncio() {
 }
 
 void Turni::Accoda(const std::vector<FileBrano>& brani) {
-    std::optional<Error> errore;
+    std::vector<Error> errori;
     for (const FileBrano& brano : brani) {
-        if (auto nuovo = p_.coda.Aggiungi(TurnoDi(brano))) {
-            errore = std::move(nuovo);
+        if (auto errore = p_.coda.Aggiungi(TurnoDi(brano))) {
+            errori.push_back(*std::move(errore));
         }
     }
+    if (errori.size() > 1) {
+        const std::size_t altri = errori.size() - 1;
+        errori.front().text += " " + std::to_string(altri) +
+                               (altri == 1 ? " more song" : " more songs") + " could not be added.";
+    }
     if (coda_ != nullptr && coda_->isVisible()) {
-        (void)coda_->Riporta(errore);
-    } else if (errore) {
-        (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
+        (void)coda_->Riporta(errori.empty() ? std::nullopt : std::optional(errori.front()));
+    } else if (!errori.empty()) {
+        Avvisa(QString::fromStdString(errori.front().text));
     } else if (!p_.coda.Turni().empty()) {
-        const QString titolo = QString::fromStdString(p_.coda.Turni().back().titolo);
-        QToolTip::showText(
-            p_.area.mapToGlobal(p_.barra.geometry().bottomLeft()),
-            QString("<nobr>Added to the queue: %1</nobr>").arg(titolo.toHtmlEscaped()), &finestra_);
+        Avvisa("Added to the queue: " + QString::fromStdString(p_.coda.Turni().back().titolo));
     }
 }
 
+/// A text below the toolbar for some seconds: a message box would pause the song.
+void Turni::Avvisa(const QString& testo) {
+    QToolTip::showText(p_.area.mapToGlobal(p_.barra.geometry().bottomLeft()),
+                       "<nobr>" + testo.toHtmlEscaped() + "</nobr>", &finestra_);
+}
+
 /// A turn leaves the queue when it begins, also when its song then cannot be opened.
-bool Turni::Comincia(const Turno& turno) {
-    if (const auto errore = p_.coda.Togli(turno.numero)) {
+bool Turni::Togli(const Turno& turno) {
+    const auto errore = p_.coda.Togli(turno.numero);
+    if (errore) {
         (void)p_.msgBox.Show({errore->text, Icon::Exclamation});
     }
+    return !errore;
+}
+
+bool Turni::Suona(const Turno& turno) {
     return p_.riproduzione.SuonaBrano(BranoDaFile(turno.file), turno.tonalita);
 }
 

@@ -50,12 +50,15 @@ class Turni final : public QObject {
     [[nodiscard]] QAction* AzioneFerma() { return ferma_; }
     /// Appends songs to the queue, and says so or why one cannot be.
     void Accoda(const std::vector<FileBrano>& brani);
+    bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
   private:
     void Apri();
     void CreaFinestra();
     void MostraAnnuncio();
-    bool Comincia(const Turno& turno);
+    void Avvisa(const QString& testo);
+    bool Togli(const Turno& turno);
+    bool Suona(const Turno& turno);
 
     Parti p_;
     QWidget& finestra_;
