@@ -1,5 +1,7 @@
 #include "player/CarattereMassimo.h"
 
+#include "player/ImpaginazioneParole.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -8,7 +10,6 @@ namespace {
 
 constexpr int MinimoCarattere = 8;
 constexpr int MassimoCarattere = 1000;
-constexpr int MargineRiga = 25;  // twips below each line, for descenders and the shadow
 
 int Righe(std::string_view pagina) {
     int righe = 1;
@@ -32,10 +33,6 @@ bool TutteEntrano(PictureBox& parole, const Timeline& timeline, int larghezza, i
 }
 
 }  // namespace
-
-double AltezzaRighe(PictureBox& parole, int righe) {
-    return (parole.Measure("T").height + MargineRiga) * righe;
-}
 
 void CarattereMassimo(PictureBox& parole, const Timeline& timeline, int larghezza, int altezza) {
     FontSpec font = parole.Font();
