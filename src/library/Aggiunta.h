@@ -11,11 +11,6 @@
 
 namespace sonnel {
 
-/// Puts a song whose files are in the library's directory into its index, which is made when there
-/// is none. A header that cannot be read leaves the fields empty.
-void RegistraBrano(ProfileFile& indice, const std::filesystem::path& directory,
-                   const std::string& nome);
-
 /// The error number of a song that is in the library's directory itself.
 inline constexpr int BranoDellaLibreria = -1;
 

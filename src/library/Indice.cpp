@@ -121,4 +121,10 @@ void AssicuraIndice(ProfileFile& indice) {
     }
 }
 
+void RegistraBrano(ProfileFile& indice, std::string_view nome, const Intestazione& campi) {
+    AssicuraIndice(indice);
+    (void)indice.Respell(SezioneBrani, nome);
+    ScriviBrano(indice, nome, campi.Titolo, campi.Autore, campi.Album);
+}
+
 }  // namespace sonnel

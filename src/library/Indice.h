@@ -61,4 +61,8 @@ void CreaIndice(ProfileFile& indice);
 /// Makes a new index where there is none yet.
 void AssicuraIndice(ProfileFile& indice);
 
+/// Enters a song in the index, which is made when there is none. An entry that was left from a song
+/// whose name differs in letter case takes the new spelling.
+void RegistraBrano(ProfileFile& indice, std::string_view nome, const Intestazione& campi);
+
 }  // namespace sonnel
