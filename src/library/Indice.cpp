@@ -11,7 +11,6 @@ namespace sonnel {
 namespace {
 
 constexpr std::string_view NomeIndice = "sonnel.snl";
-constexpr std::size_t MassimoValore = 8191;
 constexpr char Separatore = '|';
 
 /// Takes the text up to the next separator off `resto`; all of it when there is none.

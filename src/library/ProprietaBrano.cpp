@@ -9,7 +9,7 @@ namespace sonnel {
 namespace {
 
 /// Title, author, album and the two marks between them are read from the index up to here.
-constexpr std::size_t MassimoCampi = 8191 - 2;
+constexpr std::size_t MassimoCampi = MassimoValore - 2;
 
 }  // namespace
 

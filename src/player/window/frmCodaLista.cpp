@@ -11,7 +11,6 @@
 namespace sonnel {
 namespace {
 
-constexpr int MassimaTonalita = 12;
 constexpr const char* Propria = "own";
 
 QString DescriviTonalita(std::optional<int> tonalita) {
@@ -165,7 +164,7 @@ QModelIndex VistaCoda::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
 QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                      const QModelIndex& /*index*/) const {
     auto* editore = new QComboBox(parent);
-    for (int tonalita = MassimaTonalita; tonalita >= -MassimaTonalita; --tonalita) {
+    for (int tonalita = Performance::HighestKey; tonalita >= Performance::LowestKey; --tonalita) {
         if (tonalita == 0) {
             editore->addItem(Propria);  // up and down from there are the next keys
         }

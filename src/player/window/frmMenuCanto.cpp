@@ -73,7 +73,7 @@ void MenuCanto::CreaVoci() {
     avanti->setChecked(p_.cantante.VaAvanti());
     connect(avanti, &QAction::toggled, this, [this](bool si) { p_.cantante.CambiaVaAvanti(si); });
     p_.altre.append(avanti);
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < Performance::Melodies; ++i) {
         melodia_->actions().at(i)->setCheckable(true);
         gruppo->addAction(melodia_->actions().at(i));
     }
