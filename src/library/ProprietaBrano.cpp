@@ -43,7 +43,7 @@ std::string ImpedimentoProprieta(const Intestazione& campi) {
 void ModificaProprieta(const Libreria& libreria, ListaBrani& lista, std::int16_t posizione,
                        const Intestazione& campi) {
     PuntatoreOccupato puntatore(libreria.eventi);
-    Brano& brano = libreria.brani.Brani(posizione);
+    Brano& brano = libreria.brani.Cambia(posizione);
     brano.Titolo = campi.Titolo;
     brano.Autore = campi.Autore;
     brano.Album = campi.Album;
