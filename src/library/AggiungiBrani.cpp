@@ -122,7 +122,7 @@ void Importazione::Avvisa(const std::string& testo, const std::string& titolo) {
     (void)libreria_.msgBox.Show({testo, Icon::Exclamation, Buttons::Ok, 1, titolo});
 }
 
-std::string Riepilogo(int importati) {
+std::string TestoImportati(int importati) {
     return importati == 1 ? "One song has been correctly imported. Remember to edit its "
                             "properties and assign it to an album!"
                           : std::to_string(importati) +
@@ -151,7 +151,7 @@ void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, 
         CaricaIndice(libreria);
         lista.AggiornaLista();
         puntatore.Ripristina();
-        avvisa(Riepilogo(importati));
+        avvisa(TestoImportati(importati));
     }
 }
 

@@ -50,8 +50,15 @@ Aggiunta::Aggiunta(fs::path directory) : directory_(std::move(directory)) {
     });
 }
 
+bool Aggiunta::DellaLibreria(const FileBrano& brano) const {
+    return brano.lyk && SameDirectory(brano.lyk->parent_path(), directory_);
+}
+
 /// Why a song of this name cannot be added; "" when it can.
 std::string Aggiunta::Impedimento(const std::string& nome, const FileBrano& brano) const {
+    if (DellaLibreria(brano)) {
+        return "it is in the library's directory already";
+    }
     if (!brano.motivo.empty()) {
         return brano.motivo;
     }
@@ -70,9 +77,6 @@ std::string Aggiunta::Impedimento(const std::string& nome, const FileBrano& bran
 Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
     if (!brano.lyk && brano.mid) {
         LeggiParole(brano);
-    }
-    if (brano.lyk && SameDirectory(brano.lyk->parent_path(), directory_)) {
-        return Error{BranoDellaLibreria, "it is in the library's directory already"};
     }
     // Names of old archives may not be UTF-8; the index needs one that is.
     const std::string nome = DecodeUnmarkedText(Utf8FileName(PathFromUtf8(brano.base)));
