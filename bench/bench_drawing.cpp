@@ -69,6 +69,7 @@ class Area : public CorniceParole {
 
     [[nodiscard]] int AltezzaBarra() const override { return 0; }
     [[nodiscard]] int AltezzaInterna() const override { return Twips(kHeight); }
+    [[nodiscard]] bool ASchermoIntero() const override { return false; }
     [[nodiscard]] int LarghezzaParole() const override { return Twips(kWidth); }
     void DisponiParole(int top, int altezza) override {
         box_.setGeometry(0, static_cast<int>(top / twips_), kWidth,

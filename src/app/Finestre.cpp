@@ -70,7 +70,7 @@ std::vector<RigaElenco> Finestre::ElencoBrani() {
 }
 
 Result<Turno> Finestre::TurnoDelBrano(std::int16_t posizione) {
-    return TurnoDi(FileDelBrano(config_.OpenDir, std::as_const(brani_).Brani(posizione)));
+    return TurnoDi(FileDelBrano(config_.OpenDir, brani_.Brani(posizione)));
 }
 
 std::optional<std::string> Finestre::Accoda(std::int16_t posizione) {

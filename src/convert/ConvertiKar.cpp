@@ -5,6 +5,7 @@
 #include "library/AggiungiBrani.h"
 #include "library/Indice.h"
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 #include "platform/files/Files.h"
 #include "song/LeggiIntestazione.h"
 #include "ui/PuntatoreOccupato.h"
@@ -158,7 +159,7 @@ bool ConversioneKar::Ritenta(const Passo& passo, const Testo& testo) {
 }
 
 bool ConversioneKar::PuoIniziare() {
-    if (StessaDirectory(directory_, PathFromUtf8(libreria_.config.OpenDir))) {
+    if (SameDirectory(directory_, PathFromUtf8(libreria_.config.OpenDir))) {
         Mostra(DirectoryDelDatabase, Icon::Exclamation);
         return false;
     }
@@ -250,10 +251,7 @@ std::optional<Error> ConversioneKar::Registra() {
     }
     ProfileFile indice(PercorsoIndice(libreria_.config.OpenDir));
     ProfileFile::Batch lotto(indice);
-    AssicuraIndice(indice);
-    // An entry that was left from a song whose name differs in letter case takes the new spelling.
-    (void)indice.Respell(SezioneBrani, base_);
-    ScriviBrano(indice, base_, letta->Titolo, letta->Autore, letta->Album);
+    RegistraBrano(indice, base_, *letta);
     return lotto.Commit();
 }
 

@@ -1,17 +1,15 @@
 #include "library/AggiungiBrani.h"
 
-#include "library/Aggiunta.h"
 #include "library/Indice.h"
 #include "platform/Text.h"
+#include "platform/files/Directory.h"
 #include "platform/files/Files.h"
 #include "song/FileBrano.h"
 #include "ui/PuntatoreOccupato.h"
-#include "ui/basCommon.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace sonnel {
@@ -102,7 +100,8 @@ bool Importazione::Aggiungi(const fs::path& scelto) {
         Avvisa(errore->text + "\r\n\r\n" + Interrotto);
         return false;
     } else {
-        RegistraBrano(indice_, destinazione_, nome);
+        const Result<Intestazione> letta = LeggiIntestazione(destinazione_, nome);
+        RegistraBrano(indice_, nome, letta ? *letta : Intestazione{});
         ++importati_;
     }
     return true;
@@ -123,25 +122,13 @@ void Importazione::Avvisa(const std::string& testo, const std::string& titolo) {
     (void)libreria_.msgBox.Show({testo, Icon::Exclamation, Buttons::Ok, 1, titolo});
 }
 
-std::string Riepilogo(int importati) {
+std::string TestoImportati(int importati) {
     return importati == 1 ? "One song has been correctly imported. Remember to edit its "
                             "properties and assign it to an album!"
                           : std::to_string(importati) +
                                 " songs have been correctly imported. Remember to edit the "
                                 "properties and assign them to an album!";
 }
-
-}  // namespace
-
-bool StessaDirectory(const fs::path& a, const fs::path& b) {
-    const auto chiave = [](const fs::path& directory) {
-        return FoldCase(AggiungiBarra(Utf8FromPath(directory)));
-    };
-    std::error_code nessuna;
-    return chiave(a) == chiave(b) || fs::equivalent(a, b, nessuna);
-}
-
-namespace {
 
 /// Imports the songs of the LYK files chosen, after what stands in the way of all of them.
 void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, ListaBrani& lista) {
@@ -154,7 +141,7 @@ void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, 
     PuntatoreOccupato puntatore(libreria.eventi);
     const fs::path database = PathFromUtf8(libreria.config.OpenDir);
     if (std::any_of(scelti.begin(), scelti.end(), [&](const fs::path& scelto) {
-            return StessaDirectory(scelto.parent_path(), database);
+            return SameDirectory(scelto.parent_path(), database);
         })) {
         puntatore.Ripristina();
         return avvisa(DirectoryDelDatabase);
@@ -164,7 +151,7 @@ void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, 
         CaricaIndice(libreria);
         lista.AggiornaLista();
         puntatore.Ripristina();
-        avvisa(Riepilogo(importati));
+        avvisa(TestoImportati(importati));
     }
 }
 

@@ -17,9 +17,6 @@ inline constexpr const char* NomeBranoImpossibile =
     "The name of this song's files holds characters that the index of the database can't store! "
     "Rename the LYK and MID file and try again.";
 
-/// Whether two paths name one directory, also by different spellings or through links.
-[[nodiscard]] bool StessaDirectory(const std::filesystem::path& a, const std::filesystem::path& b);
-
 /// Lets the user choose songs of another directory. Brings those of LYK files into the library:
 /// copies each LYK and MID file, enters the song in the index, and at the end loads the index again
 /// and refills the list. Message boxes report what cannot be added. A copy that fails ends the

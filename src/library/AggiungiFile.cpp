@@ -58,12 +58,12 @@ void Corsa::Aggiungi(const std::vector<FileBrano>& brani) {
                                                     std::to_string(brani.size()) + "...",
                                                 true);
         }
-        if (const Result<std::string> nome = aggiunta.Aggiungi(indice, brani[i])) {
-            ++esito_.aggiunti;
-        } else if (nome.error().number == BranoDellaLibreria) {
+        const FileBrano& brano = brani[i];
+        if (aggiunta.DellaLibreria(brano)) {
             ++esito_.presenti;
+        } else if (const Result<std::string> nome = aggiunta.Aggiungi(indice, brano)) {
+            ++esito_.aggiunti;
         } else {
-            const FileBrano& brano = brani[i];
             esito_.esclusi.emplace_back(brano.lyk ? *brano.lyk : *brano.mid, nome.error().text);
             esito_.interrotto = SenzaPosto(nome.error().number);
         }

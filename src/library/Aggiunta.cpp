@@ -1,6 +1,5 @@
 #include "library/Aggiunta.h"
 
-#include "library/AggiungiBrani.h"
 #include "library/Indice.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -41,14 +40,6 @@ std::optional<Error> Scrivi(const FileBrano& brano, const fs::path& lyk, const f
 
 }  // namespace
 
-void RegistraBrano(ProfileFile& indice, const fs::path& directory, const std::string& nome) {
-    const Result<Intestazione> letta = LeggiIntestazione(directory, nome);
-    const Intestazione campi = letta ? *letta : Intestazione{};
-    AssicuraIndice(indice);
-    (void)indice.Respell(SezioneBrani, nome);
-    ScriviBrano(indice, nome, campi.Titolo, campi.Autore, campi.Album);
-}
-
 Aggiunta::Aggiunta(fs::path directory) : directory_(std::move(directory)) {
     (void)ListDirectory(directory_, [this](std::string_view nome, EntryKind /*tipo*/) {
         const fs::path file = PathFromUtf8(nome);
@@ -59,8 +50,15 @@ Aggiunta::Aggiunta(fs::path directory) : directory_(std::move(directory)) {
     });
 }
 
+bool Aggiunta::DellaLibreria(const FileBrano& brano) const {
+    return brano.lyk && SameDirectory(brano.lyk->parent_path(), directory_);
+}
+
 /// Why a song of this name cannot be added; "" when it can.
 std::string Aggiunta::Impedimento(const std::string& nome, const FileBrano& brano) const {
+    if (DellaLibreria(brano)) {
+        return "it is in the library's directory already";
+    }
     if (!brano.motivo.empty()) {
         return brano.motivo;
     }
@@ -80,9 +78,6 @@ Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
     if (!brano.lyk && brano.mid) {
         LeggiParole(brano);
     }
-    if (brano.lyk && StessaDirectory(brano.lyk->parent_path(), directory_)) {
-        return Error{BranoDellaLibreria, "it is in the library's directory already"};
-    }
     // Names of old archives may not be UTF-8; the index needs one that is.
     const std::string nome = DecodeUnmarkedText(Utf8FileName(PathFromUtf8(brano.base)));
     if (std::string motivo = Impedimento(nome, brano); !motivo.empty()) {
@@ -95,7 +90,8 @@ Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
     }
     presi_.insert(FoldCase(nome));
     aggiunti_.push_back(nome);
-    RegistraBrano(indice, directory_, nome);
+    const Result<Intestazione> letta = LeggiIntestazione(directory_, nome);
+    RegistraBrano(indice, nome, letta ? *letta : Intestazione{});
     return nome;
 }
 

@@ -11,14 +11,6 @@
 
 namespace sonnel {
 
-/// Puts a song whose files are in the library's directory into its index, which is made when there
-/// is none. A header that cannot be read leaves the fields empty.
-void RegistraBrano(ProfileFile& indice, const std::filesystem::path& directory,
-                   const std::string& nome);
-
-/// The error number of a song that is in the library's directory itself.
-inline constexpr int BranoDellaLibreria = -1;
-
 /// Copies songs into the library's directory and its index: their LYK and MID files, or both made
 /// from a karaoke MIDI file. The originals stay, and nothing in the library is replaced.
 class Aggiunta {
@@ -26,6 +18,8 @@ class Aggiunta {
     /// Lists the songs that the directory holds.
     explicit Aggiunta(std::filesystem::path directory);
 
+    /// Whether a song is in the library's directory itself.
+    [[nodiscard]] bool DellaLibreria(const FileBrano& brano) const;
     /// Adds one song and returns its base name. The error's text is the reason why it was not
     /// added; nothing of it is in the library then.
     [[nodiscard]] Result<std::string> Aggiungi(ProfileFile& indice, FileBrano brano);

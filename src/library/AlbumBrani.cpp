@@ -35,7 +35,7 @@ std::vector<std::int16_t> BraniDi(const TabellaBrani& brani, std::string_view al
 void Sposta(const std::vector<std::int16_t>& posizioni, std::string_view album, TabellaBrani& brani,
             ScritturaBrani& scrittura) {
     for (const std::int16_t posizione : posizioni) {
-        Brano& brano = brani.Brani(posizione);
+        Brano& brano = brani.Cambia(posizione);
         brano.Album = album;
         scrittura.Scrivi(brano);
     }

@@ -22,7 +22,7 @@ const Brano& TabellaBrani::Brani(std::int16_t posizione) const {
     return brani_[Posto(posizione)];
 }
 
-Brano& TabellaBrani::Brani(std::int16_t posizione) {
+Brano& TabellaBrani::Cambia(std::int16_t posizione) {
     ++versione_;
     return brani_[Posto(posizione)];
 }

@@ -35,9 +35,10 @@ class TabellaBrani {
     static constexpr std::int16_t MassimoBrani = std::numeric_limits<std::int16_t>::max();
 
     [[nodiscard]] std::int16_t NumBrani() const { return static_cast<std::int16_t>(brani_.size()); }
-    /// The song at a position, 1 to NumBrani. Title, author and album may be changed in place.
+    /// The song at a position, 1 to NumBrani.
     [[nodiscard]] const Brano& Brani(std::int16_t posizione) const;
-    [[nodiscard]] Brano& Brani(std::int16_t posizione);
+    /// The same, to change its title, author or album in place.
+    [[nodiscard]] Brano& Cambia(std::int16_t posizione);
     /// Another number whenever the table may have changed.
     [[nodiscard]] std::uint64_t Versione() const { return versione_; }
 

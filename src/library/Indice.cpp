@@ -11,7 +11,6 @@ namespace sonnel {
 namespace {
 
 constexpr std::string_view NomeIndice = "sonnel.snl";
-constexpr std::size_t MassimoValore = 8191;
 constexpr char Separatore = '|';
 
 /// Takes the text up to the next separator off `resto`; all of it when there is none.
@@ -119,6 +118,12 @@ void AssicuraIndice(ProfileFile& indice) {
     if (indice.Keys(SezioneAlbum).empty() && !FindFile(indice.Path())) {
         CreaIndice(indice);
     }
+}
+
+void RegistraBrano(ProfileFile& indice, std::string_view nome, const Intestazione& campi) {
+    AssicuraIndice(indice);
+    (void)indice.Respell(SezioneBrani, nome);
+    ScriviBrano(indice, nome, campi.Titolo, campi.Autore, campi.Album);
 }
 
 }  // namespace sonnel

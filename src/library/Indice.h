@@ -3,6 +3,7 @@
 #include "platform/files/ProfileFile.h"
 #include "song/LeggiIntestazione.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -14,6 +15,8 @@ inline constexpr std::string_view SezioneBrani = "Songs";
 inline constexpr std::string_view SezioneAlbum = "Album";
 /// The value of an album's entry; only its key has a meaning.
 inline constexpr std::string_view ValoreAlbum = "|";
+/// As many characters of an entry's value are read.
+inline constexpr std::size_t MassimoValore = 8191;
 
 /// The library's index in the karaoke directory (UTF-8), "sonnel.snl" in any letter case. An
 /// operation makes one ProfileFile of it and hands that to the functions below; one that writes
@@ -27,8 +30,9 @@ inline constexpr std::string_view ValoreAlbum = "|";
 /// Whether there is an index in the directory.
 [[nodiscard]] bool EsisteIndice(std::string_view openDir);
 
-/// With a key: its value, at most 8,191 characters of it, or `predefinito` when the key is absent.
-/// Without: the names of all keys of the section in the order of the file, each followed by NUL.
+/// With a key: its value, at most MassimoValore characters of it, or `predefinito` when the key is
+/// absent. Without: the names of all keys of the section in the order of the file, each followed by
+/// NUL.
 [[nodiscard]] std::string LeggiIndice(const ProfileFile& indice, std::string_view sezione,
                                       std::string_view chiave, std::string_view predefinito);
 
@@ -60,5 +64,9 @@ void CreaIndice(ProfileFile& indice);
 
 /// Makes a new index where there is none yet.
 void AssicuraIndice(ProfileFile& indice);
+
+/// Enters a song in the index, which is made when there is none. An entry that was left from a song
+/// whose name differs in letter case takes the new spelling.
+void RegistraBrano(ProfileFile& indice, std::string_view nome, const Intestazione& campi);
 
 }  // namespace sonnel

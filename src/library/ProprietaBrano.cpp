@@ -9,7 +9,7 @@ namespace sonnel {
 namespace {
 
 /// Title, author, album and the two marks between them are read from the index up to here.
-constexpr std::size_t MassimoCampi = 8191 - 2;
+constexpr std::size_t MassimoCampi = MassimoValore - 2;
 
 }  // namespace
 
@@ -43,7 +43,7 @@ std::string ImpedimentoProprieta(const Intestazione& campi) {
 void ModificaProprieta(const Libreria& libreria, ListaBrani& lista, std::int16_t posizione,
                        const Intestazione& campi) {
     PuntatoreOccupato puntatore(libreria.eventi);
-    Brano& brano = libreria.brani.Brani(posizione);
+    Brano& brano = libreria.brani.Cambia(posizione);
     brano.Titolo = campi.Titolo;
     brano.Autore = campi.Autore;
     brano.Album = campi.Album;

@@ -4,6 +4,7 @@
 #include "platform/files/DirectoryLock.h"
 #include "platform/files/Files.h"
 #include "platform/files/LineReader.h"
+#include "song/Timeline.h"
 
 #include <algorithm>
 #include <array>
@@ -11,8 +12,6 @@
 
 namespace sonnel {
 namespace {
-
-constexpr std::string_view FineRiga = "\r\n";
 
 /// The header lines to write, each until it is written.
 class RigheIntestazione {

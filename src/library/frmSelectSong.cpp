@@ -135,8 +135,7 @@ void frmSelectSong::Chiudi(const std::string& risposta, std::optional<FileBrano>
 
 void frmSelectSong::ChiudiCon(std::int16_t posizione) {
     Chiudi(std::to_string(posizione),
-           FileDelBrano(p_.libreria.config.OpenDir,
-                        std::as_const(p_.libreria.brani).Brani(posizione)));
+           FileDelBrano(p_.libreria.config.OpenDir, p_.libreria.brani.Brani(posizione)));
 }
 
 void frmSelectSong::mnuFileOpen_Click() {

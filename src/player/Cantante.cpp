@@ -92,9 +92,8 @@ void Cantante::CambiaMelodia(Performance::Melody melodia) {
 }
 
 void Cantante::ProssimaMelodia() {
-    constexpr int quante = 3;
-    CambiaMelodia(
-        static_cast<Performance::Melody>((static_cast<int>(canto_.melodia) + 1) % quante));
+    CambiaMelodia(static_cast<Performance::Melody>((static_cast<int>(canto_.melodia) + 1) %
+                                                   Performance::Melodies));
 }
 
 void Cantante::CambiaAnticipo(int ms) {

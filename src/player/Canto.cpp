@@ -8,7 +8,7 @@
 namespace sonnel {
 namespace {
 
-constexpr std::array<std::string_view, 3> Melodie{"normal", "soft", "off"};
+constexpr std::array<std::string_view, Performance::Melodies> Melodie{"normal", "soft", "off"};
 
 /// Takes a whole number and the blank after it off a text.
 std::optional<int> PrendiNumero(std::string_view& testo) {

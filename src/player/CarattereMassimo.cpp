@@ -1,30 +1,22 @@
 #include "player/CarattereMassimo.h"
 
-#include <algorithm>
-#include <string_view>
+#include "player/ImpaginazioneParole.h"
 
 namespace sonnel {
 namespace {
 
 constexpr int MinimoCarattere = 8;
 constexpr int MassimoCarattere = 1000;
-constexpr int MargineRiga = 25;  // twips below each line, for descenders and the shadow
-
-int Righe(std::string_view pagina) {
-    int righe = 1;
-    for (std::size_t fine = pagina.find(FineRiga); fine != std::string_view::npos;
-         fine = pagina.find(FineRiga, fine + FineRiga.size())) {
-        ++righe;
-    }
-    return righe;
-}
 
 bool TutteEntrano(PictureBox& parole, const Timeline& timeline, int larghezza, int altezza) {
     for (std::int16_t i = 1; i <= timeline.NumEventi(); ++i) {
         const Evento& evento = timeline.Eventi(i);
-        if (evento.Tipo == TipoEvento::Pagina &&
-            (parole.Measure(evento.Testo).width > larghezza ||
-             AltezzaRighe(parole, Righe(evento.Testo)) > altezza)) {
+        if (evento.Tipo != TipoEvento::Pagina) {
+            continue;
+        }
+        const auto righe = static_cast<int>(RigheDiPagina(evento.Testo).size());
+        if (parole.Measure(evento.Testo).width > larghezza ||
+            AltezzaRighe(parole, righe) > altezza) {
             return false;
         }
     }
@@ -32,10 +24,6 @@ bool TutteEntrano(PictureBox& parole, const Timeline& timeline, int larghezza, i
 }
 
 }  // namespace
-
-double AltezzaRighe(PictureBox& parole, int righe) {
-    return (parole.Measure("T").height + MargineRiga) * righe;
-}
 
 void CarattereMassimo(PictureBox& parole, const Timeline& timeline, int larghezza, int altezza) {
     FontSpec font = parole.Font();

@@ -9,7 +9,4 @@ namespace sonnel {
 /// height (twips); not below 8 points.
 void CarattereMassimo(PictureBox& parole, const Timeline& timeline, int larghezza, int altezza);
 
-/// The height of so many lines of lyrics in the font that is set, in twips.
-[[nodiscard]] double AltezzaRighe(PictureBox& parole, int righe);
-
 }  // namespace sonnel

@@ -10,13 +10,6 @@ namespace {
 constexpr int CaratteriFineRiga = 2;
 constexpr int DistanzaOmbra = 30;  // twips, right of and below the text
 
-std::string_view SenzaFineRighe(std::string_view testo) {
-    while (testo.ends_with(FineRiga)) {
-        testo.remove_suffix(FineRiga.size());
-    }
-    return testo;
-}
-
 /// The first n characters of a line that count as sung: no blanks and no CR at their end.
 std::string_view ParteCantata(std::string_view riga, std::int32_t n) {
     std::string_view parte = FirstCodePoints(riga, static_cast<std::size_t>(n));

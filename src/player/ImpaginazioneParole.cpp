@@ -12,6 +12,7 @@ namespace {
 constexpr double PuntiInPiu = 8;
 constexpr double PuntiMinimi = 8;
 constexpr double PuntiPiccoli = 10;
+constexpr int MargineRiga = 25;  // twips below each line, for descenders and the shadow
 
 const Message AvvisoRigheLunghe{
     "Warning! The selected song contains one or more long text lines! The words will be displayed "
@@ -21,6 +22,10 @@ const Message AvvisoRigheLunghe{
     Icon::Information, Buttons::Ok, 1, "Sonnel Karaoke"};
 
 }  // namespace
+
+double AltezzaRighe(PictureBox& parole, int righe) {
+    return (parole.Measure("T").height + MargineRiga) * righe;
+}
 
 ImpaginazioneParole::ImpaginazioneParole(const Config& config, const Timeline& timeline,
                                          PictureBox& parole, CorniceParole& cornice, MsgBox& msgBox)
@@ -54,7 +59,7 @@ bool ImpaginazioneParole::AdattaFont() {
     if (!config_.AutoFont) {
         return false;
     }
-    if (intero_) {
+    if (cornice_.ASchermoIntero()) {
         CarattereMassimo(parole_, timeline_, cornice_.LarghezzaParole(), cornice_.AltezzaInterna());
         return false;
     }

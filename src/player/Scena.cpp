@@ -107,21 +107,6 @@ bool InUltimaRiga(std::vector<std::string> righe, std::int32_t cantati) {
 
 }  // namespace
 
-std::vector<std::string> RigheDiPagina(std::string_view testo) {
-    while (testo.ends_with(FineRiga)) {
-        testo.remove_suffix(FineRiga.size());
-    }
-    std::vector<std::string> righe;
-    std::size_t da = 0;
-    for (std::size_t fine = testo.find(FineRiga); fine != std::string_view::npos;
-         fine = testo.find(FineRiga, da)) {
-        righe.emplace_back(testo.substr(da, fine - da));
-        da = fine + FineRiga.size();
-    }
-    righe.emplace_back(testo.substr(da));
-    return righe;
-}
-
 Scena ScenaA(const Timeline& timeline, double tempo, const MostraScena& mostra) {
     Intorno intorno = Cerca(timeline);
     const Evento* const parola = ProssimaParola(timeline, intorno.pagina);

@@ -3,7 +3,6 @@
 #include "song/Timeline.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace sonnel {
@@ -34,8 +33,5 @@ struct Scena {
 /// The scene at a time in tenths of a second, the compensation included. The page and the words
 /// begun are those of the main window, which has shown the events up to the timeline's last.
 [[nodiscard]] Scena ScenaA(const Timeline& timeline, double tempo, const MostraScena& mostra);
-
-/// The lines of a page, without empty ones at its end.
-[[nodiscard]] std::vector<std::string> RigheDiPagina(std::string_view testo);
 
 }  // namespace sonnel

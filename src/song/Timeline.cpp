@@ -47,4 +47,24 @@ Evento& Timeline::Eventi(std::int16_t indice) {
     return eventi_[Posto(indice)];
 }
 
+std::string_view SenzaFineRighe(std::string_view testo) {
+    while (testo.ends_with(FineRiga)) {
+        testo.remove_suffix(FineRiga.size());
+    }
+    return testo;
+}
+
+std::vector<std::string> RigheDiPagina(std::string_view testo) {
+    testo = SenzaFineRighe(testo);
+    std::vector<std::string> righe;
+    std::size_t da = 0;
+    for (std::size_t fine = testo.find(FineRiga); fine != std::string_view::npos;
+         fine = testo.find(FineRiga, da)) {
+        righe.emplace_back(testo.substr(da, fine - da));
+        da = fine + FineRiga.size();
+    }
+    righe.emplace_back(testo.substr(da));
+    return righe;
+}
+
 }  // namespace sonnel

@@ -46,4 +46,9 @@ class Timeline {
     std::int16_t numEventi_ = 0;
 };
 
+/// A page without the empty lines at its end.
+[[nodiscard]] std::string_view SenzaFineRighe(std::string_view testo);
+/// The lines of a page, without empty ones at its end.
+[[nodiscard]] std::vector<std::string> RigheDiPagina(std::string_view testo);
+
 }  // namespace sonnel

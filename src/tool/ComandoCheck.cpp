@@ -75,7 +75,7 @@ Result<FileBrano> BranoDaControllare(const std::string& nome) {
         std::filesystem::is_regular_file(file, ignoto) && SembraMidi(file)) {
         return BranoDaFile(file);
     }
-    return BranoNominato(nome, {".lyk", ".mid", ".kar"});
+    return CercaBrano(nome, {".lyk", ".mid", ".kar"});
 }
 
 /// Looks through the words and the music; an error when the words cannot be read.

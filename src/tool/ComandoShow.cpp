@@ -75,7 +75,7 @@ std::string TestoBrano(const InformazioniBrano& informazioni, const Timeline& ti
 }  // namespace
 
 Resoconto ComandoShow(const std::string& file) {
-    const ParoleLette parole = LeggiParole(file, {".lyk"});
+    const ParoleLette parole = ParoleDelBrano(file, {".lyk"});
     const InformazioniBrano& informazioni = parole.informazioni;
     Resoconto resoconto;
     resoconto.json = {{"file", file},

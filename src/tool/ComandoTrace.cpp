@@ -138,7 +138,7 @@ std::optional<std::int32_t> Durata(const FileBrano& brano, std::vector<std::stri
 }  // namespace
 
 Resoconto ComandoTrace(const std::string& brano, const OpzioniTrace& opzioni) {
-    ParoleLette parole = LeggiParole(brano, {".lyk", ".mid"});
+    ParoleLette parole = ParoleDelBrano(brano, {".lyk", ".mid"});
     Resoconto resoconto;
     resoconto.messaggi = std::move(parole.messaggi);
     const auto durata = parole.complete ? Durata(parole.file, resoconto.messaggi) : std::nullopt;

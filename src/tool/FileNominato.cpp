@@ -34,8 +34,8 @@ Result<std::filesystem::path> FileNominato(const std::string& file) {
     return CercaFile(file);
 }
 
-Result<FileBrano> BranoNominato(const std::string& nome,
-                                std::initializer_list<std::string_view> estensioni) {
+Result<FileBrano> CercaBrano(const std::string& nome,
+                             std::initializer_list<std::string_view> estensioni) {
     if (auto rifiuto = RifiutoNome(nome)) {
         return std::move(*rifiuto);
     }

@@ -26,7 +26,7 @@ namespace sonnel {
 
 /// The files of a song that is named by its base path, or by a file with one of these extensions.
 /// Fails when the name is refused.
-[[nodiscard]] Result<FileBrano> BranoNominato(const std::string& nome,
-                                              std::initializer_list<std::string_view> estensioni);
+[[nodiscard]] Result<FileBrano> CercaBrano(const std::string& nome,
+                                           std::initializer_list<std::string_view> estensioni);
 
 }  // namespace sonnel

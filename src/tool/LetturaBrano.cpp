@@ -31,10 +31,10 @@ std::optional<std::string> Illeggibile(const std::filesystem::path& file) {
     return aperto ? std::nullopt : std::optional(ReadError(file, aperto.error().number).text);
 }
 
-ParoleLette LeggiParole(const std::string& nome,
-                        std::initializer_list<std::string_view> estensioni) {
+ParoleLette ParoleDelBrano(const std::string& nome,
+                           std::initializer_list<std::string_view> estensioni) {
     ParoleLette parole;
-    Result<FileBrano> brano = BranoNominato(nome, estensioni);
+    Result<FileBrano> brano = CercaBrano(nome, estensioni);
     if (!brano) {
         parole.messaggi.push_back(brano.error().text);
         return parole;

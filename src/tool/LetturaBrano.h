@@ -41,9 +41,9 @@ struct ParoleLette {
     std::vector<std::string> messaggi;  ///< why there is nothing to read, else what the player says
 };
 
-/// Reads the words of a song as the player does. `nome` as in BranoNominato.
-[[nodiscard]] ParoleLette LeggiParole(const std::string& nome,
-                                      std::initializer_list<std::string_view> estensioni);
+/// Reads the words of a song as the player does. `nome` as in CercaBrano.
+[[nodiscard]] ParoleLette ParoleDelBrano(const std::string& nome,
+                                         std::initializer_list<std::string_view> estensioni);
 
 /// Reads a MIDI file. The error's text is a sentence with the file's name. If parts of the file
 /// cannot be read, adds a sentence to `messaggi` that calls it `nome`.

@@ -42,6 +42,7 @@ class CorniceFinta : public CorniceParole {
   public:
     [[nodiscard]] int AltezzaBarra() const override { return 0; }
     [[nodiscard]] int AltezzaInterna() const override { return 0; }
+    [[nodiscard]] bool ASchermoIntero() const override { return false; }
     [[nodiscard]] int LarghezzaParole() const override { return 0; }
     void DisponiParole(int /*top*/, int /*altezza*/) override {}
     void ColoreSfondo(Colour /*colore*/) override {}

@@ -28,6 +28,7 @@ class FakeMainWindow : public CorniceParole, public VistaKaraoke {
   public:
     int AltezzaBarra() const override { return 600; }
     int AltezzaInterna() const override { return innerHeight; }
+    bool ASchermoIntero() const override { return false; }
     int LarghezzaParole() const override { return wordsWidth; }
     void DisponiParole(int top, int height) override { words = {top, height}; }
     void ColoreSfondo(Colour colour) override { background = colour; }

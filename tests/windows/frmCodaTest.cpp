@@ -64,6 +64,10 @@ TEST_F(frmCodaTest, IsKeptWhileASongPlaysAndItsNextTurnBeginsAfterIt) {
     EXPECT_FALSE(card.isVisible());
     EXPECT_EQ(control.Performed().key, 3);
     EXPECT_EQ(queue.Turni().size(), 1U);
+    rig.folder.Write("gone.lyk", "");
+    QEvent comesBack(QEvent::ActivationChange);
+    QApplication::sendEvent(dialog, &comesBack);
+    EXPECT_EQ(table.model()->index(0, 1).data(), "Rondini");
     dialog->close();
     window->activateWindow();
     QTest::qWait(300);

@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/SystemError.h"
+#include "platform/Text.h"
 
 #include <cerrno>
 #include <memory>
@@ -109,5 +110,14 @@ std::error_code ListDirectory(const fs::path& directory, const DirectoryVisitor&
 }
 
 #endif
+
+bool SameDirectory(const fs::path& a, const fs::path& b) {
+    // An empty last part stands for the separator at the end.
+    const auto key = [](const fs::path& directory) {
+        return FoldCase(Utf8FromPath(directory / ""));
+    };
+    std::error_code error;
+    return key(a) == key(b) || fs::equivalent(a, b, error);
+}
 
 }  // namespace sonnel

@@ -25,4 +25,7 @@ using DirectoryVisitor = std::function<void(std::string_view name, EntryKind kin
 [[nodiscard]] std::error_code ListDirectory(const std::filesystem::path& directory,
                                             const DirectoryVisitor& visit);
 
+/// Whether two paths name one directory, also by different spellings or through links.
+[[nodiscard]] bool SameDirectory(const std::filesystem::path& a, const std::filesystem::path& b);
+
 }  // namespace sonnel

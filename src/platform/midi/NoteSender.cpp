@@ -50,7 +50,8 @@ void NoteSender::Send(std::uint8_t status, std::uint8_t key, std::uint8_t value)
 void NoteSender::Begin(std::uint8_t channel, std::uint8_t key, std::uint8_t velocity) noexcept {
     auto& notes = notes_[channel];
     Note& note = notes[key];
-    const int sounds = key + (synth_.PlaysDrums(channel) ? 0 : performance_.key);
+    const bool moved = performance_.key != 0 && !synth_.PlaysDrums(channel);
+    const int sounds = moved ? key + performance_.key : key;
     if (note.sounds != kNone && note.sounds != sounds) {
         Silence(channel, key);
     }

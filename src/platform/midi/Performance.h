@@ -8,6 +8,7 @@ namespace sonnel {
 /// What the singer changes of a song while it plays.
 struct Performance {
     enum class Melody : std::uint8_t { Normal, Soft, Off };
+    static constexpr int Melodies = 3;
     static constexpr int LowestKey = -12;
     static constexpr int HighestKey = 12;
     static constexpr int Slowest = 50;

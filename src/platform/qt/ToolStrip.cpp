@@ -17,9 +17,6 @@ QToolBar* AddToolBar(QWidget& strip) {
 
 QAction* AddToolButton(QToolBar& bar, const char* tooltip, const char* image,
                        const std::function<void()>& press) {
-    if (image == nullptr) {
-        return bar.addSeparator();
-    }
     QAction* action = bar.addAction(PaletteIcon(QString(":/toolbar/%1.svg").arg(image)), tooltip);
     QObject::connect(action, &QAction::triggered, &bar, press);
     bar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);

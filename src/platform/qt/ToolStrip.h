@@ -10,8 +10,8 @@ namespace sonnel {
 /// A toolbar in the strip at a window's top, to be filled with AddToolButton.
 [[nodiscard]] QToolBar* AddToolBar(QWidget& strip);
 
-/// Appends a button with a tooltip and the image of this name in resources/toolbar, or a separator
-/// where `image` is null. The Tab key reaches buttons; a click leaves the focus where it is.
+/// Appends a button with a tooltip and the image of this name in resources/toolbar. The Tab key
+/// reaches it; a click leaves the focus where it is.
 QAction* AddToolButton(QToolBar& bar, const char* tooltip, const char* image,
                        const std::function<void()>& press);
 

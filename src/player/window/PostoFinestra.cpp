@@ -24,7 +24,7 @@ bool SiPrende(const Rectangle& finestra, const Rectangle& schermo) {
 }
 
 /// The minimum wins over a screen that is smaller.
-int EntroLimiti(int valore, int minimo, int massimo) {
+int MisuraAmmessa(int valore, int minimo, int massimo) {
     return std::max(minimo, std::min(valore, massimo));
 }
 
@@ -45,8 +45,8 @@ Rectangle PostoVisibile(const Rectangle& voluto, int larghezzaMinima,
         posto.left = schermo->left;
         posto.top = schermo->top;
     }
-    posto.width = EntroLimiti(posto.width, larghezzaMinima, schermo->width - BordiCornice);
-    posto.height = EntroLimiti(posto.height, AltezzaMinima, schermo->height - AltezzaCornice);
+    posto.width = MisuraAmmessa(posto.width, larghezzaMinima, schermo->width - BordiCornice);
+    posto.height = MisuraAmmessa(posto.height, AltezzaMinima, schermo->height - AltezzaCornice);
     return posto;
 }
 

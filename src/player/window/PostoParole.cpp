@@ -12,7 +12,6 @@ namespace sonnel {
 namespace {
 
 // Twips.
-constexpr const char* Sezione = "LyricsWindow";
 constexpr int LarghezzaMinima = 2400;
 constexpr int LarghezzaUsuale = 14400;
 constexpr int AltezzaUsuale = 8100;
@@ -31,7 +30,7 @@ Rectangle PostoOrdinario(const Rectangle& posto, const std::vector<Rectangle>& s
 PostoParole PostoDaAprire(Registry& registro, const std::vector<Rectangle>& schermi,
                           std::size_t principale) {
     const auto numero = [&](const char* chiave) {
-        return Intero(LeggiImpostazione(registro, Sezione, chiave, ""));
+        return Intero(LeggiImpostazione(registro, SezioneParole, chiave, ""));
     };
     const auto left = numero("Left");
     const auto top = numero("Top");
@@ -53,7 +52,7 @@ PostoParole PostoDaAprire(Registry& registro, const std::vector<Rectangle>& sche
     if (!left || !top) {
         return {};
     }
-    if (numero("FullScreen").value_or(0) != 0) {
+    if (LeggiInterruttore(registro, SezioneParole, "FullScreen", false)) {
         const auto schermo = std::find_if(schermi.begin(), schermi.end(), [&](const Rectangle& s) {
             return Contiene(s, ricordato);
         });
@@ -66,7 +65,7 @@ PostoParole PostoDaAprire(Registry& registro, const std::vector<Rectangle>& sche
 
 void RicordaPosto(Registry& registro, const Rectangle& posto, bool intero, std::size_t schermi) {
     const auto salva = [&](const char* chiave, std::int32_t numero) {
-        SalvaImpostazione(registro, Sezione, chiave, TestoNumero(numero));
+        SalvaImpostazione(registro, SezioneParole, chiave, TestoNumero(numero));
     };
     salva("Left", posto.left);
     salva("Top", posto.top);
@@ -74,7 +73,7 @@ void RicordaPosto(Registry& registro, const Rectangle& posto, bool intero, std::
         salva("Width", posto.width);
         salva("Height", posto.height);
     }
-    SalvaImpostazione(registro, Sezione, "FullScreen", TestoLogico(intero));
+    SalvaImpostazione(registro, SezioneParole, "FullScreen", TestoLogico(intero));
     salva("Screens", static_cast<std::int32_t>(schermi));
 }
 

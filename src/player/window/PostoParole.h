@@ -9,6 +9,9 @@
 
 namespace sonnel {
 
+/// The section of the settings in which the lyrics window keeps its own.
+inline constexpr const char* SezioneParole = "LyricsWindow";
+
 /// Where the lyrics window is.
 struct PostoParole {
     /// In twips, as an ordinary window; nothing: of the usual size, where the desktop puts it.

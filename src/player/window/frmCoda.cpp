@@ -20,9 +20,10 @@ void FinestraCoda::Apri() {
     linea_->Apri();
 }
 
-/// Takes in what others have changed: the library, and the queue's file.
+/// Takes in what others have changed: the library, the queue's file, and which songs are there.
 void FinestraCoda::Rinnova() {
     p_.coda.Rileggi();
+    turni_->Sostituisci(p_.coda.Turni());
     if (versione_ != p_.finestre.VersioneBrani()) {
         brani_->Sostituisci(p_.finestre.ElencoBrani());
         versione_ = p_.finestre.VersioneBrani();

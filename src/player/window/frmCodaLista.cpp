@@ -11,18 +11,17 @@
 namespace sonnel {
 namespace {
 
-constexpr int MassimaTonalita = 12;
 constexpr const char* Propria = "own";
 
 QString DescriviTonalita(std::optional<int> tonalita) {
     return tonalita ? QString(*tonalita > 0 ? "+%1" : "%1").arg(*tonalita) : QString(Propria);
 }
 
-QString DescriviBrano(const Turno& turno) {
+QString DescriviBrano(const Turno& turno, bool sparito) {
     const QString autore = QString::fromStdString(turno.autore);
     return QString::fromStdString(turno.titolo) +
            (autore.isEmpty() ? QString() : " (" + autore + ")") +
-           (Presente(turno) ? "" : " - no longer there");
+           (sparito ? " - no longer there" : "");
 }
 
 }  // namespace
@@ -52,9 +51,10 @@ QVariant ModelloCoda::data(const QModelIndex& index, int role) const {
         return {};
     }
     const Turno& turno = turni_.at(static_cast<std::size_t>(index.row()));
+    const bool sparito = spariti_.contains(turno.numero);
     if (role == Qt::FontRole) {
         QFont carattere;
-        carattere.setItalic(!Presente(turno));
+        carattere.setItalic(sparito);
         return carattere;
     }
     if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole) {
@@ -64,7 +64,7 @@ QVariant ModelloCoda::data(const QModelIndex& index, int role) const {
         return DescriviTonalita(turno.tonalita);
     }
     return index.column() == Cantante ? QString::fromStdString(turno.cantante)
-                                      : DescriviBrano(turno);
+                                      : DescriviBrano(turno, sparito);
 }
 
 Qt::ItemFlags ModelloCoda::flags(const QModelIndex& index) const {
@@ -135,11 +135,18 @@ void ModelloCoda::Riordina(const std::vector<Turno>& turni) {
 }
 
 void ModelloCoda::Sostituisci(const std::vector<Turno>& turni) {
+    const auto prima = std::exchange(spariti_, {});
+    for (const Turno& turno : turni) {
+        if (!Presente(turno)) {
+            spariti_.insert(turno.numero);
+        }
+    }
     TogliAssenti(turni);
     AggiungiNuovi(turni);
     Riordina(turni);
     for (std::size_t i = 0; i < turni.size(); ++i) {
-        if (turni_[i] != turni[i]) {
+        const std::int64_t numero = turni[i].numero;
+        if (turni_[i] != turni[i] || prima.contains(numero) != spariti_.contains(numero)) {
             turni_[i] = turni[i];
             const int riga = static_cast<int>(i);
             emit dataChanged(index(riga, 0), index(riga, Colonne - 1));
@@ -165,7 +172,7 @@ QModelIndex VistaCoda::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
 QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                      const QModelIndex& /*index*/) const {
     auto* editore = new QComboBox(parent);
-    for (int tonalita = MassimaTonalita; tonalita >= -MassimaTonalita; --tonalita) {
+    for (int tonalita = Performance::HighestKey; tonalita >= Performance::LowestKey; --tonalita) {
         if (tonalita == 0) {
             editore->addItem(Propria);  // up and down from there are the next keys
         }

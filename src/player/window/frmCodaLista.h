@@ -6,7 +6,9 @@
 #include <QAbstractTableModel>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <cstdint>
 #include <functional>
+#include <set>
 #include <vector>
 
 namespace sonnel {
@@ -26,7 +28,8 @@ class ModelloCoda final : public QAbstractTableModel {
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
-    /// Shows these turns; a line that is being edited stays as long as its turn does.
+    /// Shows these turns, and which songs are gone now; a line that is being edited stays as long
+    /// as its turn does.
     void Sostituisci(const std::vector<Turno>& turni);
     [[nodiscard]] const std::vector<Turno>& Turni() const { return turni_; }
     /// The line of the turn with this number; -1 when there is none.
@@ -41,6 +44,7 @@ class ModelloCoda final : public QAbstractTableModel {
 
     std::function<void(const Turno&)> cambia_;
     std::vector<Turno> turni_;
+    std::set<std::int64_t> spariti_;  ///< turns whose songs were gone when they were replaced
 };
 
 /// The table. The selection changes only to another line, and Home and End go to the first and the

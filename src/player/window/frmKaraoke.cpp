@@ -61,7 +61,6 @@ Riproduzione::Parti frmKaraoke::PartiRiproduzione() {
 
 void frmKaraoke::CreaSchermoIntero() {
     intero_ = new SchermoIntero(*this, *striscia_, [this] {
-        impaginazione_.SchermoIntero(intero_->Attivo());
         DisponiFinestra();
         riproduzione_.Riadatta();
     });

@@ -106,6 +106,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     [[nodiscard]] int AltezzaBarra() const override;
     [[nodiscard]] int AltezzaInterna() const override;
+    [[nodiscard]] bool ASchermoIntero() const override { return intero_->Attivo(); }
     [[nodiscard]] int LarghezzaParole() const override;
     void DisponiParole(int top, int altezza) override;
     void ColoreSfondo(Colour colore) override;

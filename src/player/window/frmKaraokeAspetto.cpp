@@ -64,7 +64,7 @@ void frmKaraoke::DisponiFinestra() {
 
 int frmKaraoke::AltezzaBarra() const {
     // On a full screen it lies over the words, when it is there at all.
-    return intero_->Attivo() ? 0 : Twips(striscia_->height());
+    return ASchermoIntero() ? 0 : Twips(striscia_->height());
 }
 
 int frmKaraoke::AltezzaInterna() const {

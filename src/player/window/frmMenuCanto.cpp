@@ -3,6 +3,7 @@
 #include <QActionGroup>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMap>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -20,6 +21,7 @@ struct Voce {
     const char* testo;
     const char* tasti;
     void (*esegui)(Cantante&);
+    bool melodia = false;  ///< is checked while the tune sounds so; in the order of the melodies
 };
 
 constexpr std::array Voci{
@@ -27,9 +29,9 @@ constexpr std::array Voci{
     Voce{"&Key", "&Lower", "Ctrl+Down", [](Cantante& c) { c.CambiaTonalita(-1); }},
     Voce{"&Tempo", "&Faster", "Ctrl+Right", [](Cantante& c) { c.CambiaTempo(PassoTempo); }},
     Voce{"&Tempo", "&Slower", "Ctrl+Left", [](Cantante& c) { c.CambiaTempo(-PassoTempo); }},
-    Voce{"&Melody", "&Normal", "", [](Cantante& c) { c.CambiaMelodia(Melody::Normal); }},
-    Voce{"&Melody", "&Soft", "", [](Cantante& c) { c.CambiaMelodia(Melody::Soft); }},
-    Voce{"&Melody", "&Off", "", [](Cantante& c) { c.CambiaMelodia(Melody::Off); }},
+    Voce{"&Melody", "&Normal", "", [](Cantante& c) { c.CambiaMelodia(Melody::Normal); }, true},
+    Voce{"&Melody", "&Soft", "", [](Cantante& c) { c.CambiaMelodia(Melody::Soft); }, true},
+    Voce{"&Melody", "&Off", "", [](Cantante& c) { c.CambiaMelodia(Melody::Off); }, true},
     Voce{"&Melody", "Ne&xt", "Ctrl+M", [](Cantante& c) { c.ProssimaMelodia(); }},
     Voce{"T&iming", "Words &earlier", "Ctrl+Shift+Right",
          [](Cantante& c) { c.CambiaAnticipo(PassoAnticipo); }},
@@ -47,25 +49,28 @@ MenuCanto::MenuCanto(QWidget& finestra, Parti parti)
 }
 
 void MenuCanto::CreaVoci() {
-    QMenu* menu = nullptr;
-    const char* aperto = "";
+    QMap<QString, QMenu*> menu{{"", &menu_}};
+    auto* gruppo = new QActionGroup(this);
     for (const Voce& voce : Voci) {
-        if (std::string_view(voce.menu) != aperto) {
-            aperto = voce.menu;
-            menu = *aperto != '\0' ? menu_.addMenu(aperto) : nullptr;
+        QMenu*& dove = menu[voce.menu];
+        if (dove == nullptr) {
+            dove = menu_.addMenu(voce.menu);
         }
-        QAction* azione = (menu != nullptr ? *menu : menu_).addAction(voce.testo, this, [&] {
+        QAction* azione = dove->addAction(voce.testo, this, [&] {
             voce.esegui(p_.cantante);
             p_.cambiato();
         });
         azione->setShortcut(QKeySequence(voce.tasti));
         finestra_.addAction(azione);  // the shortcut works without the menu
+        if (voce.melodia) {
+            azione->setCheckable(true);
+            gruppo->addAction(azione);
+            melodie_.append(azione);
+        }
     }
-    tonalita_ = menu_.actions().at(0)->menu();
-    melodia_ = menu_.actions().at(2)->menu();
-    estensione_ = tonalita_->addAction("");
+    melodia_ = menu["&Melody"];
+    estensione_ = menu["&Key"]->addAction("");
     estensione_->setEnabled(false);
-    auto* gruppo = new QActionGroup(this);
     menu_.addSeparator();
     menu_.addActions(p_.altre);
     QAction* avanti = menu_.addAction("&Go on without the focus");
@@ -73,10 +78,6 @@ void MenuCanto::CreaVoci() {
     avanti->setChecked(p_.cantante.VaAvanti());
     connect(avanti, &QAction::toggled, this, [this](bool si) { p_.cantante.CambiaVaAvanti(si); });
     p_.altre.append(avanti);
-    for (int i = 0; i < 3; ++i) {
-        melodia_->actions().at(i)->setCheckable(true);
-        gruppo->addAction(melodia_->actions().at(i));
-    }
 }
 
 /// Shows what can be chosen for the song that is open.
@@ -87,7 +88,7 @@ void MenuCanto::Aggiorna() {
     }
     const auto& melodia = cantante.Melodia();
     melodia_->menuAction()->setEnabled(melodia.has_value());
-    melodia_->actions().at(static_cast<int>(cantante.Corrente().melodia))->setChecked(true);
+    melodie_.at(static_cast<int>(cantante.Corrente().melodia))->setChecked(true);
     estensione_->setVisible(melodia.has_value());
     if (melodia) {
         const auto nota = [&cantante](int tasto) {

@@ -35,8 +35,8 @@ class MenuCanto final : public QObject {
     QWidget& finestra_;
     Parti p_;
     QMenu menu_;
-    QMenu* tonalita_ = nullptr;
     QMenu* melodia_ = nullptr;
+    QList<QAction*> melodie_;  ///< by melody
     QAction* estensione_ = nullptr;
 };
 

@@ -17,11 +17,6 @@
 #include <utility>
 
 namespace sonnel {
-namespace {
-
-constexpr const char* Sezione = "LyricsWindow";
-
-}  // namespace
 
 /// A part of the scene that the user can switch off.
 struct FinestraParole::Interruttore {
@@ -62,13 +57,13 @@ void FinestraParole::CreaMenu() {
         Interruttore{"&Title before the song", "Title", &MostraScena::titolo},
         Interruttore{"Next s&ong after it", "NextSong", &MostraScena::annuncio}};
     for (const Interruttore& uno : interruttori) {
-        mostra_.*uno.parte = LeggiInterruttore(p_.registro, Sezione, uno.chiave, true);
+        mostra_.*uno.parte = LeggiInterruttore(p_.registro, SezioneParole, uno.chiave, true);
         QAction* voce = menu_.addAction(uno.testo);
         voce->setCheckable(true);
         voce->setChecked(mostra_.*uno.parte);
         connect(voce, &QAction::toggled, this, [this, &uno](bool acceso) {
             mostra_.*uno.parte = acceso;
-            SalvaImpostazione(p_.registro, Sezione, uno.chiave, TestoLogico(acceso));
+            SalvaImpostazione(p_.registro, SezioneParole, uno.chiave, TestoLogico(acceso));
             Segui();
             update();
         });
