@@ -172,7 +172,7 @@ TEST_F(frmSelectSongTest, ASongThatNoLongerHoldsTheWordsKeepsItsProperties) {
     EXPECT_EQ(brani.Brani(1).Album, "Inverno");
     words.setText("mare");
     window.SelezionaBrano(1);
-    brani.Brani(1).Titolo = "Onda";
+    brani.Cambia(1).Titolo = "Onda";
     window.AggiornaLista();
     EXPECT_EQ(window.BranoSelezionato(), 2) << "the first one listed";
 }
