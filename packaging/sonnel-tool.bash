@@ -13,9 +13,9 @@ _sonnel_tool() {
         "") mapfile -t COMPREPLY < <(compgen -W "$commands $options" -- "$word"); return ;;
         set-header) options+=" --title --author --album" files=lyk ;;
         index) options+=" --rebuild" files=/ ;;
-        convert) options+=" --output --force --exact" files="kar|midi?" ;;
+        convert) options+=" --output --force --exact" files="kar|midi?|rmi" ;;
         add) files="lyk|kar|midi?|rmi" ;;
-        midi) files="midi?|kar" ;;
+        midi) files="midi?|kar|rmi" ;;
         check) files="lyk|mid|kar" ;;
         trace) options+=" --report-ms --compensation" files="lyk|mid" ;;
         *) files=lyk ;;
