@@ -38,7 +38,7 @@ double ProcessorTime(clockid_t whose) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-/// A synthesiser that knows how much processor time it has taken, on whatever thread it ran.
+/// A synthesizer that knows how much processor time it has taken, on whatever thread it ran.
 class MeteredSynth : public Synthesizer {
   public:
     explicit MeteredSynth(Synthesizer& synth) : synth_(synth) {}
@@ -170,7 +170,7 @@ struct Player {
 
 enum class Shown { MainWindow, LyricsWindow };
 
-/// Processor time of playing beyond what the synthesiser takes for the same sound at the same
+/// Processor time of playing beyond what the synthesizer takes for the same sound at the same
 /// pace, in percent of one core.
 void ProcessorShare(benchmark::State& state, Shown shown) {
     constexpr std::chrono::seconds Time(30);
@@ -190,7 +190,7 @@ void ProcessorShare(benchmark::State& state, Shown shown) {
             state.SkipWithError("the song did not play");
         }
         state.SetIterationTime(passed.count());
-        state.counters["synthesiser_percent"] = 100 * synthTook / passed.count();
+        state.counters["synthesizer_percent"] = 100 * synthTook / passed.count();
         state.counters["beyond_percent"] = 100 * (took - synthTook) / passed.count();
     }
 }

@@ -1,4 +1,4 @@
-// Plays a song on the default sound device, with the player's own sequencer and synthesiser. Run by
+// Plays a song on the default sound device, with the player's own sequencer and synthesizer. Run by
 // sound_device.py.
 //   sound_device sync PIPE   compares the position at each onset with the recording in PIPE; prints
 //                            the largest difference in milliseconds

@@ -86,7 +86,7 @@ MidiTrack Conductor(const Score& score, const std::vector<TempoChange>& tempos) 
     using namespace std::string_literals;
     MidiTrack track{score.title, {}};
     const auto [sharps, minor] = Sharps(score.key);
-    // Every synthesiser begins from the General MIDI state.
+    // Every synthesizer begins from the General MIDI state.
     track.events.push_back({0, Rank::Setting, "\xF0\x05\x7E\x7F\x09\x01\xF7"s});
     track.events.push_back({0, Rank::Setting, Meta(Time, TimeData(score.time))});
     track.events.push_back(

@@ -87,14 +87,14 @@ int Run(OnePlayer& player, const OpzioniRiga& riga) {
     const auto setting = [&registro](const char* name) {
         return LeggiImpostazione(registro, "Opzioni", name, "");
     };
-    FluidSynthesizer synthesiser([&setting] {
+    FluidSynthesizer synthesizer([&setting] {
         return FindSoundFont(setting("SoundFont"), ProcessEnvironment,
                              SoundFontDirectories(ProcessEnvironment));
     });
     const QtClock clock;
     DefaultOutput output(ChooseAudioDriver(setting("AudioDriver"), ProcessEnvironment), clock);
     QtTimer timer;
-    MMControl sequencer(synthesiser, output, timer, clock);
+    MMControl sequencer(synthesizer, output, timer, clock);
     QtMsgBox msgBox;
     QtSystemEvents events;
     const QtScreen screen;

@@ -8,12 +8,12 @@
 
 namespace sonnel {
 
-/// The door to one synthesiser with 16 channels. After Prepare only one thread at a time uses it;
+/// The door to one synthesizer with 16 channels. After Prepare only one thread at a time uses it;
 /// except for Prepare, its functions do not block, throw or allocate (the library behind may).
 class Synthesizer {
   public:
     virtual ~Synthesizer() = default;
-    /// Makes the synthesiser ready for this sample rate (frames per second): loads the SoundFont on
+    /// Makes the synthesizer ready for this sample rate (frames per second): loads the SoundFont on
     /// the first call. When there is none, the error says what to do.
     virtual std::optional<Error> Prepare(int sampleRate) = 0;
     /// Back to the state after Prepare: programs, controllers, bends, tunings, no sound.

@@ -143,7 +143,7 @@ TEST_F(MMControlTest, SeekShowsItsTargetAtOnceAndExactly) {
     }
 }
 
-TEST_F(MMControlTest, SeekBringsTheSynthesiserWherePlayingWould) {
+TEST_F(MMControlTest, SeekBringsTheSynthesizerWherePlayingWould) {
     // The events come at their frames whatever the output asks for at a time.
     const auto next = [this](std::int64_t block) {
         synth.recorded.clear();

@@ -14,7 +14,7 @@
 
 namespace sonnel::test {
 
-/// Keeps every message with the frame it came at, and what a General MIDI synthesiser would make of
+/// Keeps every message with the frame it came at, and what a General MIDI synthesizer would make of
 /// them. While a note sounds it renders a constant 1.
 class RecordingSynth : public Synthesizer {
   public:

@@ -15,7 +15,7 @@
 
 namespace sonnel::test {
 
-/// The sequencer on a recording synthesiser or one of the test's choice, sound, clock and timer
+/// The sequencer on a recording synthesizer or one of the test's choice, sound, clock and timer
 /// moved by hand.
 struct SequencerRig {
     SequencerRig() : SequencerRig(synth) {}

@@ -20,7 +20,7 @@
 
 namespace sonnel::test {
 
-/// A synthesiser that keeps nothing, however long it plays.
+/// A synthesizer that keeps nothing, however long it plays.
 class SilentSynth : public Synthesizer {
   public:
     std::optional<Error> Prepare(int /*sampleRate*/) override { return std::nullopt; }

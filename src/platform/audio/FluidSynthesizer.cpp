@@ -44,7 +44,7 @@ void SendLogTo(std::string* text) {
 
 Settings MakeSettings(int sampleRate) {
     Settings settings(new_fluid_settings());
-    // Only one thread uses the synthesiser, so its own locks and queues would only cost time.
+    // Only one thread uses the synthesizer, so its own locks and queues would only cost time.
     fluid_settings_setint(settings.get(), "synth.threadsafe-api", 0);
     fluid_settings_setint(settings.get(), "synth.polyphony", kPolyphony);
     fluid_settings_setint(settings.get(), "synth.device-id", kDeviceId);
@@ -90,7 +90,7 @@ struct FluidSynthesizer::Impl {
     void ForgetTunings();
 };
 
-/// Makes the synthesiser for this rate and loads the SoundFont.
+/// Makes the synthesizer for this rate and loads the SoundFont.
 std::optional<Error> FluidSynthesizer::Impl::Load() {
     std::string reason;
     SendLogTo(&reason);
@@ -102,13 +102,13 @@ std::optional<Error> FluidSynthesizer::Impl::Load() {
         synth && fluid_synth_sfload(synth.get(), Utf8FromPath(soundFont).c_str(), 1) >= 0;
     SendLogTo(nullptr);
     if (!synth) {
-        return Error{EINVAL, "The synthesiser cannot be started at " + std::to_string(sampleRate) +
+        return Error{EINVAL, "The synthesizer cannot be started at " + std::to_string(sampleRate) +
                                  " frames per second: " + reason};
     }
     if (!loaded) {
         return Error{EINVAL, "The SoundFont \"" + Utf8FromPath(soundFont) +
                                  "\" cannot be loaded. Choose another SoundFont file (.sf2 or "
-                                 ".sf3). The synthesiser says: " +
+                                 ".sf3). The synthesizer says: " +
                                  reason};
     }
     return {};

@@ -9,8 +9,8 @@
 
 namespace sonnel {
 
-/// The synthesiser: FluidSynth with a General MIDI SoundFont. Messages take effect at its next
-/// block of 64 frames. The same messages give the same samples on every synthesiser just prepared,
+/// The synthesizer: FluidSynth with a General MIDI SoundFont. Messages take effect at its next
+/// block of 64 frames. The same messages give the same samples on every synthesizer just prepared,
 /// and after Reset too but for the rounding of a few last bits (1e-7 of full scale), as long as no
 /// more than 256 voices sound at once.
 class FluidSynthesizer final : public Synthesizer {

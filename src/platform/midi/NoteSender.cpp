@@ -63,7 +63,7 @@ void NoteSender::Begin(std::uint8_t channel, std::uint8_t key, std::uint8_t velo
     }
     Note& sounding = notes[static_cast<std::size_t>(sounds)];
     if (sounding.owner != kNone && sounding.owner != key) {
-        // The synthesiser ends what sounds on this key.
+        // The synthesizer ends what sounds on this key.
         notes[static_cast<std::size_t>(sounding.owner)].sounds = kNone;
     }
     sounding.owner = static_cast<std::int16_t>(key);

@@ -9,7 +9,7 @@
 
 namespace sonnel {
 
-/// Sends a song's channel messages to the synthesiser in the key and with the melody that the
+/// Sends a song's channel messages to the synthesizer in the key and with the melody that the
 /// singer has chosen. A note ends as it began, whatever has changed since. Neither allocates nor
 /// throws.
 class NoteSender {

@@ -19,7 +19,7 @@ namespace sonnel {
 /// place of the song is heard.
 class OpenSong {
   public:
-    /// The synthesiser must be freshly reset.
+    /// The synthesizer must be freshly reset.
     OpenSong(Sequence sequence, Synthesizer& synthesizer, AudioOutput& output, const Clock& clock);
     ~OpenSong();
     OpenSong(const OpenSong&) = delete;

@@ -9,7 +9,7 @@
 
 namespace sonnel {
 
-/// A message for the synthesiser: a channel message, or a system-exclusive one (status F0), whose
+/// A message for the synthesizer: a channel message, or a system-exclusive one (status F0), whose
 /// bytes the sequence keeps.
 struct SequenceEvent {
     std::int64_t frame = 0;

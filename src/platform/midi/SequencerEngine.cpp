@@ -10,7 +10,7 @@ namespace {
 constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
 constexpr std::size_t kRoomForCommands = 128;  // two segments for each that the queue holds
 constexpr int kFadesPerSecond = 200;           // 5 ms each
-/// A synthesiser with all its voices in use takes some 7 microseconds for a note, so this many take
+/// A synthesizer with all its voices in use takes some 7 microseconds for a note, so this many take
 /// about as long as the window lasts.
 constexpr int kMostInWindow = 256;
 constexpr std::int64_t kWindowFrames = 64;

@@ -38,13 +38,13 @@ struct EngineSegment {
     bool ended = false;  ///< the song has come to its end
 };
 
-/// Plays a sequence on a synthesiser, on the sound output's thread: it neither locks, allocates nor
-/// throws. Post, NextSegment and the counters are for one other thread. The synthesiser is also
+/// Plays a sequence on a synthesizer, on the sound output's thread: it neither locks, allocates nor
+/// throws. Post, NextSegment and the counters are for one other thread. The synthesizer is also
 /// rendered while the song stands still, so that its last sound can fade away. When a song has more
 /// messages at once than can be sent in time, some are sent late so that the sound has no gaps.
 class SequencerEngine final : public SoundSource {
   public:
-    /// Both must outlive the engine; the synthesiser is freshly reset.
+    /// Both must outlive the engine; the synthesizer is freshly reset.
     SequencerEngine(const Sequence& sequence, Synthesizer& synthesizer);
 
     void Fill(std::span<float> out) noexcept override;
