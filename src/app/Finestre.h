@@ -17,10 +17,10 @@
 namespace sonnel {
 
 /// All windows of the program and what they share: the settings and the library. The song selection
-/// window is made at its first use and then kept, hidden between uses.
+/// window is created at its first use and then only hidden.
 class Finestre final : private AltreFinestre, private ComandiSelezione {
   public:
-    /// The doors that the windows stand on; all of them outlive the windows.
+    /// The doors that the windows use; all must outlive the windows.
     struct Porte {
         Registry& registro;
         MMControl& sequencer;

@@ -29,12 +29,12 @@ namespace {
 
 using namespace sonnel;
 
-/// Default karaoke directory; the user's data directory for the player is made on the way.
+/// Default karaoke directory; the player's data directory of the user is created if missing.
 std::string DefaultKaraokeDirectory() {
     const QString program = QCoreApplication::applicationDirPath();
     const std::filesystem::path directory = DirectoryKaraoke(
         PathFromUtf8(program.toStdString()), QFileInfo(program).isWritable(), ProcessEnvironment);
-    std::error_code ignored;  // the library reports a directory that is missing
+    std::error_code ignored;  // if the directory is missing, the library reports it
     std::filesystem::create_directories(directory.parent_path().parent_path(), ignored);
     return Utf8FromPath(directory);
 }
@@ -50,7 +50,7 @@ void WriteIni(ProfileFile& file, std::string_view section, std::string_view key,
     (void)file.Set(section, key, value);
 }
 
-/// What the command line says; nothing after a sentence about what makes no sense in it.
+/// Parses the command line; on an error prints a sentence and returns nothing.
 std::optional<OpzioniRiga> Options(int argc, char** argv) {
     Result<OpzioniRiga> riga = LeggiOpzioni({argv + 1, argv + argc});
     if (!riga) {
@@ -60,8 +60,8 @@ std::optional<OpzioniRiga> Options(int argc, char** argv) {
     return *std::move(riga);
 }
 
-/// Whether a player that runs has taken the song that this one was started with. Where none runs
-/// this player becomes the one that takes songs.
+/// Whether a running player has taken the song on this command line. If none is running, this
+/// player will take songs from later starts.
 bool HandedOver(OnePlayer& player, const OpzioniRiga& riga, const std::string& activationToken) {
     if (!riga.uno) {
         return player.HandOver(std::nullopt);
@@ -73,14 +73,14 @@ bool HandedOver(OnePlayer& player, const OpzioniRiga& riga, const std::string& a
     return player.HandOver(HandedSong{PercorsoAssoluto(riga.brano), activationToken});
 }
 
-/// Lets the main window get the songs of players that start later, until the result goes.
+/// Lets the main window receive songs from later starts while the result exists.
 [[nodiscard]] auto Connect(OnePlayer& player, frmKaraoke& window) {
     player.accepts = [&window] { return window.AccettaBrani(); };
     player.onSong = [&window](const std::string& path) { window.RiceviBrano(path); };
     return ScopeExit([&player] { player.accepts = nullptr; });  // without it no song is taken
 }
 
-/// Builds the real platform, opens the windows and runs them to their end.
+/// Builds the real platform, opens the windows and runs the event loop.
 int Run(OnePlayer& player, const OpzioniRiga& riga) {
     QtRegistry registro(UserSettingsFile(ProcessEnvironment),
                         MachineSettingsFile(ProcessEnvironment));
@@ -114,7 +114,7 @@ int Run(OnePlayer& player, const OpzioniRiga& riga) {
         UserDataDirectory(ProcessEnvironment) / "sonnel" / "queue");
     frmKaraoke& window = finestre.Principale();
     const auto songs = Connect(player, window);
-    // Within the event loop, so that the window can be closed while it still comes up.
+    // Within the event loop, so that the window can be closed during the start-up.
     QTimer start;
     start.setSingleShot(true);
     QObject::connect(&start, &QTimer::timeout, &window, &frmKaraoke::Form_Load);
@@ -129,7 +129,8 @@ int main(int argc, char** argv) {
         std::cout << *risposta << std::flush;
         return std::cout ? 0 : 1;
     }
-    // Before the window system, which may be missing, and once more without its own arguments.
+    // Parsed before Qt starts, so that help works without a display, and again below without Qt's
+    // own arguments.
     if (!Options(argc, argv)) {
         return 2;
     }

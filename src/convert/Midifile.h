@@ -35,7 +35,7 @@ class Midifile {
     /// Opens the content of a file that was read already.
     [[nodiscard]] std::optional<Error> OpenContent(std::string content);
 
-    /// Ticks per quarter note: the header's number as it stands, whatever it means there.
+    /// The division word of the file's header, unchecked: ticks per quarter note in most files.
     [[nodiscard]] std::uint16_t TimeDivision() const { return file_.divisionWord; }
     /// The tracks that are there; 0 when no file is open.
     [[nodiscard]] int NumTracks() const { return static_cast<int>(file_.tracks.size()); }

@@ -24,7 +24,7 @@ constexpr std::string_view Estensione = ".lyk";
 
 struct FileLyk {
     std::string file;    ///< its name in the directory
-    std::string chiave;  ///< that in folded case
+    std::string chiave;  ///< the same in folded case
 
     /// Without extension.
     [[nodiscard]] std::string_view Nome() const {
@@ -37,7 +37,8 @@ Result<std::vector<FileLyk>> ElencaLyk(const fs::path& directory) {
     std::vector<FileLyk> elenco;
     const auto aggiungi = [&elenco](std::string_view nome, EntryKind tipo) {
         std::string chiave = FoldCase(nome);
-        // What cannot be examined may be there still: it is passed over later, and its entry kept.
+        // An entry of unknown kind may be a file: if it cannot be read it is skipped later and
+        // keeps its entry.
         const bool file = tipo == EntryKind::File || tipo == EntryKind::Unknown;
         if (file && chiave.ends_with(Estensione)) {
             elenco.push_back({std::string(nome), std::move(chiave)});
@@ -67,13 +68,14 @@ std::optional<Error> Registra(ProfileFile& indice, const fs::path& file, std::st
     if (!letta) {
         return letta.error();
     }
-    // The files of the song are looked for under the name in the index.
+    // The index must spell the name like the file: the song's files are looked up by it.
     (void)indice.Respell(SezioneBrani, nome);
     ScriviBrano(indice, nome, letta->Titolo, letta->Autore, letta->Album);
     return std::nullopt;
 }
 
-/// First phase: headers into the index, in the order of the names. Returns what was passed over.
+/// First phase: headers into the index, in the order of the names. Returns a sentence for each
+/// skipped file.
 std::vector<std::string> RegistraTutti(ProfileFile& indice, const std::vector<FileLyk>& elenco,
                                        const fs::path& directory, SystemEvents& eventi) {
     std::vector<std::string> saltati;
@@ -132,7 +134,7 @@ EsitoAggiornamento AggiornaIndice(const Libreria& libreria) {
         if (elenco) {
             OrdinaPerNome(*elenco);
             esito.saltati = RegistraTutti(indice, *elenco, directory, libreria.eventi);
-            // Files may have come and gone since.
+            // Files may have been added or removed meanwhile.
             elenco = ElencaLyk(directory);
         }
         if (elenco) {
@@ -146,7 +148,7 @@ EsitoAggiornamento AggiornaIndice(const Libreria& libreria) {
         }
     }
     if (esito.errore) {
-        // The index is as it was: the table shows its content.
+        // The index is unchanged: fill the table from its content.
         const ProfileFile::Batch prova(indice);
         if (elenco) {
             RiempiTabella(indice, *elenco, libreria);

@@ -33,8 +33,8 @@ constexpr const char* IndiceNonScritto =
     "when it can.";
 constexpr const char* Interrotto = "The song has not been imported, nor those that follow it.";
 
-/// Whether the answer fits that the dialog gives: the path of a single file, or the directory and
-/// the names of several, separated by NUL characters.
+/// Whether the dialog's answer fits the buffer: the path of a single file, or the directory and the
+/// names of several, separated by NUL characters.
 bool EntraNelBuffer(const std::vector<fs::path>& scelti) {
     const auto lunghezza = [](const fs::path& testo) {
         return CodePoints(Utf8FromPath(testo)) + 1;
@@ -112,7 +112,7 @@ std::optional<Error> Importazione::Copia(const fs::path& scelto, const std::stri
     const fs::path nomeLyk = PathFromUtf8(nome + ".lyk");
     const fs::path lyk = scelto.parent_path() / nomeLyk;
     const fs::path midNuovo = destinazione_ / PathFromUtf8(nome + ".mid");
-    // The words come last: a song without music could be neither played nor imported again.
+    // Copy the LYK file last: a song without music could be neither played nor imported again.
     return CopyFilesAtomically({{mid, FindFile(midNuovo).value_or(midNuovo)},
                                 {FindFile(lyk).value_or(lyk), destinazione_ / nomeLyk}});
 }
@@ -130,7 +130,7 @@ std::string TestoImportati(int importati) {
                                 "properties and assign them to an album!";
 }
 
-/// Imports the songs of the LYK files chosen, after what stands in the way of all of them.
+/// Imports the songs of the chosen LYK files, unless something prevents all of them.
 void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, ListaBrani& lista) {
     const auto avvisa = [&](const std::string& testo) {
         (void)libreria.msgBox.Show({testo, Icon::Exclamation});
@@ -155,7 +155,7 @@ void AggiungiLyk(const Libreria& libreria, const std::vector<fs::path>& scelti, 
     }
 }
 
-/// Whether a chosen file is a MIDI file that no LYK file goes with.
+/// Whether a chosen file is a MIDI file without a LYK file.
 bool SoloMidi(const fs::path& file) {
     const std::string base = WithoutExtension(Utf8FromPath(file));
     return SembraMidi(file) && !FindFile(PathFromUtf8(base + ".lyk"));

@@ -17,11 +17,11 @@ inline constexpr const char* NomeBranoImpossibile =
     "The name of this song's files holds characters that the index of the database can't store! "
     "Rename the LYK and MID file and try again.";
 
-/// Lets the user choose songs of another directory. Brings those of LYK files into the library:
-/// copies each LYK and MID file, enters the song in the index, and at the end loads the index again
-/// and refills the list. Message boxes report what cannot be added. A copy that fails ends the
-/// import and leaves nothing of that song; the songs copied before stay. Returns the MIDI files
-/// without LYK file that were chosen.
+/// Lets the user choose songs of another directory. Imports those with a LYK file: copies LYK and
+/// MID file, enters the song in the index, and at the end loads the index again and refills the
+/// list. Message boxes report what cannot be added. A failed copy ends the import and leaves
+/// nothing of that song; the songs copied before stay. Returns the chosen MIDI files without a LYK
+/// file.
 [[nodiscard]] std::vector<std::filesystem::path> AggiungiBrani(const Libreria& libreria,
                                                                CommonDialog& dialoghi,
                                                                ListaBrani& lista);

@@ -16,12 +16,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Whether a write failed in a way in which the next one will fail too.
+/// Whether the reason of a failed write will make the next one fail too.
 bool SenzaPosto(int errore) {
     return errore == ENOSPC || errore == EDQUOT || errore == EROFS;
 }
 
-/// One run behind the message window.
+/// One run, while the message window is shown.
 class Corsa {
   public:
     Corsa(const Libreria& libreria, const FinestreDB& finestre)

@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Copies the two files of a song, or writes both when its words are in its MIDI file. Both or none
-/// are there afterwards. The words come last: a song without music could be neither played nor
+/// are there afterwards. The LYK file comes last: a song without music could be neither played nor
 /// added again.
 std::optional<Error> Scrivi(const FileBrano& brano, const fs::path& lyk, const fs::path& mid) {
     if (!brano.parole) {
@@ -78,7 +78,7 @@ Result<std::string> Aggiunta::Aggiungi(ProfileFile& indice, FileBrano brano) {
     if (!brano.lyk && brano.mid) {
         LeggiParole(brano);
     }
-    // Names of old archives may not be UTF-8; the index needs one that is.
+    // Names from old archives may not be UTF-8, which the index needs.
     const std::string nome = DecodeUnmarkedText(Utf8FileName(PathFromUtf8(brano.base)));
     if (std::string motivo = Impedimento(nome, brano); !motivo.empty()) {
         return Error{0, std::move(motivo)};

@@ -18,10 +18,10 @@ class Aggiunta {
     /// Lists the songs that the directory holds.
     explicit Aggiunta(std::filesystem::path directory);
 
-    /// Whether a song is in the library's directory itself.
+    /// Whether a song is already in the library's directory.
     [[nodiscard]] bool DellaLibreria(const FileBrano& brano) const;
-    /// Adds one song and returns its base name. The error's text is the reason why it was not
-    /// added; nothing of it is in the library then.
+    /// Adds one song and returns its base name. On failure nothing of it is in the library and the
+    /// error's text is the reason.
     [[nodiscard]] Result<std::string> Aggiungi(ProfileFile& indice, FileBrano brano);
 
     /// Removes what was added, because the index could not be written.

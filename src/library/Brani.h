@@ -24,8 +24,8 @@ struct Brano {
     std::string Album;
 };
 
-/// The song's files in the karaoke directory. A name that leads out of the directory is no song's:
-/// its files are missing.
+/// The song's files in the karaoke directory. For a name that leads out of the directory both are
+/// missing.
 [[nodiscard]] FileBrano FileDelBrano(std::string_view openDir, const Brano& brano);
 
 /// The song table: the songs of the index in its order, at the positions 1 to NumBrani. A position
@@ -39,14 +39,15 @@ class TabellaBrani {
     [[nodiscard]] const Brano& Brani(std::int16_t posizione) const;
     /// The same, to change its title, author or album in place.
     [[nodiscard]] Brano& Cambia(std::int16_t posizione);
-    /// Another number whenever the table may have changed.
+    /// A number that changes whenever the table may have changed.
     [[nodiscard]] std::uint64_t Versione() const { return versione_; }
 
     /// Empties the table.
     void Azzera();
-    /// Appends a song. A table that holds MassimoBrani already only counts it as left out.
+    /// Appends a song. When the table already holds MassimoBrani songs, it only counts the song as
+    /// left out.
     void InserisciBrano(Brano brano);
-    /// How many songs found no place since the table was emptied.
+    /// How many songs did not fit since the table was emptied.
     [[nodiscard]] std::size_t Esclusi() const { return esclusi_; }
 
   private:

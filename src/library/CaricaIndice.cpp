@@ -39,8 +39,8 @@ Answer Avvisa(const Libreria& libreria, std::string_view testo, Buttons bottoni)
     return libreria.msgBox.Show({std::string(testo), Icon::Exclamation, bottoni});
 }
 
-/// Looks for the index as often as the user asks for it; false when there is none to load, which a
-/// message has reported.
+/// Looks for the index again as long as the user wants to retry. Returns false when there is none
+/// to load; a message has reported it.
 bool IndicePresente(const Libreria& libreria, PuntatoreOccupato& puntatore) {
     for (;;) {
         const StatoIndice stato = libreria.cercaIndice(PercorsoIndice(libreria.config.OpenDir));
@@ -69,7 +69,7 @@ bool IndicePresente(const Libreria& libreria, PuntatoreOccupato& puntatore) {
 StatoIndice StatoDaErrore(const std::error_code& errore) {
     constexpr std::array Persi{std::errc::no_such_device, std::errc::no_such_device_or_address,
                                std::errc::not_connected};
-    // A name or a right that is wrong stays so however often one asks.
+    // Retrying does not help against a wrong name or missing permission.
     constexpr std::array Assenti{
         std::errc::no_such_file_or_directory, std::errc::not_a_directory,
         std::errc::permission_denied,         std::errc::operation_not_permitted,

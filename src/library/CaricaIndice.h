@@ -29,8 +29,8 @@ enum class StatoIndice {
 /// Whether the directory is there and can be listed.
 [[nodiscard]] bool Accessibile(const std::filesystem::path& directory);
 
-/// What the operations on the library use; all of it outlives them. The directory is the one
-/// the settings name when an operation begins.
+/// What the library's operations work with; all of it must outlive them. The directory is the one
+/// in the settings when an operation begins.
 struct Libreria {
     const Config& config;
     TabellaBrani& brani;
@@ -41,7 +41,8 @@ struct Libreria {
 
 /// Replaces the song table with the content of the index, without looking at the songs' files. A
 /// missing directory, drive or index is reported in a message box and leaves the table empty; so is
-/// a library of more songs than the table holds, of which the first are loaded. Lets no events run.
+/// a library of more songs than the table holds, of which the first are loaded. Does not let
+/// pending events run.
 void CaricaIndice(const Libreria& libreria);
 
 /// Fills the table with all songs of the index; a batch should be open on it.

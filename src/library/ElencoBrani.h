@@ -15,11 +15,11 @@ enum class Ordine { Titolo, Autore, Album };
 /// An album as windows show it: "<None>" for the generic one.
 [[nodiscard]] std::string_view AlbumMostrato(std::string_view album);
 
-/// The line that shows a song. The order of its parts makes the order of whole lines the one asked
-/// for.
+/// The line that shows a song. Its parts are ordered so that sorting whole lines gives the wanted
+/// order.
 [[nodiscard]] std::string RigaBrano(const Brano& brano, Ordine ordine);
 
-/// One of so many lines (at least one), counted from 0, each as likely as the others.
+/// A random line, counted from 0, of so many (at least one).
 [[nodiscard]] std::size_t RigaCasuale(std::size_t righe, std::mt19937& caso);
 
 }  // namespace sonnel

@@ -48,7 +48,7 @@ void EliminaFileBrano(const fs::path& directory, std::string_view nomeFile) {
     if (!IsPlainName(nomeFile)) {
         return;
     }
-    // A song may have the index's name.
+    // A song may have the same name as the index.
     const fs::path indice = PercorsoIndice(Utf8FromPath(directory)).filename();
     const auto elimina = [&indice](const std::vector<fs::path>& file) {
         for (const fs::path& percorso : file) {
@@ -58,7 +58,8 @@ void EliminaFileBrano(const fs::path& directory, std::string_view nomeFile) {
             }
         }
     };
-    // Both lists are made before a file is deleted: later the second could name another song's.
+    // List all files before deleting: afterwards the player might find another song's files for
+    // this name.
     const auto aperti = ParoleEMusica(directory, std::string(nomeFile));
     elimina(FileDiNome(directory, nomeFile));
     elimina(aperti);

@@ -114,7 +114,8 @@ void CreaIndice(ProfileFile& indice) {
 }
 
 void AssicuraIndice(ProfileFile& indice) {
-    // A batch may have made it already; looking for a file that is not there lists the directory.
+    // Check the batch first, which may have created it: looking for a missing file lists the whole
+    // directory.
     if (indice.Keys(SezioneAlbum).empty() && !FindFile(indice.Path())) {
         CreaIndice(indice);
     }

@@ -31,8 +31,7 @@ inline constexpr std::size_t MassimoValore = 8191;
 [[nodiscard]] bool EsisteIndice(std::string_view openDir);
 
 /// With a key: its value, at most MassimoValore characters of it, or `predefinito` when the key is
-/// absent. Without: the names of all keys of the section in the order of the file, each followed by
-/// NUL.
+/// absent. Without one: the names of the section's keys in file order, each followed by NUL.
 [[nodiscard]] std::string LeggiIndice(const ProfileFile& indice, std::string_view sezione,
                                       std::string_view chiave, std::string_view predefinito);
 
@@ -41,8 +40,8 @@ inline constexpr std::size_t MassimoValore = 8191;
 void ScriviIndice(ProfileFile& indice, std::string_view sezione, std::string_view chiave,
                   std::string_view valore);
 
-/// Takes the first name off a list of names as LeggiIndice gives it; false and "" when it is empty.
-/// The list stays with the caller: only the view moves on.
+/// Takes the first name off a list of names returned by LeggiIndice; false and "" when it is empty.
+/// Only the view changes; the caller owns the list.
 bool ProssimaChiave(std::string_view& elenco, std::string& chiave);
 
 /// Title, author and album of a song's entry; what is missing there is "".

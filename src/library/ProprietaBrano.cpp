@@ -8,7 +8,7 @@
 namespace sonnel {
 namespace {
 
-/// Title, author, album and the two marks between them are read from the index up to here.
+/// The index gives back 8191 characters of an entry: title, author, album and the two separators.
 constexpr std::size_t MassimoCampi = MassimoValore - 2;
 
 }  // namespace

@@ -18,8 +18,8 @@ struct BottoniProprieta {
     bool ok = false;
     friend bool operator==(const BottoniProprieta&, const BottoniProprieta&) = default;
 };
-/// The rule for them: whether an entry of the album list is selected, the album box's text, and
-/// whether anything was typed or picked. A text of blanks alone counts as empty.
+/// Decides by: whether an entry of the album list is selected, the album box's text, and whether
+/// anything was changed. A text of blanks alone counts as empty.
 [[nodiscard]] BottoniProprieta AbilitaBottoni(bool voceSelezionata, std::string_view testoAlbum,
                                               bool modificato);
 

@@ -48,7 +48,7 @@ std::optional<fs::path> RaccoltaBrani::Accanto(const fs::path& file, const char*
     if (fs::is_regular_file(cercato, errore)) {
         return cercato;
     }
-    // One look at a folder serves all its files.
+    // List a folder once for all its files.
     if (const fs::path cartella = file.parent_path(); cartella != elencata_) {
         elencata_ = cartella;
         nomi_.clear();
@@ -67,7 +67,8 @@ void RaccoltaBrani::EsaminaFile(const fs::path& file) {
         brano.lyk = file;
         brano.mid = Accanto(file, ".mid");
     } else if (SembraMidi(file)) {
-        // A karaoke file stays beside the two files that a conversion has made of it.
+        // A karaoke file may have been converted: then its LYK and MID files beside it are the
+        // song.
         const std::optional<fs::path> mid =
             estensione == ".mid" ? std::optional(file) : Accanto(file, ".mid");
         brano.lyk = mid ? Accanto(file, ".lyk") : std::nullopt;

@@ -13,11 +13,11 @@
 
 namespace sonnel {
 
-/// Finds the songs among files and folders: LYK files with what MID files are beside them, and MIDI
-/// files without LYK file, whose words are not read yet. Each song is found once.
+/// Finds the songs among files and folders: LYK files, with their MID files if any, and MIDI files
+/// without a LYK file, whose words are not read yet. Each song is found once.
 class RaccoltaBrani {
   public:
-    /// `continua` is asked for each file; the search ends when it says no.
+    /// `continua` is called for each file; the search ends when it returns false.
     explicit RaccoltaBrani(std::function<bool()> continua = [] { return true; })
         : continua_(std::move(continua)) {}
 

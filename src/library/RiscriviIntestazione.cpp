@@ -13,7 +13,7 @@
 namespace sonnel {
 namespace {
 
-/// The header lines to write, each until it is written.
+/// The header lines that are still to be written.
 class RigheIntestazione {
   public:
     explicit RigheIntestazione(const Intestazione& campi)
@@ -21,7 +21,8 @@ class RigheIntestazione {
                   {"*AU", OneLine(campi.Autore)},
                   {"*AL", OneLine(campi.Album)}}} {}
 
-    /// Writes the field in place of its old line; false when the line is no field's.
+    /// Writes the new field in place of its old line; false when the line is not one of these
+    /// fields.
     bool Sostituisci(std::string_view riga, std::string& testo) {
         auto* const campo = std::find_if(campi_.begin(), campi_.end(), [&](const Campo& candidato) {
             return riga.starts_with(candidato.sigla);
@@ -93,7 +94,7 @@ std::optional<Error> RiscriviIntestazione(const std::filesystem::path& file,
         return ReadError(file, letto.error().number);
     }
     const std::string testo = ConIntestazione(DecodeFileText(*letto), campi);
-    // A file that is UTF-8 already stays so: no byte of its body may change.
+    // A file that is already UTF-8 keeps its encoding: no byte of its body may change.
     const std::string byte =
         letto->starts_with(Utf8Mark) ? std::string(Utf8Mark).append(testo) : EncodeFileText(testo);
     return ReplaceFileWithBackup(file, byte,

@@ -12,13 +12,13 @@ namespace sonnel {
 /// written once, at the end; a write of it that fails is not reported.
 class ScritturaBrani {
   public:
-    /// All of the library outlives it.
+    /// The library must outlive this object.
     explicit ScritturaBrani(const Libreria& libreria);
 
     void Scrivi(const Brano& brano);
     [[nodiscard]] ProfileFile& Indice() { return indice_; }
-    /// Puts the index on disk and reports in one message the LYK files that stayed as they were. To
-    /// be called once, with the normal pointer shown.
+    /// Writes the index and reports in one message the LYK files that could not be changed. To be
+    /// called once, while the normal pointer is shown.
     void Concludi();
 
   private:

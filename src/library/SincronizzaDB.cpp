@@ -15,7 +15,7 @@ constexpr const char* Domanda =
     "index the songs that no more exist. This operation may require some minutes to complete, "
     "depending on the number of files you have. Do you really want to update the index?";
 
-/// Does something that renews the song table, then the list; the selection stays by position.
+/// Runs a step that refills the song table, then refills the list and selects the same position.
 template <class Operazione>
 void RinnovaLista(ListaBrani& lista, const Operazione& operazione) {
     const std::int16_t posizione = lista.BranoSelezionato();

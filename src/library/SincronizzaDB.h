@@ -8,17 +8,17 @@
 
 namespace sonnel {
 
-/// What the two commands below work with beside the library.
+/// What the two commands below need besides the library.
 struct FinestreDB {
     ListaBrani& lista;
     FinestraMessaggio& messaggio;
     /// Makes the main window stop taking input (false) and take it again (true). The selection
-    /// window, when the command comes from it, does the same for itself around the call.
+    /// window does the same for itself when the command comes from it.
     std::function<void(bool)> abilitaFinestra;
 };
 
-/// "Update index": asks, rebuilds the index with a progress message, refills the list and reports.
-/// The selection is kept by position.
+/// "Update index": asks the user, rebuilds the index with a progress message, refills the list and
+/// reports the result. The selection is kept by position.
 void SincronizzaDB(const Libreria& libreria, const FinestreDB& finestre);
 
 /// "Reload index": loads the index again and refills the list. The selection is kept by position.

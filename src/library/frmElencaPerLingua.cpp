@@ -13,7 +13,8 @@ namespace {
 
 using Chiavi = std::vector<QCollatorSortKey>;
 
-/// The language whose order the list has; a machine without one gets an order for people too.
+/// The language whose rules sort the list. Without a language set (the locale "C") it is English,
+/// because "C" sorts by character codes.
 QLocale LinguaElenco() {
     const QLocale utente = QLocale().collation();
     return utente.language() == QLocale::C ? QLocale(QLocale::English) : utente;
@@ -30,7 +31,7 @@ Chiavi FaiChiavi(std::span<const RigaElenco> righe, const QLocale& lingua) {
     return chiavi;
 }
 
-/// Making the keys is most of the work of filling a list: two cores share it.
+/// Making the sort keys takes most of the time of filling a list, so two threads share it.
 Chiavi FaiChiaviInDue(std::span<const RigaElenco> righe) {
     const QLocale lingua = LinguaElenco();
     const std::size_t meta = righe.size() / 2;

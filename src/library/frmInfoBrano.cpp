@@ -35,11 +35,11 @@ QHBoxLayout* FilaBottoni(std::initializer_list<QPushButton*> bottoni) {
     return fila;
 }
 
-/// A value that cannot be changed but scrolled and copied, however long it is.
+/// A read-only value that can be scrolled and copied.
 void FaiEtichetta(QLineEdit* campo) {
     campo->setReadOnly(true);
     campo->setFrame(false);
-    // Its text begins where that of a field with a frame does.
+    // Aligns its text with that of fields with a frame.
     campo->setTextMargins(campo->style()->pixelMetric(QStyle::PM_DefaultFrameWidth), 0, 0, 0);
     campo->setFocusPolicy(Qt::ClickFocus);
     QPalette colori = campo->palette();
@@ -72,7 +72,7 @@ frmInfoBrano::frmInfoBrano(const Libreria& libreria, ListaBrani& lista, std::int
 
 // The look
 
-/// The frame of the song's own texts. Returns how wide its captions are.
+/// The frame with the song's fields. Returns the width of its captions.
 int frmInfoBrano::CreaTesti(QVBoxLayout& colonna) {
     auto* cornice = new QGroupBox(this);
     FaiEtichetta(lblNomefile);
@@ -94,7 +94,7 @@ int frmInfoBrano::CreaTesti(QVBoxLayout& colonna) {
     return lblAutore->sizeHint().width();
 }
 
-/// The frame of the albums, the box under the fields above.
+/// The frame with the albums; its box is aligned with the fields above.
 QWidget* frmInfoBrano::CreaAlbum(int larghezzaEtichette) {
     auto* cornice = new QGroupBox("Al&bum", this);
     auto* griglia = new QGridLayout(cornice);
@@ -102,7 +102,7 @@ QWidget* frmInfoBrano::CreaAlbum(int larghezzaEtichette) {
     griglia->setColumnStretch(1, 1);
     cmbAlbum->setEditable(true);
     cmbAlbum->setInsertPolicy(QComboBox::NoInsert);
-    // A text that is typed stays typed, also when it is the beginning or the name of an entry.
+    // No completion: a typed text stays as it is, even when it begins or equals an entry.
     cmbAlbum->setCompleter(nullptr);
     disconnect(cmbAlbum->lineEdit(), &QLineEdit::editingFinished, cmbAlbum, nullptr);
     cmbAlbum->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -125,7 +125,7 @@ void frmInfoBrano::Disponi() {
 
 void frmInfoBrano::setVisible(bool visible) {
     QDialog::setVisible(visible);
-    // The focus has selected the title from its beginning, which scrolls a long one to its end.
+    // Getting the focus selects the title and so scrolls a long one to its end.
     const auto lunghezza = static_cast<int>(txtTitolo->text().size());
     txtTitolo->setSelection(lunghezza, -lunghezza);
 }
@@ -208,8 +208,8 @@ void frmInfoBrano::cmbAlbum_Click() {
 
 // The album list
 
-/// Adds an album where it belongs in the sorted list, and leaves the box's text alone. Returns the
-/// new entry's index.
+/// Adds an album at its place in the sorted list without changing the box's text. Returns the index
+/// of the new entry.
 int frmInfoBrano::InserisciVoce(const std::string& album) {
     const QString testo = cmbAlbum->currentText();
     const std::string voce(AlbumMostrato(album));

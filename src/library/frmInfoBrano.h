@@ -15,17 +15,17 @@
 namespace sonnel {
 
 /// The window in which a song's title, author and album are changed and the albums are managed. It
-/// shows the song of the selection list's selected line. Albums change at once; of the song nothing
-/// changes here.
+/// shows the song selected in the list. Changes of albums take effect at once; the song itself is
+/// not changed here.
 class frmInfoBrano final : public QDialog {
   public:
-    /// For the song at this position of the table. Library and list outlive the window.
+    /// For the song at this position of the table. Library and list must outlive the window.
     frmInfoBrano(const Libreria& libreria, ListaBrani& lista, std::int16_t indiceBrano,
                  QWidget* parent);
 
     /// How the window was closed: "OK", or "" for Cancel.
     std::string Tag;
-    /// What the texts mean.
+    /// The song's fields as typed.
     [[nodiscard]] Intestazione Campi() const;
 
     void AbilitaBottoni();
@@ -37,7 +37,7 @@ class frmInfoBrano final : public QDialog {
     void cmdEliminaAlbum_Click();
     void cmdOk_Click();
     void cmdAnnulla_Click();
-    /// Escape and the frame end the window as Cancel does.
+    /// Escape and the close button of the frame act as Cancel.
     void reject() override;
     void setVisible(bool visible) override;
 
@@ -70,8 +70,8 @@ class frmInfoBrano final : public QDialog {
     bool voceSelezionata_ = false;  ///< the album box shows an entry that was picked, not typed
 };
 
-/// Lets the user change the properties of the song at this position of the table; the list, which
-/// shows the changes, may not list it.
+/// Lets the user change the properties of the song at this position of the table and updates the
+/// list, even if the list does not show that song.
 void ProprietaBrano(const Libreria& libreria, ListaBrani& lista, std::int16_t posizione,
                     QWidget* parent);
 

@@ -8,7 +8,7 @@
 namespace sonnel {
 
 /// Gives the selection list its context menu: "Add to the queue", also on Ctrl+Return. `accoda`
-/// carries it out for the selected line and returns what to tell the user, if anything.
+/// adds the selected song and returns a message for the user, if any.
 void CreaMenuLista(QListView& lista, std::function<std::optional<std::string>()> accoda);
 
 }  // namespace sonnel

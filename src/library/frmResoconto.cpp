@@ -11,7 +11,7 @@
 namespace sonnel {
 namespace {
 
-// In the dialog's letters.
+// In characters of the dialog's font.
 constexpr int Larghezza = 100;
 constexpr int Altezza = 20;
 

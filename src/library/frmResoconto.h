@@ -5,7 +5,7 @@
 
 namespace sonnel {
 
-/// Reports what became of many files: a sentence, and a list that scrolls.
+/// Reports the outcome for many files: a sentence and a scrollable list.
 class frmResoconto final : public QDialog {
   public:
     frmResoconto(const std::string& riepilogo, const std::string& righe, QWidget* parent);

@@ -20,7 +20,7 @@
 namespace sonnel {
 namespace {
 
-/// What stands before the path of a song outside the library, in the answer.
+/// Prefix in the answer for the path of a song outside the library.
 constexpr const char* PrefissoFile = "F=";
 
 }  // namespace
@@ -87,7 +87,7 @@ void frmSelectSong::Cerca(const QString& parole) {
     AbilitaBottoni();
 }
 
-/// Selects the song from before, if it is listed, else the first one.
+/// Selects the song that was selected before if it is listed, else the first one.
 void frmSelectSong::SelezionaTrovato(std::int16_t selezionato) {
     SelezionaBrano(selezionato);
     if (BranoSelezionato() == 0 && righe_->rowCount() > 0) {
@@ -129,7 +129,7 @@ void frmSelectSong::Chiudi(const std::string& risposta, std::optional<FileBrano>
     Tag = risposta;
     scelta_ = std::move(scelta);
     hide();
-    // It comes back where the user has left it, not in the middle of its parent.
+    // Makes Qt show it again where the user left it, not centred over its parent.
     setAttribute(Qt::WA_Moved);
 }
 

@@ -28,11 +28,11 @@ namespace sonnel {
 class LineaCerca;
 class ModelloBrani;
 
-/// The song selection window: the user picks the song to play, and looks after the library. It
-/// is shown with exec() and only hidden afterwards, so that list, order, selection and size stay.
+/// The song selection window, in which the user picks a song to play and manages the library. It is
+/// shown with exec() and afterwards only hidden, so that list, order, selection and size are kept.
 class frmSelectSong final : public QDialog, public ListaBrani {
   public:
-    /// What the window stands on; all of it outlives the window.
+    /// All of it must outlive the window.
     struct Parti {
         const Libreria& libreria;
         CommonDialog& dialoghi;
@@ -44,7 +44,7 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     /// The answer, to be read when the window is hidden: "" for nothing, the position of a song in
     /// the table, or "F=" and the path of a song outside the library, without extension.
     std::string Tag;
-    /// The files of the song that the answer means.
+    /// The files of the song in the answer.
     [[nodiscard]] const std::optional<FileBrano>& Scelta() const { return scelta_; }
 
     void AggiornaLista() override;
@@ -67,7 +67,8 @@ class frmSelectSong final : public QDialog, public ListaBrani {
     /// Runs the command of the toolbar button at a 1-based index; a separator has none.
     void tlbBar_ButtonClick(int index);
     void lstBrani_Click();
-    /// Escape and the frame end the window as Exit does, but not while it takes no input.
+    /// Escape and the close button of the frame act as Exit, except while the window takes no
+    /// input.
     void reject() override;
 
   protected:

@@ -17,8 +17,8 @@
 namespace sonnel {
 namespace {
 
-constexpr int LarghezzaIniziale = 105;  // mean characters of the list's font
-constexpr int AltezzaIniziale = 36;     // its lines
+constexpr int LarghezzaIniziale = 105;  // average characters of the list's font
+constexpr int AltezzaIniziale = 36;     // lines of the list's font
 
 /// The toolbar's buttons in their order, by the names of their menu items; "" for a separator.
 constexpr std::array<std::string_view, 14> BarraLibreria{"mnuDataAdd",
@@ -41,8 +41,8 @@ constexpr std::array<std::string_view, 14> BarraLibreria{"mnuDataAdd",
 /// A command: its menu item, its handler or the order it sorts by, what it needs, and its button
 /// in the toolbar if it has one.
 struct frmSelectSong::Comando {
-    const char* menu;             ///< the menu that this item begins; null for the items below it
-    const char* nome;             ///< object name of the menu item
+    const char* menu;  ///< title of the menu that starts with this item; null for its other items
+    const char* nome;  ///< object name of the menu item
     const char* testo = nullptr;  ///< null for a separator
     QKeyCombination tasti{};
     void (frmSelectSong::*gestore)() = nullptr;
@@ -143,7 +143,7 @@ void frmSelectSong::CreaMenu() {
 
 QWidget* frmSelectSong::CreaBarra() {
     auto* striscia = new QWidget(this);
-    // The ground of the toolbar's band, which is shorter than the strip.
+    // Background for the toolbar's band, which is shorter than the strip.
     striscia->setBackgroundRole(QPalette::Button);
     striscia->setAutoFillBackground(true);
     tlbBar = AddToolBar(*striscia);
@@ -156,7 +156,7 @@ QWidget* frmSelectSong::CreaBarra() {
         }
         QAction* bottone = AddToolButton(*tlbBar, comando->suggerimento, comando->immagine,
                                          [this, indice] { tlbBar_ButtonClick(indice); });
-        // Its image says it all: no text beside it.
+        // Only an image, no text.
         bottone->setPriority(QAction::LowPriority);
         if (comando->serve != Serve::Nulla) {
             legami_.push_back({bottone, comando->serve});

@@ -6,7 +6,7 @@
 
 namespace sonnel {
 
-/// 24-bit colour: red in the lowest byte, then green, then blue.
+/// A colour of 24 bits, blue in the highest byte and red in the lowest.
 using Colour = std::int32_t;
 
 struct FontSpec {

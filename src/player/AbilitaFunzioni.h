@@ -21,8 +21,8 @@ struct StatoComandi {
     bool operator==(const StatoComandi&) const = default;
 };
 
-/// The one rule for the commands' states, from the sequencer's mode, file name ("" when no song is
-/// open) and position in milliseconds.
+/// The only rule for the commands' states. Depends on the sequencer's mode, file name ("": no song)
+/// and position in ms.
 [[nodiscard]] StatoComandi AbilitaFunzioni(MciMode modo, std::string_view nomeFile,
                                            std::int32_t posizione);
 

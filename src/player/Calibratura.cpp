@@ -21,7 +21,7 @@ constexpr float SenzaCompensazione = 1;  // seconds
 constexpr std::string_view ConsiglioRisoluzione =
     "It's a good idea to run the video calibration when you change your video resolution.";
 
-/// How a test is judged that took up to so many whole seconds.
+/// The verdict on a test that took up to so many whole seconds.
 struct Fascia {
     float fino;
     Icon icona;

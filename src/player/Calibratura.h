@@ -24,7 +24,7 @@ namespace sonnel {
 /// Seconds with at most one decimal, as in 12.3, .5 and 3. (a whole number keeps its point).
 [[nodiscard]] std::string TestoSecondi(float secondi);
 
-/// What is reported about a test of so many seconds.
+/// The message about a test that took so many seconds.
 struct GiudizioCalibratura {
     bool beep = false;
     std::vector<Message> messaggi;
@@ -34,7 +34,7 @@ struct GiudizioCalibratura {
 /// The test that measures how long this machine takes to draw pages, and sets the compensation.
 class Calibratura {
   public:
-    /// What the test uses; all of it outlives the test.
+    /// All of it must outlive the test.
     struct Parti {
         Config& config;
         PictureBox& parole;

@@ -21,7 +21,7 @@ constexpr const char* SezioneAnticipo = "Timing";
 constexpr const char* SezionePalco = "Stage";
 constexpr int MassimoAnticipo = 2000;  // ms
 
-/// The name under which a song is remembered, wherever it was named from.
+/// The key under which a song's changes are stored, the same from every directory.
 std::string Chiave(const FileBrano& brano) {
     std::error_code errore;
     const fs::path base = fs::absolute(PathFromUtf8(brano.base), errore);

@@ -11,7 +11,7 @@ namespace sonnel {
 /// How a song is sung: what the singer has changed of it.
 struct Canto {
     int tonalita = 0;  ///< semitones, -12 to 12
-    int tempo = 100;   ///< percent of the song's own, 50 to 150
+    int tempo = 100;   ///< percent of the original, 50 to 150
     Performance::Melody melodia = Performance::Melody::Normal;
 
     bool operator==(const Canto&) const = default;
@@ -20,8 +20,8 @@ struct Canto {
 /// The same with values out of range at the nearest bound.
 [[nodiscard]] Canto EntroLimiti(const Canto& canto);
 
-/// As it is stored and read back: key, tempo and melody, such as "2 95 soft". Nothing when the text
-/// makes no sense.
+/// The text that is stored, such as "2 95 soft" (key, tempo, melody), and back. Nothing when the
+/// text is not valid.
 [[nodiscard]] std::string TestoDaCanto(const Canto& canto);
 [[nodiscard]] std::optional<Canto> CantoDaTesto(std::string_view testo);
 
@@ -29,8 +29,8 @@ struct Canto {
 [[nodiscard]] std::string_view NomeMelodia(Performance::Melody melodia);
 [[nodiscard]] std::optional<Performance::Melody> MelodiaDaNome(std::string_view nome);
 
-/// What is not the song's own, as the singer reads it; "" when all is. `anticipo`: by how many ms
-/// the words come earlier.
+/// The changes as a text for the user, "" when there are none. `anticipo`: by how many ms the words
+/// come earlier.
 [[nodiscard]] std::string DescriviCanto(const Canto& canto, int anticipo);
 
 /// A note's name, such as "C4" or "F#3", of a MIDI key.

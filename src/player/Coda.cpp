@@ -22,9 +22,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char Separatore = '\t';
-constexpr std::size_t CampiPrima = 5;  // those before the path
+constexpr std::size_t CampiPrima = 5;  // fields before the path
 
-/// A text as a field: in one line and without separators.
+/// A text as a field: line ends and separators removed.
 std::string Campo(std::string_view testo) {
     std::string campo = OneLine(testo);
     std::ranges::replace(campo, Separatore, ' ');
@@ -35,7 +35,7 @@ auto Trova(std::vector<Turno>& turni, std::int64_t numero) {
     return std::ranges::find(turni, numero, &Turno::numero);
 }
 
-/// A number that no turn has.
+/// A number that no turn has yet.
 std::int64_t NuovoNumero(const std::vector<Turno>& turni) {
     std::int64_t numero = 1;
     for (const Turno& turno : turni) {
@@ -70,7 +70,7 @@ Result<Turno> TurnoDi(const FileBrano& brano) {
         return Error{ENOENT, "Can't play " + Utf8FromPath(file) + ": its MID file is missing."};
     }
     if (OneLine(Utf8FromPath(file)) != Utf8FromPath(file)) {
-        return ReadError(file, EINVAL);  // its name has no place in a line
+        return ReadError(file, EINVAL);  // the line format cannot hold its name
     }
     std::error_code errore;
     fs::path assoluto = fs::absolute(file, errore);
@@ -123,7 +123,7 @@ std::optional<Turno> TurnoDaRiga(std::string_view riga) {
 }
 
 Coda::Coda(fs::path file) : file_(std::move(file)) {
-    (void)Leggi(turni_);  // the first change reports what is wrong with it
+    (void)Leggi(turni_);  // an error is reported at the first change
 }
 
 std::optional<Error> Coda::Leggi(std::vector<Turno>& turni) const {
@@ -137,7 +137,7 @@ std::optional<Error> Coda::Leggi(std::vector<Turno>& turni) const {
     while (const auto riga = righe.Next()) {
         if (std::optional<Turno> turno = TurnoDaRiga(*riga)) {
             if (Trova(turni, turno->numero) != turni.end()) {
-                turno->numero = NuovoNumero(turni);  // a file that was edited by hand
+                turno->numero = NuovoNumero(turni);  // a duplicate in a file edited by hand
             }
             turni.push_back(std::move(*turno));
         }
@@ -146,7 +146,7 @@ std::optional<Error> Coda::Leggi(std::vector<Turno>& turni) const {
 }
 
 std::optional<Error> Coda::Scrivi(const Modifica& modifica) {
-    std::error_code ignorato;  // the write reports a directory that is missing
+    std::error_code ignorato;  // if the directory is missing, writing reports it
     fs::create_directories(file_.parent_path(), ignorato);
     const DirectoryLock chiusa(file_.parent_path());
     std::vector<Turno> turni;

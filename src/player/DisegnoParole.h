@@ -17,7 +17,7 @@ struct PaginaMostrata {
     std::string PaginaCorrente;        ///< lines joined by CR LF, no line break at its end
     std::array<std::string, 4> Righe;  ///< the first NumRighe count
     std::array<int, 4> RigaX{};        ///< left edge of each line, twips
-    std::int16_t NumRighe = 4;         ///< before the first page: the lines the area has room for
+    std::int16_t NumRighe = 4;         ///< before the first page: how many lines the area can hold
 };
 
 /// Draws pages of lyrics and colours their words. All coordinates are twips within the lyrics area.
@@ -31,7 +31,7 @@ class DisegnoParole {
     /// Draws the first `n` characters of the page in a colour; each line break counts as two.
     void ColoraPagina(std::int32_t n, Colour colore);
     void Pulisci() { parole_.Clear(); }
-    /// Fits the area to the page shown after the window has changed.
+    /// Fits the area to the current page; to be called after the window's size has changed.
     void Ridisponi() { impaginazione_.ResizeParole(pagina_.NumRighe); }
 
     [[nodiscard]] const PaginaMostrata& Pagina() const { return pagina_; }

@@ -82,7 +82,7 @@ void ImpaginazioneParole::RiduciFont(const Evento& pagina) {
     double richiesta = font.size;
     while (font.size > PuntiMinimi && richiesta > PuntiMinimi &&
            parole_.Measure(pagina.Testo).width > cornice_.LarghezzaParole()) {
-        // A font that offers only some sizes may answer with a larger one than was asked for.
+        // A font with few sizes may set a larger one than was asked for.
         richiesta = std::max(std::min(font.size, richiesta) - 1, PuntiMinimi);
         font.size = richiesta;
         parole_.SetFont(font);

@@ -22,14 +22,14 @@ class ImpaginazioneParole {
     /// Gives the lyrics area and the window the colours and the font of the settings. With
     /// automatic sizing the font keeps its size.
     void ApplicaConfig();
-    /// With automatic sizing: the largest font size, at most 8 points above the configured one, at
-    /// which the widest line of every page fits the area; not below 8 points. Warns once when a
-    /// page takes 10 points or less. On a full screen: the largest size at which every page fits
-    /// the width and the height, without that limit and without a warning.
+    /// With automatic sizing, sets the largest font size at which every line of the song fits the
+    /// area, from 8 points up to 8 above the configured size. Warns once when 10 points or less are
+    /// needed. On a full screen: the largest size at which every page fits the width and the
+    /// height, without that limit and without a warning.
     void FontAutomatico();
-    /// The same again for a song that was fitted already: after a warning it gives none.
+    /// The same for a song that was fitted before; does not warn a second time.
     void RiadattaFont();
-    /// The same without the warning: true when it would be due.
+    /// The same without showing the warning; returns whether there was a reason for it.
     [[nodiscard]] bool AdattaFont();
     /// Makes the area high enough for `righe` lines (at least 1, which is written back) and centres
     /// it below the toolbar.
@@ -43,7 +43,7 @@ class ImpaginazioneParole {
     PictureBox& parole_;
     CorniceParole& cornice_;
     MsgBox& msgBox_;
-    bool avvisato_ = false;  ///< about the song that was fitted last
+    bool avvisato_ = false;  ///< the user was warned about the song fitted last
 };
 
 }  // namespace sonnel

@@ -68,7 +68,7 @@ void ProssimoTurno::BranoFinito() {
     Annuncia();
 }
 
-/// Shows what the queue and the clock say now; without a turn that can begin there is nothing.
+/// Updates the announcement from the queue and the countdown; ends it when no turn can start.
 void ProssimoTurno::Annuncia() {
     const int secondi = automatico_ ? std::max(1, (resta_ + MsPerSecondo - 1) / MsPerSecondo) : 0;
     auto adesso = AnnunciaTurni(p_.coda.Turni(), secondi);
@@ -95,7 +95,7 @@ void ProssimoTurno::Passo() {
     if (automatico_ && !p_.ferma()) {
         resta_ -= Intervallo;
     }
-    // Looking for the songs' files takes time where these are far away.
+    // Only once a second: looking for the songs' files is slow on network drives.
     passi_ = (passi_ + 1) % PassiAlSecondo;
     if (passi_ == 0 || resta_ <= 0) {
         Annuncia();

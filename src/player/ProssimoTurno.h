@@ -17,29 +17,29 @@ namespace sonnel {
 struct Annuncio {
     Turno turno;                        ///< the next one
     std::vector<std::string> seguenti;  ///< two lines at most: the turns after it
-    int secondi = 0;                    ///< until it begins; 0 when it waits for the user
+    int secondi = 0;                    ///< until it starts; 0: it waits for the user
 
     bool operator==(const Annuncio&) const = default;
 };
 
-/// The announcement of the first turns whose songs are there; nothing when there is none.
+/// Announces the first turns whose files exist; nothing when there are none.
 [[nodiscard]] std::optional<Annuncio> AnnunciaTurni(const std::vector<Turno>& turni, int secondi);
 
 /// When a song has ended by itself: announces the next turn of the queue and, if the user wants so,
-/// has it begin some seconds later. Any command to the sequencer ends the announcement.
+/// starts it some seconds later. Any command to the sequencer ends the announcement.
 class ProssimoTurno {
   public:
     static constexpr int MassimoSecondi = 120;
 
-    /// What it uses; all of it outlives it.
+    /// All of it must outlive this object.
     struct Parti {
         Coda& coda;
         Registry& registro;
         const MMControl& sequencer;
         Timer& timer;
-        std::function<bool()> ferma;                 ///< the seconds stand still just now
-        std::function<void()> cambiato;              ///< the announcement has changed
-        std::function<void(const Turno&)> comincia;  ///< the time has come
+        std::function<bool()> ferma;                 ///< whether the countdown is on hold
+        std::function<void()> cambiato;              ///< called when the announcement has changed
+        std::function<void(const Turno&)> comincia;  ///< starts the turn when the countdown ends
     };
     explicit ProssimoTurno(Parti parti);
     ~ProssimoTurno() { p_.timer.Stop(); }
@@ -47,13 +47,13 @@ class ProssimoTurno {
     ProssimoTurno& operator=(const ProssimoTurno&) = delete;
 
     void BranoFinito();
-    /// Ends the announcement; nothing begins by itself.
+    /// Ends the announcement; the turn does not start.
     void Termina();
-    /// The announcement that is to be seen now.
+    /// The announcement to show now.
     [[nodiscard]] const std::optional<Annuncio>& Corrente() const { return annuncio_; }
 
-    /// Whether songs begin by themselves, and how many seconds after the one before: 1 to
-    /// MassimoSecondi. Remembered.
+    /// Whether turns start automatically, and after how many seconds (1 to MassimoSecondi). Both
+    /// are stored.
     [[nodiscard]] bool Automatico() const { return automatico_; }
     void CambiaAutomatico(bool automatico);
     [[nodiscard]] int Secondi() const { return secondi_; }
@@ -66,9 +66,9 @@ class ProssimoTurno {
     Parti p_;
     bool automatico_;
     int secondi_;
-    int passi_ = 0;              ///< since a whole second
+    int passi_ = 0;              ///< timer steps since the last whole second
     int resta_ = 0;              ///< ms
-    std::uint64_t comandi_ = 0;  ///< of the sequencer when the song ended
+    std::uint64_t comandi_ = 0;  ///< the sequencer's count of commands when the song ended
     std::optional<Annuncio> annuncio_;
 };
 

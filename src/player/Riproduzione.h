@@ -21,7 +21,7 @@ namespace sonnel {
 /// Loads songs, drives the sequencer and makes the lyrics and the position controls follow it.
 class Riproduzione {
   public:
-    /// What playback uses; all of it outlives the playback.
+    /// All of it must outlive the playback.
     struct Parti {
         const Config& config;
         Timeline& timeline;
@@ -42,30 +42,30 @@ class Riproduzione {
 
     /// The Open command, after the user has chosen a song or, with none, has cancelled.
     void FileLoad(const std::optional<FileBrano>& scelta);
-    /// Opens a song and plays it, in this key if there is one, whatever is remembered for it; false
-    /// after a message box has said why it cannot be opened.
+    /// Opens a song and plays it; `tonalita`, if given, overrides the key stored for the song.
+    /// Returns false when it cannot be opened; a message box has shown the reason.
     bool SuonaBrano(const FileBrano& brano, std::optional<int> tonalita);
     void SoundPlay();
     void SoundPause();
     void SoundStop();
     /// A click on the lyrics: pause or play.
     void ParoleClick();
-    /// The window loses the focus or is minimised.
+    /// To be called when the window loses the focus or is minimised.
     void Sospendi();
     /// The user has moved the slider to so many seconds.
     void CursoreSpostato(std::int32_t secondi);
-    /// Every 500 ms while playing.
+    /// To be called every 500 ms while playing.
     void AggiornaCursore();
 
-    /// Loads a song into timeline and sequencer; false after a message box
-    /// has given the reason.
+    /// Loads a song into timeline and sequencer. Returns false when that fails; a message box has
+    /// shown the reason.
     bool CaricaBrano(const FileBrano& brano);
     [[nodiscard]] bool InRiproduzione() const;
     /// Sets up position controls, font and lyrics for the song just loaded.
     void PreparaBrano();
     /// Fits font and lyrics of the loaded song to the area's new width, without a warning.
     void Riadatta();
-    /// The settings have changed: colours and font of the lyrics area.
+    /// Applies changed settings: colours and font of the lyrics area.
     void ApplicaConfig();
     void RisincronizzaParole();
     void AbilitaFunzioni();

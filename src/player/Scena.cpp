@@ -12,18 +12,18 @@ namespace sonnel {
 namespace {
 
 // Tenths of a second.
-constexpr double DurataMassima = 8;  // of the colour's way through a syllable
+constexpr double DurataMassima = 8;  // how long the colour moves through one syllable
 constexpr double PausaLunga = 40;
 constexpr double UnSecondo = 10;
 constexpr int MassimoPunti = 3;
 
-/// The events around a moment of the song.
+/// Where the song stands: the page and its last syllable.
 struct Intorno {
     const std::string* pagina = nullptr;  ///< its text
     bool iniziata = false;                ///< there has been a page with words
     std::int32_t prima = 0;               ///< characters sung before the last syllable
-    std::int32_t adesso = 0;              ///< and with it
-    double inizio = 0;                    ///< when it began
+    std::int32_t adesso = 0;              ///< characters sung including the last syllable
+    double inizio = 0;                    ///< when the last syllable began
 };
 
 std::int32_t Caratteri(const std::vector<std::string>& righe) {
@@ -34,8 +34,8 @@ std::int32_t Caratteri(const std::vector<std::string>& righe) {
     return static_cast<std::int32_t>(somma);
 }
 
-/// What the events shown so far have come to. A word that is sung stays sung, whatever is counted
-/// after it.
+/// The state after all events shown so far. The count of sung characters never goes back within a
+/// page.
 Intorno Cerca(const Timeline& timeline) {
     Intorno intorno;
     for (std::int32_t i = 1; i <= timeline.UltimoEvento; ++i) {
@@ -53,7 +53,7 @@ Intorno Cerca(const Timeline& timeline) {
     return intorno;
 }
 
-/// The next word; nothing when none follows.
+/// The next colour event; null when there is none.
 const Evento* ProssimaParola(const Timeline& timeline, const std::string* pagina) {
     for (std::int32_t i = timeline.UltimoEvento + 1; i <= timeline.NumEventi(); ++i) {
         const Evento& evento = timeline.Eventi(static_cast<std::int16_t>(i));
@@ -79,7 +79,7 @@ std::string ProssimaRiga(const Timeline& timeline) {
     return "";
 }
 
-/// Characters sung: the last syllable counts as far as the colour has come in it.
+/// The number of characters sung, including the coloured part of the current syllable.
 double Cantati(const Intorno& intorno, double tempo, const Evento* seguente) {
     const double durata = std::min(
         DurataMassima, seguente != nullptr ? seguente->Tempo - intorno.inizio : DurataMassima);

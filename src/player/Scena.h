@@ -7,7 +7,7 @@
 
 namespace sonnel {
 
-/// What the singers' screen shows beside the page, each as its user wants it.
+/// What the singers' screen shows besides the page; the user can switch each part off.
 struct MostraScena {
     bool flusso = true;    ///< colour moves through the syllables
     bool prossima = true;  ///< the first line of the next page
@@ -21,17 +21,17 @@ struct MostraScena {
 /// What the singers' screen shows at one moment of a song.
 struct Scena {
     std::vector<std::string> righe{};  ///< of the page
-    double cantati = 0;      ///< characters sung, with a part of one; a line end counts two
+    double cantati = 0;      ///< characters sung, with fractions; a line end counts as two
     std::string prossima{};  ///< line of the next page, ""
-    bool annuncia = false;   ///< it is to be seen already
+    bool annuncia = false;   ///< whether the next line is to be shown now
     int punti = 0;           ///< dots of the count-in, 3 to 0
     bool titolo = false;     ///< title and author instead of a page
 
     bool operator==(const Scena&) const = default;
 };
 
-/// The scene at a time in tenths of a second, the compensation included. The page and the words
-/// begun are those of the main window, which has shown the events up to the timeline's last.
+/// The scene at a time in tenths of a second, compensation included. Page and words follow the main
+/// window, that is the timeline's UltimoEvento.
 [[nodiscard]] Scena ScenaA(const Timeline& timeline, double tempo, const MostraScena& mostra);
 
 }  // namespace sonnel

@@ -9,7 +9,7 @@ namespace sonnel {
 namespace {
 
 constexpr int MillisecondiPerDecimo = 100;
-constexpr double QuotaRisincronia = 6;  // what part of the compensation a colour gets back
+constexpr double QuotaRisincronia = 6;  // divides the compensation of colours in a rebuild
 
 }  // namespace
 

@@ -15,7 +15,7 @@ class SincroniaParole {
 
     /// Rebuilds the display for a position.
     void Risincronizza(std::int32_t posizione);
-    /// Shows anew what is shown, after a change of its font or place.
+    /// Draws the current page again after a change of its font or place.
     void Ridisegna();
     /// Applies the first event after the last applied one that is due; at most one.
     void ApplicaDovuto(std::int32_t posizione);

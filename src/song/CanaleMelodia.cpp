@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t Percussioni = 9;  // the channel of the drums
 constexpr std::size_t MinimoParole = 8;
-constexpr std::int32_t Tolleranza = 90;  // ms: words are told in tenths of a second
+constexpr std::int32_t Tolleranza = 90;  // ms: times of words are only exact to a tenth of a second
 constexpr double MinimoAccordo = 0.7;
 
 /// The notes of a channel.
@@ -42,7 +42,7 @@ std::array<Canale, 16> LeggiCanali(const SmfFile& file) {
     return canali;
 }
 
-/// When the words are sung, in ms; words that are sung together count once.
+/// The times at which words are sung, in ms, each once.
 std::vector<std::int32_t> TempiParole(const Timeline& timeline) {
     std::vector<std::int32_t> tempi;
     for (std::int16_t i = 1; i <= timeline.NumEventi(); ++i) {
@@ -56,7 +56,7 @@ std::vector<std::int32_t> TempiParole(const Timeline& timeline) {
     return tempi;
 }
 
-/// The share of `questi` times that have one of the others near.
+/// The share of the times in `questi` that are close to one of the others.
 double Vicini(const std::vector<std::int32_t>& questi, const std::vector<std::int32_t>& altri) {
     const auto vicini = std::count_if(questi.begin(), questi.end(), [&](std::int32_t tempo) {
         const auto primo = std::lower_bound(altri.begin(), altri.end(), tempo - Tolleranza);
@@ -65,8 +65,8 @@ double Vicini(const std::vector<std::int32_t>& questi, const std::vector<std::in
     return questi.empty() ? 0 : static_cast<double>(vicini) / static_cast<double>(questi.size());
 }
 
-/// How well a channel's notes and the words agree, 0 to 1. Notes struck together lower it: a tune
-/// has one at a time.
+/// How well a channel's notes and the words match, 0 to 1. Chords lower it: a tune has one note at
+/// a time.
 double Accordo(const Canale& canale, const std::vector<std::int32_t>& parole) {
     std::vector<std::int32_t> inizi = canale.inizi;
     inizi.erase(std::unique(inizi.begin(), inizi.end()), inizi.end());

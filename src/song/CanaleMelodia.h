@@ -14,7 +14,7 @@ struct CanaleMelodia {
     int piuAlta = 0;   ///< its highest
 };
 
-/// The channel whose notes begin when the words are sung; nothing when none fits well enough: most
+/// The channel whose notes start when the words are sung. Nothing when none matches well: most
 /// words must have a note, and most notes a word.
 [[nodiscard]] std::optional<CanaleMelodia> TrovaMelodia(const SmfFile& file,
                                                         const Timeline& timeline);

@@ -29,7 +29,7 @@ struct MisuraRiga {
 
 MisuraRiga Misura(const RigaParole& riga) {
     MisuraRiga misura;
-    std::vector<Spazio> sospesi;  // blanks that no word has followed yet
+    std::vector<Spazio> sospesi;  // blanks not yet followed by a word
     std::size_t carattere = 0;
     for (std::size_t i = 0; i < riga.size(); ++i) {
         const std::string_view testo = riga[i].testo;
@@ -65,7 +65,7 @@ RigaParole Spezza(RigaParole& riga, const Spazio& spazio) {
     return seguente;
 }
 
-/// Breaks a long line at the blank nearest its middle, and what is still long again.
+/// Breaks a long line at the blank nearest its middle, repeatedly while parts are too long.
 void DividiRiga(RigaParole riga, PaginaParole& righe) {
     std::vector<RigaParole> resto;
     resto.push_back(std::move(riga));
@@ -88,12 +88,13 @@ void DividiRiga(RigaParole riga, PaginaParole& righe) {
     }
 }
 
-/// The silence before line `i` of a page.
+/// The pause before line `i` of a page, in ms.
 std::int32_t PausaPrima(const PaginaParole& righe, std::size_t i) {
     return righe[i].front().ms - righe[i - 1].back().ms;
 }
 
-/// The lines that fit on no page, in nearly equal parts: where each part ends.
+/// Divides lines that are too many for one page into nearly equal parts. Returns where each part
+/// ends.
 std::vector<std::size_t> Tagli(const PaginaParole& righe, std::size_t inizio, std::size_t fine) {
     const std::size_t quante = fine - inizio;
     const std::size_t parti = (quante + MassimoRighePagina - 1) / MassimoRighePagina;

@@ -17,17 +17,17 @@ struct Pezzo {
 using RigaParole = std::vector<Pezzo>;
 using PaginaParole = std::vector<RigaParole>;
 
-/// As many lines as a page shows.
+/// The most lines that a page shows.
 inline constexpr std::size_t MassimoRighePagina = 4;
 
 /// A silence as long as this ends a page, in ms.
 inline constexpr std::int32_t PausaPagina = 4000;
 
 /// Divides the long lines of a page at blanks, and a page of too many lines at pauses or into
-/// nearly equal parts. No line of it is empty. Returns pages that can be shown.
+/// nearly equal parts. `pagina` has no empty line. Returns pages that can be shown.
 [[nodiscard]] std::vector<PaginaParole> DividiPagina(PaginaParole pagina);
 
-/// Divides a text after the blank whose first byte is `spazio`: what stands before stays.
+/// Cuts the text after the blank at byte `spazio` and returns the rest.
 [[nodiscard]] std::string TagliaDopo(std::string& testo, std::size_t spazio);
 
 }  // namespace sonnel

@@ -11,15 +11,15 @@ struct FileBrano {
     std::string base;                            ///< path without extension, as the song was named
     std::optional<std::filesystem::path> lyk{};  ///< as spelled on disk; nothing when it is missing
     std::optional<std::filesystem::path> mid{};
-    /// The words of a MIDI file that is a song by itself, as the text of a LYK file.
+    /// The words read from a MIDI file without a LYK file, as the text of one.
     std::optional<std::string> parole{};
-    std::string motivo{};  ///< why its MIDI file is no song by itself, or ""
+    std::string motivo{};  ///< why its MIDI file cannot be sung without a LYK file, or ""
 
     [[nodiscard]] bool HaParole() const { return lyk || parole; }
     [[nodiscard]] bool Completo() const { return HaParole() && mid; }
 };
 
-/// The files that may be such songs, as file dialogs offer them.
+/// The file dialogs' filter for such MIDI files.
 inline constexpr const char* GenereKaraoke = "Karaoke MIDI files (*.kar *.mid *.midi *.rmi)";
 
 /// Whether a file begins as MIDI files do.
@@ -28,11 +28,11 @@ inline constexpr const char* GenereKaraoke = "Karaoke MIDI files (*.kar *.mid *.
 /// Reads the words of a song that has only its MIDI file.
 void LeggiParole(FileBrano& brano);
 
-/// Looks for base + ".LYK" and base + ".MID", the letter case of the names aside.
+/// Looks for base + ".LYK" and base + ".MID", ignoring letter case.
 [[nodiscard]] FileBrano TrovaFileBrano(std::string base);
 
 /// The song that a file belongs to: a LYK or MID file with the other one beside it, or a MIDI file
-/// of any name with words in it. Otherwise what there is of such a song.
+/// of any name with words in it. Otherwise the song is incomplete.
 [[nodiscard]] FileBrano BranoDaFile(const std::filesystem::path& file);
 
 }  // namespace sonnel

@@ -76,7 +76,7 @@ void Impaginatore::Comincia(Inizio inizio) {
     }
 }
 
-/// What holds no word belongs to the syllable before it.
+/// Joins syllables without letters to the one before.
 void Impaginatore::Aggiungi(Pezzo pezzo) {
     RigaParole& riga = pagine_.back().back();
     caratteri_ += CodePoints(pezzo.testo);
@@ -88,7 +88,7 @@ void Impaginatore::Aggiungi(Pezzo pezzo) {
     }
 }
 
-/// The blank of a syllable at which the current line ends; npos when there is none.
+/// The blank in a syllable at which the current line should end; npos when there is none.
 std::size_t Impaginatore::SpazioUtile(std::string_view testo) const {
     const std::size_t prima = PrimoSpazioUtile - 1 - std::min(caratteri_, PrimoSpazioUtile - 1);
     return testo.find(' ', FirstCodePoints(testo, prima).size());

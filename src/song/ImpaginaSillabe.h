@@ -8,8 +8,8 @@
 
 namespace sonnel {
 
-/// Lays a song's syllables out in lines and pages: where their marks say or, without marks, at
-/// pauses and blanks. No page is empty or has more lines than one shows.
+/// Lays a song's syllables out in lines and pages: at their marks or, if there are none, at pauses
+/// and blanks. No page is empty or has too many lines.
 [[nodiscard]] std::vector<PaginaParole> ImpaginaSillabe(Sillabe lette, const TempoMap& tempi);
 
 }  // namespace sonnel

@@ -4,7 +4,7 @@
 
 namespace sonnel {
 
-/// What a song's LYK file says about it, ready for labels: every "&" is doubled.
+/// The fields of a song's LYK file for labels: every "&" is doubled.
 struct InformazioniBrano {
     std::string Titolo;
     std::string Autore;

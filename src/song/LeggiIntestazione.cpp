@@ -15,8 +15,8 @@ namespace {
 
 constexpr char InizioCorpo = '0';
 
-/// Where the first line that begins with "0" begins, at or after `da`, which is no line's inside.
-/// The first line is seen even behind a byte order mark.
+/// Finds the first line that begins with "0", from `da` on. If `da` is 0, the file's first line
+/// counts too, also after a byte order mark.
 std::optional<std::size_t> CercaCorpo(std::string_view byte, std::size_t da) {
     if (da == 0 && DecodeFileText(byte.substr(0, 4)).starts_with(InizioCorpo)) {
         return 0;
@@ -41,7 +41,7 @@ Result<std::string> LeggiInizio(FileReader& file) {
         if (std::optional<Error> errore = file.Read(byte, std::max(Blocco, prima))) {
             return *errore;
         }
-        // A line end may lie across two blocks.
+        // A line end may be split between two blocks.
         const auto corpo = CercaCorpo(byte, prima < FineRiga ? 0 : prima - FineRiga);
         if (corpo || byte.size() == prima) {
             byte.resize(corpo.value_or(prima));

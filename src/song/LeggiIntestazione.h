@@ -8,7 +8,7 @@
 
 namespace sonnel {
 
-/// What a song's LYK file says about it, as the library lists it.
+/// The fields of a song's LYK file that the library lists.
 struct Intestazione {
     std::string Titolo;
     std::string Autore;
@@ -16,13 +16,12 @@ struct Intestazione {
 };
 
 /// Reads the header of the LYK file directory + name + ".lyk" (any letter case), up to the first
-/// line that begins with "0"; the first line may be any. A name that would leave the directory, a
-/// missing or an unreadable file is an error: the system's number and a sentence with the file's
-/// name and the reason.
+/// line that begins with "0"; the first line is not checked. A name that would leave the directory
+/// and a file that cannot be read are errors, with the system's number and a sentence for the user.
 [[nodiscard]] Result<Intestazione> LeggiIntestazione(const std::filesystem::path& directory,
                                                      std::string_view name);
 
-/// The same of a LYK file's text (UTF-8).
+/// The same for the text of a LYK file (UTF-8).
 [[nodiscard]] Intestazione IntestazioneDaTesto(std::string_view testo);
 
 /// The same for a file whose path is known already.

@@ -25,9 +25,9 @@ class Lettura {
     Lettura(Timeline& timeline, InformazioniBrano& informazioni, MsgBox& msgBox)
         : timeline_(timeline), informazioni_(informazioni), msgBox_(msgBox) {}
 
-    /// Takes in one line after the first; false when the timeline is full.
+    /// Reads one line after the first; false when the timeline is full.
     [[nodiscard]] bool LeggiRiga(std::string_view riga);
-    /// What can be said only when the whole file was read.
+    /// Sets the information that depends on the whole file.
     void Concludi();
 
   private:
@@ -102,7 +102,7 @@ void TogliInFondo(std::string& testo, std::string_view coda) {
     }
 }
 
-/// Where the n-th line break of a text stands.
+/// The position of a text's n-th line break.
 std::size_t PostoFineRiga(std::string_view testo, int n) {
     std::size_t posto = testo.find(FineRiga);
     for (; n > 1; --n) {

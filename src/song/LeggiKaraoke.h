@@ -19,22 +19,22 @@ inline constexpr std::string_view MagicoLyk = "Cantabelle1.0";
 /// What separates the lines of a page in a LYK file.
 inline constexpr std::string_view SeparatoreRighe = "$E";
 
-/// How reading the text of a song ended.
+/// The outcome of reading a song's text.
 enum class EsitoLettura {
     Completa,
-    NonCantabelle,  ///< the first line is another one; a message box reports it
+    NonCantabelle,  ///< the first line is not that of a LYK file; a message box reports it
     Incompleta,     ///< the rest of the text is missing, or there are more events than fit
 };
 
-/// Reads the text of a LYK file (UTF-8) into an empty timeline and empty song information;
-/// reports pages that are too long. `intero` false: the text breaks off somewhere and what is left
-/// of its last line is not read.
+/// Reads the text of a LYK file (UTF-8) into an empty timeline and empty song information; reports
+/// pages that are too long. `intero` false: the text was cut off, so its incomplete last line is
+/// not read.
 [[nodiscard]] EsitoLettura LeggiRighe(std::string_view testo, bool intero, Timeline& timeline,
                                       InformazioniBrano& informazioni, MsgBox& msgBox);
 
 /// Reads a song's LYK file, or the words of its MIDI file, into the timeline and the song
-/// information, which are emptied first. True only when the whole file was read; otherwise a
-/// message box gives the reason, and the timeline keeps the events read so far.
+/// information, which are emptied first. Returns whether all of it was read. If not, a message box
+/// shows the reason and the timeline keeps the events read until then.
 bool LeggiKaraoke(const FileBrano& brano, Timeline& timeline, InformazioniBrano& informazioni,
                   MsgBox& msgBox);
 

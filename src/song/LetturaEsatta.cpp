@@ -25,7 +25,7 @@ Error Rifiuto(ErroreEsatto numero, std::string motivo) {
     return {static_cast<int>(numero), std::move(motivo)};
 }
 
-/// When a page is shown whose first word is sung at `prima`; the word before it was at `ultima`.
+/// When to show a page whose first word is sung at `prima`, after a last word at `ultima`.
 std::int32_t TempoPagina(std::int32_t ultima, std::int32_t prima) {
     std::int32_t tempo = std::max(prima - Anticipo, ultima + DopoUltima);
     if (prima - tempo < MinimoAnticipo) {
@@ -66,7 +66,7 @@ void Scrittore::ScriviRiga(std::int32_t tempo, TipoEvento tipo, std::string_view
     ++eventi_;
 }
 
-/// A line separator that the words only seem to hold gets a blank.
+/// Separates with a blank two characters of the words that would read as a line separator.
 void Scrittore::Aggiungi(std::string_view testo) {
     for (const char carattere : testo) {
         if (carattere == SeparatoreRighe[1] && testo_.ends_with(SeparatoreRighe[0])) {

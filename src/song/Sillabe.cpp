@@ -72,8 +72,7 @@ void Lettore::LeggiPezzo(std::uint64_t tick, std::string_view byte) {
     }
 }
 
-/// How long a syllable is without the joint at its end, a hyphen and the blanks after it; its whole
-/// length when it has none.
+/// The length of a syllable without a joining hyphen, and blanks after that, at its end.
 std::size_t FinoAllaGiunzione(std::string_view testo) {
     const std::size_t ultimo = testo.find_last_not_of(' ');
     return ultimo != std::string_view::npos && testo[ultimo] == '-' ? ultimo : testo.size();

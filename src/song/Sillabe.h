@@ -11,7 +11,7 @@ namespace sonnel {
 /// What begins with a syllable.
 enum class Inizio { Nulla, Riga, Pagina };
 
-/// A syllable as it is sung, with the blanks around it.
+/// A syllable to sing, with the blanks around it.
 struct Sillaba {
     std::uint64_t tick = 0;
     std::string testo;  ///< UTF-8, without marks
@@ -23,8 +23,8 @@ struct Sillabe {
     bool segni = false;  ///< the texts say where lines and pages end
 };
 
-/// Reads the marks of a song's texts, drops the hyphens that join syllables, and separates words
-/// where the texts hold no blanks.
+/// Reads the marks in a song's texts, drops the hyphens between syllables, and separates words if
+/// the texts have no blanks.
 [[nodiscard]] Sillabe LeggiSillabe(const std::vector<TestoMidi>& testi, bool utf8);
 
 }  // namespace sonnel

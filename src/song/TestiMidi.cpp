@@ -40,7 +40,7 @@ bool Segnata(const std::vector<TestoMidi>& testi) {
     return std::count_if(testi.begin(), testi.end(), HaSegno) >= MinimoSegni;
 }
 
-/// Several texts at the beginning of an unmarked track are titles and the like.
+/// Drops titles and the like: several texts at the start of an unmarked track.
 void TogliTitoli(std::vector<TestoMidi>& testi) {
     const auto fine = std::find_if(testi.begin(), testi.end(),
                                    [](const TestoMidi& testo) { return testo.tick > 0; });
@@ -59,7 +59,7 @@ bool MoltiTempi(const std::vector<TestoMidi>& testi) {
     return tempi.size() >= MinimoTempi;
 }
 
-/// Four kinds of tracks, the best first, each with the best track found.
+/// The best track of each of four kinds, the best kind first.
 class Scelta {
   public:
     void Esamina(std::vector<TestoMidi> testi, GenereParole genere) {

@@ -9,7 +9,7 @@
 
 namespace sonnel {
 
-/// A text of a MIDI file as it stands there.
+/// A text of a MIDI file, not decoded.
 struct TestoMidi {
     std::uint64_t tick = 0;
     std::string_view byte;  ///< into the file
@@ -27,8 +27,8 @@ struct TracciaParole {
 /// Whether a text holds a word, not only marks, blanks and hyphens.
 [[nodiscard]] bool ContieneParola(std::string_view byte);
 
-/// Chooses the track with the words of a song: marked texts before marked lyrics before other
-/// lyrics before many unmarked texts, and among alike tracks the one with the most words.
+/// Chooses the track with the words of a song. Marked texts come first, then marked lyrics, other
+/// lyrics, many unmarked texts; among equals the track with the most words.
 [[nodiscard]] TracciaParole TrovaParole(const SmfFile& file);
 
 /// The texts and lyrics that begin with '@' and a letter, without both, in file order.

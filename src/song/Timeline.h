@@ -14,13 +14,13 @@ enum class TipoEvento : std::int16_t { Marcatore = 0, Pagina = 1, Colore = 2 };
 
 /// One timed event of a song's lyrics.
 struct Evento {
-    std::int32_t Tempo = 0;  ///< tenths of a second from the start of the song
+    std::int32_t Tempo = 0;  ///< tenths of a second since the song's start
     TipoEvento Tipo = TipoEvento::Marcatore;
     std::string Testo;  ///< page: lines joined by CR LF; colour: count of characters; marker: free
 };
 
-/// The lyrics of the loaded song: its events in file order, counted from 1, and the last of them
-/// that the display shows.
+/// The lyrics of the loaded song: its events in file order, counted from 1, and how far the display
+/// shows them.
 class Timeline {
   public:
     static constexpr std::int16_t Capienza = 32750;  ///< as many events as a song may hold
@@ -29,7 +29,7 @@ class Timeline {
 
     /// Appends an event; false when the song already holds as many as fit.
     [[nodiscard]] bool InserisciEvento(std::int32_t tempo, TipoEvento tipo, std::string testo);
-    /// Forgets the events; what is allocated stays.
+    /// Removes all events but keeps the memory.
     void Azzera();
 
     [[nodiscard]] std::int16_t NumEventi() const { return numEventi_; }
@@ -38,7 +38,7 @@ class Timeline {
     [[nodiscard]] const Evento& Eventi(std::int16_t indice) const;
     [[nodiscard]] Evento& Eventi(std::int16_t indice);
 
-    /// Index of the last event applied to the display; 0 for none.
+    /// The last event that the display shows; 0 for none.
     std::int16_t UltimoEvento = 0;
 
   private:

@@ -106,7 +106,7 @@ void CRebar::DestroyRebar() {
         delete banda.cornice;
     }
     bande_.clear();
-    // Also the windows of bands that were removed: they are in the strip still, hidden.
+    // Includes the windows of removed bands, which are still in the strip, hidden.
     for (QWidget* figlio : strip_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         figlio->setParent(parent_);
     }

@@ -22,7 +22,8 @@ class CRebar {
     static constexpr std::uint32_t StileList = 0x1000;
     static constexpr std::uint32_t StileTrasparente = 0x8000;
     static constexpr std::uint32_t StileSenzaDivisore = 0x40;
-    /// Band styles: child edge, fixed bitmap, gripper always and the one bit more; a break before.
+    /// Band styles: child edge, fixed bitmap, gripper always and 0x200; the second one also starts
+    /// a new row.
     static constexpr std::uint32_t StileBanda = 0x2A4;
     static constexpr std::uint32_t StileBandaACapo = 0x2A5;
 
@@ -34,19 +35,20 @@ class CRebar {
     CRebar(const CRebar&) = delete;
     CRebar& operator=(const CRebar&) = delete;
 
-    /// Makes a toolbar flat; with `tbList` its texts stand beside its images.
+    /// Makes a toolbar flat; with `tbList` texts are beside the images.
     static void TBMakeFlat(QToolBar& tb, bool tbList);
-    /// Appends a band. `childWin` may be null; `newRow` 1 keeps the band in the row of the one
-    /// before. The child is at least as wide as it is now, or `mWidth` times the twips of a pixel
-    /// when that is given and not zero (pixels).
+    /// Appends a band. `childWin` may be null. With `newRow` 1 the band stays in the row of the
+    /// previous one. The child is at least as wide as it is now, or `mWidth` times the twips of a
+    /// pixel when that is given and not zero (pixels).
     void AddBands(const QString& bandText, std::int16_t bandName, QWidget* childWin,
                   std::int32_t newRow, std::optional<double> mWidth = std::nullopt);
     /// Id of the band at a zero-based position; an invalid variant when the argument is no number
     /// or names no band.
     [[nodiscard]] QVariant GetBandId(const QVariant& id) const;
-    /// Gives every band the colours of the window system.
+    /// Sets every band to the system's colours.
     void SetBandColors();
-    /// Gives the bands' windows back to the parent and destroys the strip. The handle stays.
+    /// Makes the parent the owner of the bands' windows again and deletes the strip. Handle() is
+    /// unchanged.
     void DestroyRebar();
     [[nodiscard]] QVariant GetRebarWindow() const { return static_cast<qint32>(handle_); }
     void RemoveBands(int bandPosition);
@@ -61,7 +63,7 @@ class CRebar {
     [[nodiscard]] QWidget* Parent() const { return parent_; }
     /// Background of the bands added from now on.
     void ImageForRebar(const QPixmap& img) { image_ = img; }
-    /// The window to notify when the strip's height changes: it gets a layout request.
+    /// The window that gets a layout request when the strip's height changes.
     void SetMainParent(QWidget& obj) { notified_ = &obj; }
 
   private:

@@ -14,8 +14,8 @@ struct RigaElenco {
     std::int16_t posizione = 0;
 };
 
-/// Finds lines of a list by words in them, letter case and accents aside. The lines are
-/// folded once.
+/// Finds lines of a list by words in them, ignoring letter case and accents. The lines are prepared
+/// once for all searches.
 class CercaRighe {
   public:
     CercaRighe() = default;

@@ -4,7 +4,7 @@
 
 namespace sonnel {
 
-/// The busy pointer while it lives; then the pointer that was shown before, or the one asked for.
+/// Shows the busy pointer during its lifetime; then the pointer from before, or a given one.
 class PuntatoreOccupato {
   public:
     explicit PuntatoreOccupato(SystemEvents& eventi)
@@ -16,7 +16,7 @@ class PuntatoreOccupato {
     PuntatoreOccupato& operator=(const PuntatoreOccupato&) = delete;
     ~PuntatoreOccupato() { Ripristina(); }
 
-    /// Ends it early, as before a message.
+    /// Ends it early, for example before a message.
     void Ripristina() {
         if (eventi_ != nullptr) {
             eventi_->SetPointer(dopo_);
@@ -29,8 +29,8 @@ class PuntatoreOccupato {
     Pointer dopo_;
 };
 
-/// The normal pointer while it lives, as for a message in the middle of work; then the one that was
-/// shown before.
+/// Shows the normal pointer during its lifetime, for a message in the middle of work; then the
+/// pointer from before.
 class PuntatoreNormale {
   public:
     explicit PuntatoreNormale(SystemEvents& eventi)

@@ -16,8 +16,8 @@ Posizione CentraForm(float larghezzaSchermo, float altezzaSchermo, float larghez
 void Attendi(std::int16_t secondi, const Clock& orologio, SystemEvents& eventi) {
     using std::chrono::milliseconds;
     using Secondi = std::chrono::duration<double>;
-    // The time of day only says where the whole second begins: it falls back at midnight and when
-    // the clock is put right, so the time that has passed is measured on the steady clock.
+    // The time of day only gives the fraction of the second. It jumps at midnight and when the
+    // clock is set, so the steady clock measures the wait.
     const double oraDelGiorno = orologio.TimeOfDay();
     const auto partenza = orologio.Steady();
     const Secondi attesa(secondi + RoundHalfEven<std::int32_t>(oraDelGiorno) - oraDelGiorno);

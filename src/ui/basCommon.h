@@ -16,13 +16,13 @@ struct Posizione {
     float top = 0;
 };
 
-/// Where a window of this size stands when it is centred on the screen; all in twips. A window
-/// larger than the screen gets a negative coordinate.
+/// The place that centres a window of this size on the screen, in twips; negative for a window that
+/// is too large.
 [[nodiscard]] Posizione CentraForm(float larghezzaSchermo, float altezzaSchermo,
                                    float larghezzaFinestra, float altezzaFinestra);
 
-/// Waits `secondi` seconds (half a second more or less, for the start is taken to the whole second)
-/// while pending window events run. A wait across midnight ends too.
+/// Waits `secondi` seconds while pending window events run. The start counts as the nearest whole
+/// second, so the wait is up to half a second longer or shorter.
 void Attendi(std::int16_t secondi, const Clock& orologio, SystemEvents& eventi);
 
 /// Replaces every occurrence of `cerca`, left to right, never searching the inserted text again.
@@ -31,7 +31,7 @@ void Attendi(std::int16_t secondi, const Clock& orologio, SystemEvents& eventi);
 std::int16_t SostituisciTesto(std::string& testo, std::string_view cerca,
                               std::string_view sostituisci);
 
-/// The path with the platform's separator at its end, added when it is not there.
+/// The path with a separator at its end; added if missing.
 [[nodiscard]] std::string AggiungiBarra(std::string_view percorso);
 
 }  // namespace sonnel

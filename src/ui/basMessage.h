@@ -4,9 +4,8 @@
 
 namespace sonnel {
 
-/// The window that asks the user to wait while a long operation runs. The operation goes on at
-/// once; the window is painted, and its Cancel button noticed, while the operation lets pending
-/// events run.
+/// The window that asks the user to wait during a long operation. It does not block: it is
+/// repainted, and Cancel takes effect, whenever the operation lets pending events run.
 class FinestraMessaggio {
   public:
     virtual ~FinestraMessaggio() = default;

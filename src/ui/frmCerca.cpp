@@ -21,7 +21,7 @@ LineaCerca::LineaCerca(QWidget& finestra, QListView& lista,
 }
 
 void LineaCerca::Apri() {
-    cambiata_(text());  // so that the first key need not prepare the search
+    cambiata_(text());  // prepares the search now, so that the first key is not slow
     show();
     setFocus();
     selectAll();
@@ -43,7 +43,7 @@ bool LineaCerca::eventFilter(QObject* object, QEvent* event) {
             Apri();
             return true;
         }
-        // On its way to the window, which it would close.
+        // Must not reach the window, which would close.
         if (object == window() && tasto.key() == Qt::Key_Escape && !isHidden()) {
             Chiudi();
             return true;

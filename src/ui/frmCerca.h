@@ -9,16 +9,16 @@
 namespace sonnel {
 
 /// The line beside a list of songs in which the user types what to find. Ctrl+F or "/" open it;
-/// Escape closes it, which finds everything again.
+/// Escape closes it, and all lines are listed again.
 class LineaCerca final : public QLineEdit {
   public:
-    /// `cambiata` gets each text; "" when the line is closed.
+    /// `cambiata` is called with each new text; with "" when the line is closed.
     LineaCerca(QWidget& finestra, QListView& lista, std::function<void(const QString&)> cambiata);
 
     void Apri();
-    /// "/" opens it from this list too.
+    /// Lets "/" open it from this list.
     void Anche(QAbstractItemView& lista) { lista.installEventFilter(this); }
-    /// Also for the window to call when it is hidden.
+    /// The window calls it too, when it is hidden.
     void Chiudi();
 
   protected:

@@ -79,7 +79,7 @@ QItemSelectionModel::SelectionFlags VistaBrani::selectionCommand(const QModelInd
 }
 
 QSize DisegnoRiga::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    // Without a width of their own all lines are as wide as the list.
+    // Width 0 makes all lines as wide as the list.
     return {0, QStyledItemDelegate::sizeHint(option, index).height() + AriaRiga};
 }
 
@@ -87,7 +87,7 @@ bool DisegnoRiga::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                             const QStyleOptionViewItem& option, const QModelIndex& index) {
     const bool tagliata =
         QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width();
-    // As rich text, so that a title with "<" in it is not taken for one.
+    // Escaped rich text: Qt would take a title with "<" for rich text.
     const QString testo = QString("<span>%1</span>").arg(index.data().toString().toHtmlEscaped());
     QToolTip::showText(event->globalPos(), tagliata ? testo : QString(), view);
     return true;

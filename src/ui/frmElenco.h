@@ -19,7 +19,7 @@ class ModelloBrani : public QAbstractListModel {
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
-    /// The lines to show, as far as the words to find are in them.
+    /// Sets the lines; only those with the words of Filtra are shown.
     void Sostituisci(std::vector<RigaElenco> righe);
     /// Lists only the lines that hold these words.
     void Filtra(const QString& parole);
@@ -35,8 +35,8 @@ class ModelloBrani : public QAbstractListModel {
     std::vector<std::size_t> elencate_;  ///< numbers of the lines that are listed
 };
 
-/// The list. The selection changes only to another line. While no line is selected, a key that
-/// moves upwards or down selects the line with the frame, which would be passed over otherwise.
+/// The list. The selection changes only to another line. While no line is selected, the first Up or
+/// Down selects the line with the focus frame; Qt would skip it.
 class VistaBrani : public QListView {
   public:
     using QListView::QListView;
@@ -47,7 +47,7 @@ class VistaBrani : public QListView {
         const QModelIndex& index, const QEvent* event) const override;
 };
 
-/// Draws the lines as wide as the list; one that is cut off shows itself whole in a tooltip.
+/// Draws the lines as wide as the list; a tooltip shows the full text of a line that is cut off.
 class DisegnoRiga : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -12,7 +12,7 @@ namespace sonnel {
 namespace {
 
 constexpr int Distanza = 12;          // pixels between captions and values
-constexpr int LarghezzaValori = 280;  // pixels, so that short texts do not make a tiny window
+constexpr int LarghezzaValori = 280;  // pixels; a minimum for short texts
 
 WrappedText* Valore(QWidget* parent) {
     auto* etichetta = new WrappedText(parent);
@@ -61,7 +61,7 @@ frmInfo::frmInfo(QWidget* parent)
     colonna->addWidget(cmdChiudi, 0, Qt::AlignRight);
 }
 
-/// The two frames, their captions and values in the same two columns.
+/// The two frames, with their captions and values aligned.
 QWidget* frmInfo::CreaCornici() {
     auto* cornici = new QWidget;
     auto* colonna = new QVBoxLayout(cornici);
@@ -86,7 +86,7 @@ QWidget* frmInfo::CreaCornici() {
 }
 
 void frmInfo::Mostra(const Testi& testi) {
-    // These labels have no access keys, so a doubled "&" would show as two.
+    // These labels show "&" as it is, so a doubled one must be made single.
     const auto scrivi = [](WrappedText* etichetta, const std::string& testo) {
         etichetta->setPlainText(QString::fromStdString(testo).replace("&&", "&"));
     };

@@ -48,20 +48,19 @@ void frmMessage::MostraMessaggio(const std::string& testo, bool mostraAnnulla) {
     }
     Centra(cmdCancel->isHidden() ? AltezzaSenzaAnnulla : AltezzaConAnnulla);
     show();
-    // The words are to be read before the work that keeps the event loop busy begins.
+    // Paint now: the work that follows keeps the event loop busy.
     PaintNow(*this);
 }
 
 void frmMessage::Carica() {
-    // Over the window that is in use, so that its Cancel works though that one is modal.
+    // A child of the active window, so that Cancel works even if that window is modal.
     setParent(WindowInUse(), windowFlags());
     annullato_ = false;
     cmdCancel->setEnabled(true);
     cmdCancel->show();
 }
 
-/// Gives the window this height, in twips, and a width that holds its text, in the middle of the
-/// screen.
+/// Sets the height (twips) and a width that fits the text, and centres the window on the screen.
 void frmMessage::Centra(int altezza) {
     const double twips = schermo_.TwipsPerPixel();
     const auto pixel = [twips](double valore) { return RoundHalfEven<int>(valore / twips); };
@@ -72,7 +71,7 @@ void frmMessage::Centra(int altezza) {
 void frmMessage::ChiudiMessaggio() {
     annullato_ = false;
     hide();
-    // It does not go with the window that was in use.
+    // Otherwise it would be deleted together with that window.
     setParent(nullptr, windowFlags());
 }
 

@@ -9,8 +9,8 @@
 
 namespace sonnel {
 
-/// Asks the user to wait while a long operation runs. It is painted when MostraMessaggio
-/// returns, and lies over the window that is in use then.
+/// Asks the user to wait while a long operation runs. It is already painted when MostraMessaggio
+/// returns, and lies over the active window.
 class frmMessage final : public QDialog, public FinestraMessaggio {
   public:
     explicit frmMessage(const Screen& schermo);
@@ -20,7 +20,8 @@ class frmMessage final : public QDialog, public FinestraMessaggio {
     [[nodiscard]] bool Annullato() const override { return annullato_; }
 
     void cmdCancel_Click();
-    /// Escape and the frame close nothing: they are Cancel when there is one.
+    /// Escape and the close button of the frame do not close it: they act as Cancel if there is
+    /// one.
     void reject() override;
 
   private:

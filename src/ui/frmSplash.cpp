@@ -11,7 +11,7 @@ namespace sonnel {
 namespace {
 
 constexpr QSize Misura(480, 270);
-constexpr int Margine = 36;  // where the picture's own drawing begins
+constexpr int Margine = 36;  // left edge of the drawing in the picture
 constexpr int DurataAvvio = 5000;
 
 QLabel* Etichetta(const std::string& testo, int pixel, bool grassetto, QWidget* parent) {
@@ -44,7 +44,7 @@ frmSplash::frmSplash(Modo modo, QWidget* parent)
     setWindowTitle(QString::fromStdString(std::string(TitoloProgramma)));
     tmrClose.setSingleShot(true);
     connect(&tmrClose, &QTimer::timeout, this, &frmSplash::tmrClose_Timer);
-    // Of a fixed size, so there is nothing to maximise.
+    // No maximise button: the size is fixed.
     setWindowFlags(modo == Modo::Avvio ? Qt::SplashScreen | Qt::FramelessWindowHint
                                        : Qt::Dialog | Qt::CustomizeWindowHint |
                                              Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
@@ -76,7 +76,7 @@ void frmSplash::tmrClose_Timer() {
 
 void frmSplash::done(int result) {
     QDialog::done(result);
-    // Closing comes by here more than once.
+    // done() can be called more than once.
     if (const auto unload = std::exchange(onUnload, nullptr)) {
         unload();
     }

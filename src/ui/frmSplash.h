@@ -19,13 +19,13 @@ class frmSplash : public QDialog {
     void cmdOk_Click();
     void tmrClose_Timer();
 
-    /// The window has done its work and can be destroyed.
+    /// Called when the window has closed and can be deleted.
     std::function<void()> onUnload;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void done(int result) override;
-    /// Escape and the frame close the About box; at start-up the splash closes itself.
+    /// Escape and the close button of the frame close the About box, but not the start-up splash.
     void reject() override;
 
   private:

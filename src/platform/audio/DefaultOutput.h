@@ -14,8 +14,8 @@
 namespace sonnel {
 
 /// The output the player uses: a device, a WAV file or silence, as `driver` says. When no device
-/// can be opened it plays silently and reports that once; a device that goes away is replaced by
-/// the default one, or by silence until there is one again. All but Fill on one thread.
+/// can be opened it plays silently and reports that once; if its device disappears it goes on with
+/// the default one, or silently until there is one. All but Fill on one thread.
 class DefaultOutput final : public AudioOutput {
   public:
     using DeviceMaker = std::function<std::unique_ptr<DeviceOutput>(const std::string&)>;

@@ -56,12 +56,12 @@ inline constexpr std::size_t MaxFileSize = std::size_t{1} << 30U;
 /// The whole content of a regular file; errors as in FileReader.
 [[nodiscard]] Result<std::string> ReadFile(const std::filesystem::path& path);
 
-/// Replaces a file's content, or makes the file: written beside it, flushed, renamed, so that a
-/// crash at any moment leaves the old or the new file whole. The permissions of an existing file
-/// are kept, and a symbolic link stays one: its target is written. A write-protected file is not
-/// replaced. On failure the old file stays and nothing is left behind; the next write in that
-/// directory removes what a crash has left. The error's number is the system's and its text a
-/// sentence with the file's name and the reason.
+/// Replaces a file's content, or creates the file: a new file beside it is written, flushed and
+/// renamed, so that even after a crash there is a complete file, the old or the new one. The
+/// permissions of an existing file are kept, and a symbolic link stays one: its target is written.
+/// A write-protected file is not replaced. On failure the old file stays and nothing is left
+/// behind; the next write in that directory removes what a crash has left. The error's number is
+/// the system's and its text a sentence with the file's name and the reason.
 [[nodiscard]] std::optional<Error> WriteFileAtomically(const std::filesystem::path& path,
                                                        std::string_view content);
 

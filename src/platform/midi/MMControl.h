@@ -72,7 +72,7 @@ class MMControl {
     /// Asks for status reports every `ms` milliseconds while playing, one after each command, and
     /// one when the last sound before a Pause has been heard.
     void SetUpdateInterval(int ms);
-    /// Handlers are called by the timer. Whoever sets one clears it before it goes away.
+    /// Handlers are called by the timer. Their owner must clear them before being destroyed.
     std::function<void()> onStatusUpdate;
     /// Play completes with Successful at the end of the song, with Aborted by Pause and Seek.
     std::function<void(MciNotify)> onDone;
@@ -121,7 +121,7 @@ class MMControl {
     int aborted_ = 0;             ///< Plays that were interrupted and not yet reported
     bool reportDue_ = false;
     bool pausing_ = false;  ///< until the Pause is heard
-    int quiet_ = 0;         ///< so many Quiets live
+    int quiet_ = 0;         ///< how many Quiets exist
 };
 
 /// The player's test for playing: true for the modes 526 and 527 only.

@@ -14,7 +14,7 @@ class TempoMap {
     explicit TempoMap(const SmfFile& file);
     /// Milliseconds from the start of the song, rounded.
     [[nodiscard]] std::int32_t Milliseconds(std::uint64_t tick) const;
-    /// Tenths of a second from the start of the song, rounded.
+    /// The same in tenths of a second.
     [[nodiscard]] std::int32_t Tenths(std::uint64_t tick) const;
     /// Frames from the start of the song, rounded, at `rate` frames per second.
     [[nodiscard]] std::int64_t Frame(std::uint64_t tick, int rate) const;

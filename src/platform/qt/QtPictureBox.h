@@ -34,7 +34,7 @@ class QtPictureBox : public QWidget, public PictureBox {
     void mousePressEvent(QMouseEvent* event) override;
 
   private:
-    /// A text that stands on the picture.
+    /// A text drawn on the picture.
     struct Printed {
         int x = 0;
         int y = 0;

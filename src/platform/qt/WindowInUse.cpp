@@ -7,7 +7,8 @@ namespace sonnel {
 
 namespace {
 
-/// The splash goes by itself, and a window that takes no focus is not for the one who reads boxes.
+/// Not the splash, which closes by itself, nor a window that takes no focus, which other people
+/// look at.
 bool MayHaveBoxes(const QWidget& window) {
     return window.windowType() != Qt::SplashScreen &&
            !window.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus);

@@ -21,11 +21,11 @@ class AltreFinestre {
     virtual void RileggiDB() = 0;
     /// "Update index".
     virtual void SincronizzaDB() = 0;
-    /// Returns when the options are closed.
+    /// Shows the options window; returns when it is closed.
     virtual void MostraOpzioni() = 0;
-    /// Loads the index, then the selection window, which stays hidden.
+    /// Loads the index and creates the selection window, still hidden.
     virtual void CaricaLibreria() = 0;
-    /// The library's songs by title; a position is good until the version is another one.
+    /// The library's songs by title. Their positions are valid until VersioneBrani changes.
     [[nodiscard]] virtual std::vector<RigaElenco> ElencoBrani() = 0;
     [[nodiscard]] virtual std::uint64_t VersioneBrani() const = 0;
     /// The song at a position, for the queue.

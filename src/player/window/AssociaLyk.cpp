@@ -17,7 +17,7 @@ std::string Classe(std::string_view sotto = "") {
     return "SOFTWARE\\Classes\\LYKfile" + std::string(sotto);
 }
 
-/// Whether an installation left it to this start to register the player.
+/// Whether an installation has left an empty class, so that this start is to register the player.
 bool DaAssociare(Registry& registro) {
     return LeggiChiave(registro, Macchina, Estensione, Predefinito) == RegistryValue{std::string()};
 }

@@ -21,7 +21,7 @@ void MostraControlloVolume(Shell& shell, MsgBox& msgBox) {
                             "manually.");
         return;
     }
-    // The window of a mixer that was just started may not be there yet; it comes up in front then.
+    // A mixer that was just started may have no window yet; it then opens in front.
     if (const auto finestra = shell.FindMixer(); finestra && !shell.Activate(*finestra)) {
         Avverti(msgBox, "Warning! An error occured trying to activate the Volume Control \"" +
                             finestra->title +

@@ -11,12 +11,12 @@
 namespace sonnel {
 namespace {
 
-/// An option and what is said of it.
+/// An option and its help text.
 struct Opzione {
     std::string_view nome;
     std::string_view valore;  ///< its value's name, or its values; "" when it takes none
     std::string_view scopo;
-    std::string_view voluto;  ///< what its value has to be
+    std::string_view voluto;  ///< what its value must be, for the error
 };
 
 constexpr std::array<Opzione, 6> Opzioni = {{
@@ -41,7 +41,7 @@ Environment:
   XDG_RUNTIME_DIR    where players find each other
 )";
 
-/// Sets what one option says; false when its value makes no sense.
+/// Applies one option; false when its value is invalid.
 bool Imposta(Canto& canto, const std::string& opzione, const std::string& valore) {
     if (opzione == "--melody") {
         const auto melodia = MelodiaDaNome(valore);

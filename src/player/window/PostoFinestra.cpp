@@ -7,12 +7,13 @@ namespace sonnel {
 namespace {
 
 constexpr int AltezzaMinima = 1440;
-constexpr int AltezzaTitolo = 450;    // what can be taken with the mouse to move the window
+constexpr int AltezzaTitolo = 450;    // the part that the mouse can grab
 constexpr int BordiCornice = 120;     // of a usual frame, left and right together
 constexpr int AltezzaCornice = 600;   // title and lower edge
-constexpr int LarghezzaPresa = 1440;  // so much of it must be on the screen
+constexpr int LarghezzaPresa = 1440;  // this much of the title must be on a screen
 
-/// How much of one stretch lies within another. A stored place may be any number.
+/// The length of the overlap of two ranges, negative when they are apart. 64 bits, because a stored
+/// place can be any int.
 std::int64_t Comune(std::int64_t inizio, std::int64_t lunghezza, std::int64_t altro,
                     std::int64_t lunghezzaAltro) {
     return std::min(inizio + lunghezza, altro + lunghezzaAltro) - std::max(inizio, altro);
@@ -23,7 +24,7 @@ bool SiPrende(const Rectangle& finestra, const Rectangle& schermo) {
            Comune(finestra.top, AltezzaTitolo, schermo.top, schermo.height) >= AltezzaTitolo / 2;
 }
 
-/// The minimum wins over a screen that is smaller.
+/// Limits a length; the minimum counts more than the screen.
 int MisuraAmmessa(int valore, int minimo, int massimo) {
     return std::max(minimo, std::min(valore, massimo));
 }

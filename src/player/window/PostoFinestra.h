@@ -6,10 +6,10 @@
 
 namespace sonnel {
 
-/// Where a window opens that was closed at `voluto`: there, if the user can see and take its upper
-/// edge on one of the screens, else at the corner of the first one. It is never larger, with a
-/// frame of usual size, than the screen it opens on and never narrower than `larghezzaMinima`. All
-/// lengths in twips; with no screens the place is taken as it stands.
+/// Where to open a window that was closed at `voluto`: there, if the user can reach its title bar
+/// on one of the screens, else at the corner of the first screen. With a usual frame it fits its
+/// screen, but it is never narrower than `larghezzaMinima`. All lengths in twips; without any
+/// screen `voluto` is returned.
 [[nodiscard]] Rectangle PostoVisibile(const Rectangle& voluto, int larghezzaMinima,
                                       const std::vector<Rectangle>& schermi);
 

@@ -35,7 +35,7 @@ std::string BranoDaRiga(std::string riga) {
     }
     const std::size_t lunghezza = std::min(LunghezzaEstensione, riga.size());
     const std::string coda = riga.substr(riga.size() - lunghezza);
-    // A line too short to lose four characters is kept: it may be a song's name.
+    // Shorter than an extension: keep it all, it can be a song's name.
     if (lunghezza == LunghezzaEstensione && EstensioniBrano.find(coda) != std::string_view::npos) {
         riga.resize(riga.size() - LunghezzaEstensione);
     }
@@ -56,7 +56,8 @@ FileBrano BranoNominato(const std::string& riga) {
 std::string PercorsoAssoluto(const std::string& riga) {
     std::string percorso = SenzaVirgolette(riga);
     std::error_code ignorato;
-    // Behind a directory the apostrophe would be a part of the name, which it is only in a file's.
+    // Once a directory stands before it, the apostrophe would look like part of the name; keep it
+    // only if a file really has this name.
     if (percorso.starts_with('\'') && !std::filesystem::exists(PathFromUtf8(percorso), ignorato)) {
         percorso.erase(0, 1);
     }

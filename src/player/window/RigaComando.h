@@ -14,11 +14,12 @@ namespace sonnel {
 /// the extension ".lyk" or ".mid" (any last characters that occur in ".mid.lyk", in fact).
 [[nodiscard]] std::string BranoDaRiga(std::string riga);
 
-/// The song that a command line names: by its base path or, where there is no such song, by a file
-/// that belongs to it.
+/// The song that a command line names: by base path or, if no song has that, by one of the song's
+/// files.
 [[nodiscard]] FileBrano BranoNominato(const std::string& riga);
 
-/// The same song as it is named from any directory: an absolute path; "" for no song.
+/// The absolute path of the song, so that a player started in another directory finds it; "" for no
+/// song.
 [[nodiscard]] std::string PercorsoAssoluto(const std::string& riga);
 
 }  // namespace sonnel

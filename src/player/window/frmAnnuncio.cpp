@@ -11,8 +11,8 @@ namespace sonnel {
 namespace {
 
 constexpr double Margine = 0.05;      // of the area's width, at either side
-constexpr double Riempito = 0.72;     // of a line's height by its letters
-constexpr double MinimaParte = 0.45;  // of the wanted letters before a text is cut
+constexpr double Riempito = 0.72;     // part of a line's height that its letters fill
+constexpr double MinimaParte = 0.45;  // how far letters shrink before a text is cut
 constexpr double Sbiadito = 0.85;
 
 /// A line of the announcement; its place and height as parts of the area's height.

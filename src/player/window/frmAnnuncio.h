@@ -13,14 +13,14 @@ namespace sonnel {
 void DisegnaAnnuncio(QPainter& pittore, const QRectF& area, const Annuncio& annuncio,
                      const Config& config);
 
-/// The announcement over the lyrics and what is around them, below the toolbar. Clicks go through
+/// Shows the announcement over everything below the toolbar. Mouse clicks reach the lyrics under
 /// it.
 class CartaAnnuncio final : public QWidget {
   public:
     CartaAnnuncio(QWidget& area, QWidget& barra, const Config& config,
                   std::function<const std::optional<Annuncio>&()> annuncio);
 
-    /// The announcement has changed; `mostra` false: it is to be seen elsewhere.
+    /// To be called when the announcement has changed. `mostra` false: another window shows it.
     void Aggiorna(bool mostra);
 
   protected:

@@ -20,7 +20,8 @@ void FinestraCoda::Apri() {
     linea_->Apri();
 }
 
-/// Takes in what others have changed: the library, the queue's file, and which songs are there.
+/// Shows changes that were made elsewhere: in the library, in the queue's file, and which songs
+/// still exist.
 void FinestraCoda::Rinnova() {
     p_.coda.Rileggi();
     turni_->Sostituisci(p_.coda.Turni());
@@ -45,7 +46,7 @@ void FinestraCoda::changeEvent(QEvent* event) {
 void FinestraCoda::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
     linea_->Chiudi();
-    setAttribute(Qt::WA_Moved);  // it comes back where it was
+    setAttribute(Qt::WA_Moved);  // opens again where it was closed
 }
 
 // What is listed
@@ -73,7 +74,7 @@ void FinestraCoda::Filtra() {
     }
     const QModelIndex corrente = tabella_->currentIndex();
     if (corrente.isValid() && tabella_->isRowHidden(corrente.row())) {
-        tabella_->selectionModel()->clear();  // no command acts on what is not seen
+        tabella_->selectionModel()->clear();  // commands must not change a hidden turn
     }
 }
 
@@ -82,7 +83,7 @@ void FinestraCoda::MostraCoda() {
     const std::int64_t numero = turno != nullptr ? turno->numero : 0;
     turni_->Sostituisci(p_.coda.Turni());
     if (numero != 0 && turni_->Riga(numero) < 0) {
-        tabella_->selectionModel()->clear();  // its neighbour is not the one that the user chose
+        tabella_->selectionModel()->clear();  // Qt has selected its neighbour instead
     }
     Filtra();
     AbilitaComandi();
@@ -118,7 +119,7 @@ void FinestraCoda::AggiungiBrano() {
     }
 }
 
-/// Begins the turn that is selected, or the first one.
+/// Starts the selected turn, or the first one.
 void FinestraCoda::CominciaTurno() {
     if (const Turno* turno = Selezionato()) {
         p_.comincia(Turno(*turno));

@@ -19,19 +19,20 @@ class QBoxLayout;
 
 namespace sonnel {
 
-/// The queue's window: songs of the library are found and added above, the queue is kept below. It
-/// stays open while songs play.
+/// The queue's window: the upper part finds songs of the library and adds them, the lower part
+/// shows the queue. It stays open while songs play.
 class FinestraCoda final : public QDialog {
   public:
-    /// What it uses; all of it outlives the window.
+    /// All of it must outlive the window.
     struct Parti {
         Coda& coda;
         ProssimoTurno& prossimo;
         AltreFinestre& finestre;
-        /// Enabled while a turn can begin; the window shows it and hears it.
+        /// The action Start, enabled while a turn can start. The window shows it as a button and
+        /// reacts to it.
         QAction& azioneComincia;
         std::function<void(const Turno&)> comincia;
-        std::function<void()> lasciata;  ///< it is no longer the active window
+        std::function<void()> lasciata;  ///< called when this is no longer the active window
     };
     FinestraCoda(Parti parti, QWidget* principale);
     FinestraCoda(const FinestraCoda&) = delete;
@@ -41,7 +42,7 @@ class FinestraCoda final : public QDialog {
     /// Opens it, or brings it to the front.
     void Apri();
     /// Shows why a command failed, in the window itself: a message box would pause the song.
-    /// False when it did.
+    /// Returns false when `errore` holds an error.
     bool Riporta(const std::optional<Error>& errore);
 
   protected:
@@ -76,9 +77,9 @@ class FinestraCoda final : public QDialog {
     LineaCerca* linea_;
     QLabel* errore_;
     QAction* aggiungi_ = nullptr;
-    QList<QAction*> conTurno_;               ///< commands that need a turn that is selected
+    QList<QAction*> conTurno_;               ///< commands that need a selected turn
     std::optional<std::uint64_t> versione_;  ///< of the songs that are listed
-    QString parole_;                         ///< to find
+    QString parole_;                         ///< the words to find
 };
 
 }  // namespace sonnel

@@ -15,8 +15,8 @@
 namespace sonnel {
 namespace {
 
-constexpr int LarghezzaFinestra = 100;  // mean characters of its font
-constexpr int AltezzaFinestra = 34;     // its lines
+constexpr int LarghezzaFinestra = 100;  // average characters of the window's font
+constexpr int AltezzaFinestra = 34;     // lines of the window's font
 
 QLabel* Etichetta(const char* testo, QWidget& compagno) {
     auto* etichetta = new QLabel(testo, compagno.parentWidget());

@@ -122,7 +122,7 @@ void ModelloCoda::AggiungiNuovi(const std::vector<Turno>& turni) {
     }
 }
 
-/// Brings the turns into the order of others, which are the same ones.
+/// Puts the lines in the order of `turni`, which has the same turns.
 void ModelloCoda::Riordina(const std::vector<Turno>& turni) {
     for (int riga = 0; riga < rowCount(); ++riga) {
         const int da = Riga(turni.at(static_cast<std::size_t>(riga)).numero);
@@ -161,7 +161,7 @@ QItemSelectionModel::SelectionFlags VistaCoda::selectionCommand(const QModelInde
 }
 
 QModelIndex VistaCoda::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    // With Ctrl they lead to the first and the last cell.
+    // In Qt only Ctrl+Home and Ctrl+End move to another line.
     const bool estremo = action == MoveHome || action == MoveEnd;
     const int colonna = currentIndex().column();
     const QModelIndex cella =
@@ -174,7 +174,8 @@ QWidget* EditaTonalita::createEditor(QWidget* parent, const QStyleOptionViewItem
     auto* editore = new QComboBox(parent);
     for (int tonalita = Performance::HighestKey; tonalita >= Performance::LowestKey; --tonalita) {
         if (tonalita == 0) {
-            editore->addItem(Propria);  // up and down from there are the next keys
+            editore->addItem(Propria);  // placed between -1 and +1, so that Up and Down change the
+                                        // key by a semitone
         }
         editore->addItem(DescriviTonalita(tonalita));
     }

@@ -17,7 +17,7 @@ namespace sonnel {
 class ModelloCoda final : public QAbstractTableModel {
   public:
     enum Colonna { Cantante, Brano, Tonalita, Colonne };
-    /// `cambia` gets a turn with another singer or key.
+    /// `cambia` is called with a turn whose singer or key was edited.
     ModelloCoda(QObject* padre, std::function<void(const Turno&)> cambia);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -28,13 +28,13 @@ class ModelloCoda final : public QAbstractTableModel {
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
-    /// Shows these turns, and which songs are gone now; a line that is being edited stays as long
-    /// as its turn does.
+    /// Shows these turns and which of their songs are missing. A line being edited is kept while
+    /// its turn exists.
     void Sostituisci(const std::vector<Turno>& turni);
     [[nodiscard]] const std::vector<Turno>& Turni() const { return turni_; }
     /// The line of the turn with this number; -1 when there is none.
     [[nodiscard]] int Riga(std::int64_t numero) const;
-    /// The lines as they are searched.
+    /// The texts of the lines for searching.
     [[nodiscard]] std::vector<RigaElenco> Righe() const;
 
   private:
@@ -44,7 +44,7 @@ class ModelloCoda final : public QAbstractTableModel {
 
     std::function<void(const Turno&)> cambia_;
     std::vector<Turno> turni_;
-    std::set<std::int64_t> spariti_;  ///< turns whose songs were gone when they were replaced
+    std::set<std::int64_t> spariti_;  ///< turns whose songs were missing at the last Sostituisci
 };
 
 /// The table. The selection changes only to another line, and Home and End go to the first and the

@@ -34,7 +34,7 @@ frmKaraoke::frmKaraoke(const Parti& parti, Avvio avvio)
     area_->installEventFilter(this);
     Parole.setAccessibleName("Lyrics");
     Parole.onClick = [this] { Parole_Click(); };
-    // With the focus here no button holds it, which would pass it on when it is put out of use.
+    // Gets the focus, so that no button has it: one that is disabled would pass it on.
     Parole.setFocusPolicy(Qt::ClickFocus);
     Parole.setFocus();
     CreaMenu();
@@ -146,7 +146,7 @@ void frmKaraoke::mnuVisMixer_Click() {
 }
 
 void frmKaraoke::mnuVisCalibratura_Click() {
-    // Nothing else may begin while it is measured.
+    // No other command may run during the measurement.
     const QPointer<QWidget> attivo = focusWidget();
     setEnabled(false);
     const bool misurato =
@@ -158,7 +158,7 @@ void frmKaraoke::mnuVisCalibratura_Click() {
         attivo->setFocus();
     }
     if (misurato) {
-        // The test has drawn in the configured font.
+        // The test leaves the configured font behind; fit it to the song again.
         (void)impaginazione_.AdattaFont();
     }
     riproduzione_.RisincronizzaParole();
@@ -195,7 +195,7 @@ void frmKaraoke::ApriPagina(std::string_view indirizzo) {
 }
 
 void frmKaraoke::mnuHelpAbout_Click() {
-    // The start-up splash, while it is still loaded, stays what it is and closes itself.
+    // While the start-up splash still exists, it is shown again instead and closes by itself.
     if (!splash_) {
         CaricaSplash(frmSplash::Modo::Informazioni);
     }
@@ -230,8 +230,8 @@ void frmKaraoke::tmrSlider_Timer() {
     riproduzione_.AggiornaCursore();
 }
 
-/// The queue or the lyrics window is no longer the active one. When it was closed, the window
-/// manager gives the focus back a moment later.
+/// The queue or the lyrics window is no longer active. When it was closed, the window manager
+/// returns the focus to the main window a moment later, so wait for that.
 void frmKaraoke::FinestraLasciata() {
     constexpr int pazienza = 200;  // ms
     QTimer::singleShot(pazienza, this, [this] { Form_LostFocus(); });

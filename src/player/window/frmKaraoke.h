@@ -41,10 +41,10 @@
 
 namespace sonnel {
 
-/// The main window: it shows the lyrics and the position of the song and passes commands on.
+/// The main window: shows the lyrics and the position of the song and passes commands on.
 class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaKaraoke {
   public:
-    /// What the window uses; all of it outlives the window.
+    /// All of it must outlive the window.
     struct Parti {
         Config& config;
         Timeline& timeline;
@@ -60,23 +60,23 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
         AltreFinestre& finestre;
         Coda& coda;
     };
-    /// What only the start-up needs.
+    /// Needed at start-up only.
     struct Avvio {
         std::string
             CmdLine;  ///< the program's arguments as they were received, blanks between them
         std::filesystem::path eseguibile{};  ///< the program's own file
         std::string openDirPredefinita{};    ///< karaoke directory when the settings name none
         ScriviWinIni scriviWinIni;
-        std::optional<sonnel::Canto> canto{};  ///< of all songs, whatever is remembered for them
+        std::optional<sonnel::Canto> canto{};  ///< for all songs, instead of what is stored
     };
     frmKaraoke(const Parti& parti, Avvio avvio);
 
-    /// Brings the player up and shows the window.
+    /// Runs the start-up steps and shows the window.
     void Form_Load();
-    /// Whether songs of another start of the program are welcome: until the window is closed.
+    /// Whether songs from another start of the program are accepted: until the window is closed.
     [[nodiscard]] bool AccettaBrani() const { return fase_ != Fase::Chiusa; }
-    /// Opens such a song, by its absolute path, and comes to the front; "" is no song. What comes
-    /// during the start-up waits for its end.
+    /// Opens such a song by its absolute path, if not "", and brings the window to the front.
+    /// During the start-up it only keeps the path for later.
     void RiceviBrano(const std::string& percorso);
 
     void mnuFileLoad_Click();
@@ -166,7 +166,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     SchermoIntero* intero_ = nullptr;
     std::unique_ptr<FinestraParole> cantanti_;  ///< the singers' window
     Turni* turni_ = nullptr;
-    Colour sfondo_ = 0;  ///< of what the strip and the lyrics leave free
+    Colour sfondo_ = 0;  ///< of the space around the strip and the lyrics
     QtPictureBox Parole;
     QToolBar* tlbBar = nullptr;
     QLabel* lblPosition = nullptr;
@@ -177,7 +177,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
     QTimer tmrLogo{this};
     KeepAwake sveglia_;
     QTimer tmrSlider;
-    CRebar Rebar;  ///< without bands: the strip lies over it, as wide as the window
+    CRebar Rebar;  ///< has no bands: the strip covers it, because that is as wide as the window
     std::array<QIcon, 3> ImageList2;
     int immagineLogo_ = 0;
     int contatoreLogo_ = 0;
@@ -192,7 +192,7 @@ class frmKaraoke final : public QMainWindow, public CorniceParole, public VistaK
 
     enum class Fase { Avvio, Pronta, Chiusa };
     Fase fase_ = Fase::Avvio;
-    std::vector<std::string> ricevuti_;  ///< during the start-up
+    std::vector<std::string> ricevuti_;  ///< paths received during the start-up
 
     std::unique_ptr<frmSplash> splash_;  ///< while it is loaded
     std::unique_ptr<frmInfo> info_;      ///< from its first use on

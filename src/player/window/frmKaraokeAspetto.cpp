@@ -19,7 +19,7 @@ bool frmKaraoke::eventFilter(QObject* object, QEvent* event) {
     if (object == area_ && event->type() == QEvent::Resize) {
         Form_Resize();
     }
-    // Its palette would be that of the toolbar too.
+    // Painted here, because a palette set on the area would colour the toolbar too.
     if (object == area_ && event->type() == QEvent::Paint) {
         QPainter(area_).fillRect(area_->rect(), ToQColor(sfondo_));
     }
@@ -34,7 +34,7 @@ void frmKaraoke::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange && imgLogo != nullptr) {
         MostraLogo(std::exchange(immagineLogo_, 0));
     }
-    // A menu of the window leaves it active.
+    // Not when a menu of this window opens: the window stays active then.
     if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
         Form_LostFocus();
     }
@@ -49,13 +49,14 @@ void frmKaraoke::Form_Resize() {
     const bool altraLarghezza = Parole.width() != area_->width();
     Parole.setGeometry(0, Parole.y(), area_->width(), Parole.height());
     disegno_.Ridisponi();
-    // Until it is on the screen the window takes its place, and the song's font with it.
+    // Before it is shown, the window still gets its stored size; the font of a song loaded already
+    // must follow.
     if (altraLarghezza && (windowHandle() == nullptr || !windowHandle()->isExposed())) {
         riproduzione_.Riadatta();
     }
 }
 
-/// Gives the window's contents their sizes at once, also while it is hidden.
+/// Lays out the window's contents at once, even while it is hidden.
 void frmKaraoke::DisponiFinestra() {
     ensurePolished();
     layout()->activate();
@@ -63,7 +64,7 @@ void frmKaraoke::DisponiFinestra() {
 }
 
 int frmKaraoke::AltezzaBarra() const {
-    // On a full screen it lies over the words, when it is there at all.
+    // On a full screen the toolbar, while visible, covers the lyrics and takes no height from them.
     return ASchermoIntero() ? 0 : Twips(striscia_->height());
 }
 
@@ -88,7 +89,8 @@ void frmKaraoke::ColoreSfondo(Colour colore) {
 // What playback shows
 
 void frmKaraoke::Titolo(const std::string& titolo) {
-    // "[*]" is the window system's mark for unsaved changes; doubled it is shown as text.
+    // In a window title Qt replaces "[*]" by a mark for unsaved changes; doubled, it is shown as
+    // text.
     setWindowTitle(QString::fromStdString(titolo).replace("[*]", "[*][*]"));
 }
 
@@ -139,12 +141,12 @@ void frmKaraoke::tmrLogo_Timer() {
 
 void frmKaraoke::Comandi(const StatoComandi& stato) {
     cantanti_->Segui();
-    // Told a hundred times a second while a song plays, and nearly always the same.
+    // Called a hundred times a second while a song plays, nearly always with the same states.
     if (comandi_ == stato) {
         return;
     }
     comandi_ = stato;
-    // The focus leaves before its control is put out of use, which would pass it on to a button.
+    // Move the focus first: disabling the control that has it would pass it on to a button.
     if (stato.TimerCursore && !tmrSlider.isActive()) {
         Parole.setFocus();
     }

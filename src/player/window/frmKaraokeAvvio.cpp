@@ -1,4 +1,4 @@
-// How the main window comes up and how it ends the program.
+// The main window's start-up and the end of the program.
 
 #include "platform/Numbers.h"
 #include "platform/qt/PaintNow.h"
@@ -66,7 +66,7 @@ void frmKaraoke::MostraSplash() {
 
 void frmKaraoke::CaricaSplash(frmSplash::Modo modo) {
     splash_ = std::make_unique<frmSplash>(modo, modo == frmSplash::Modo::Avvio ? nullptr : this);
-    // It may be closing itself: it is destroyed when its own work is done.
+    // Deleted later, because the splash calls this from its own functions.
     splash_->onUnload = [this] { splash_.release()->deleteLater(); };
 }
 
@@ -100,7 +100,8 @@ void frmKaraoke::CaricaDaRigaComando(const std::string& riga) {
 }
 
 /// Puts the window where it was closed; a maximised one gets that place when it is restored. A song
-/// that is loaded was fitted to the width of the screen, which a maximised window has too.
+/// loaded already was fitted to the screen's width, which only a maximised window has, so the font
+/// is fitted again.
 void frmKaraoke::RipristinaPosto() {
     const Config& config = p_.config;
     if (isMinimized() && !config.FullScreen) {
@@ -130,7 +131,7 @@ void frmKaraoke::MostraFinestra() {
 }
 
 void frmKaraoke::closeEvent(QCloseEvent* event) {
-    // While the library is rebuilt the window takes no input, its frame's either.
+    // While the library is rebuilt the window must not close.
     event->setAccepted(isEnabled());
     if (isEnabled()) {
         Form_Unload();

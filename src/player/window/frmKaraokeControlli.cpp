@@ -18,11 +18,11 @@ namespace {
 constexpr QSize ImmagineLogo(32, 32);
 constexpr int PaginaCursore = 10;  // seconds that a page key moves the slider
 
-/// A command: its menu item, its handler, its button in the toolbar if it has one, and the states
-/// that enable the two. Without a state they can always be used.
+/// A command: its menu item, handler, toolbar button if any, and the state that enables it. Without
+/// a state it is always enabled.
 struct Comando {
-    const char* menu;             ///< the menu that this item begins; null for the items below it
-    const char* nome;             ///< object name of the menu item
+    const char* menu;  ///< title of the menu that starts with this item; null for its other items
+    const char* nome;  ///< object name of the menu item
     const char* testo = nullptr;  ///< null for a separator
     QKeyCombination tasti{};
     void (frmKaraoke::*gestore)() = nullptr;
@@ -98,7 +98,7 @@ static_assert(std::ranges::all_of(BarraPlayer,
                                   }),
               "a button without a command");
 
-/// The command of a place in the toolbar, counted from 1; null when there is none.
+/// The command at a position in the toolbar, counted from 1; null for a separator.
 const Comando* ComandoDelBottone(int indice) {
     const auto posto = static_cast<std::size_t>(indice) - 1;
     if (posto >= BarraPlayer.size() || BarraPlayer[posto].empty()) {
@@ -176,10 +176,10 @@ QWidget* frmKaraoke::CreaPosizione() {
     lblTrackLength->setAccessibleDescription("Song length");
     lblCanto = new QLabel(SSPanel1);
     lblCanto->setAccessibleDescription("Key, tempo and melody");
-    lblCanto->setMinimumWidth(1);  // gives way where the window is narrow
+    lblCanto->setMinimumWidth(1);  // shrinks when the window is narrow
     lblCanto->hide();
     for (QLabel* etichetta : {lblPosition, lblTrackLength}) {
-        // The slider does not move while the digits change.
+        // Fixed width, so that the slider does not move when the digits change.
         etichetta->setMinimumWidth(etichetta->fontMetrics().horizontalAdvance("00' 00\"") + 2);
         etichetta->setAlignment(Qt::AlignCenter);
     }

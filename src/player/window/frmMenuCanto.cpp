@@ -21,7 +21,7 @@ struct Voce {
     const char* testo;
     const char* tasti;
     void (*esegui)(Cantante&);
-    bool melodia = false;  ///< is checked while the tune sounds so; in the order of the melodies
+    bool melodia = false;  ///< checked while it is the current melody; in the order of Melody
 };
 
 constexpr std::array Voci{
@@ -61,7 +61,7 @@ void MenuCanto::CreaVoci() {
             p_.cambiato();
         });
         azione->setShortcut(QKeySequence(voce.tasti));
-        finestra_.addAction(azione);  // the shortcut works without the menu
+        finestra_.addAction(azione);  // so that its shortcut works while the menu is closed
         if (voce.melodia) {
             azione->setCheckable(true);
             gruppo->addAction(azione);
@@ -80,7 +80,7 @@ void MenuCanto::CreaVoci() {
     p_.altre.append(avanti);
 }
 
-/// Shows what can be chosen for the song that is open.
+/// Enables and checks the items for the open song.
 void MenuCanto::Aggiorna() {
     Cantante& cantante = p_.cantante;
     for (QAction* voce : menu_.actions()) {

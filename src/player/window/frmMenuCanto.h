@@ -11,18 +11,18 @@
 
 namespace sonnel {
 
-/// The singer's commands in the main window: the menu that a right click, the Menu key or Shift+F10
-/// opens, their shortcuts, and Space, which plays and pauses.
+/// The singer's commands in the main window with their shortcuts: a context menu (right click, Menu
+/// key, Shift+F10), and Space, which plays and pauses.
 class MenuCanto final : public QObject {
   public:
     struct Parti {
         Cantante& cantante;
-        std::function<void()> cambiato;         ///< a command has been carried out
+        std::function<void()> cambiato;         ///< called after each command
         std::function<void()> suonaOPausa;      ///< Space
-        std::vector<const QWidget*> conSpazio;  ///< what has the focus when Space is pressed
-        QList<QAction*> altre;                  ///< commands of others, at the end of the menu
+        std::vector<const QWidget*> conSpazio;  ///< Space works while one of these has the focus
+        QList<QAction*> altre;                  ///< further commands for the end of the menu
     };
-    /// It belongs to the window.
+    /// `finestra` owns the new object.
     MenuCanto(QWidget& finestra, Parti parti);
 
   protected:

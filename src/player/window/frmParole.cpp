@@ -41,7 +41,7 @@ FinestraParole::FinestraParole(Parti parti)
     connect(&battito_, &QTimer::timeout, this, &FinestraParole::Avanza);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](const QScreen* perduto) {
         if (azione_->isChecked() && screen() == perduto) {
-            // Once the window system has moved what was there.
+            // Wait until Qt has moved the windows of that screen.
             QTimer::singleShot(0, this, &FinestraParole::SchermoPerduto);
         }
     });
@@ -172,12 +172,12 @@ void FinestraParole::Segui() {
     } else if (!suona) {
         battito_.stop();
     } else if (ultimo_ == p_.brano.timeline.UltimoEvento) {
-        return;  // its time comes with the next beat
+        return;  // the next timer tick draws it
     }
     Avanza();
 }
 
-/// Shows the moment of the song; paints what has changed.
+/// Shows the current moment of the song, repainting only what has changed.
 void FinestraParole::Avanza() {
     ultimo_ = p_.brano.timeline.UltimoEvento;
     update(disegno_.Mostra(ScenaA(p_.brano.timeline, p_.tempo(), mostra_)));

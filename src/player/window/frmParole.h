@@ -20,28 +20,29 @@ namespace sonnel {
 /// desktop allows it, it never takes the focus. It draws only what has changed.
 class FinestraParole final : public QWidget {
   public:
-    /// What it shows; all of it outlives the window.
+    /// All of it must outlive the window.
     struct Parti {
         DisegnoScena::Parti brano;
         Registry& registro;
         const Screen& schermo;
-        std::function<double()> tempo;  ///< of the words that are due, in tenths of a second
+        std::function<double()> tempo;  ///< tenths of a second: the time whose words are due
         std::function<bool()> suona;    ///< the song is playing
         std::function<const std::optional<Annuncio>&()> annuncio;  ///< shown instead of the song
-        std::function<void()> lasciata;  ///< it is no longer the active window
-        const QWidget* principale;       ///< whose screen is not the singers'
+        std::function<void()> lasciata;  ///< called when this is no longer the active window
+        const QWidget* principale;       ///< the main window, on a screen that is not the singers'
     };
     explicit FinestraParole(Parti parti);
 
-    /// Opens and closes it; to be added to menus.
+    /// Opens and closes the window; for menus.
     [[nodiscard]] QAction* Azione() { return azione_; }
-    /// What it shows, for those without a mouse.
+    /// The menu that chooses what the window shows; for users without a mouse.
     [[nodiscard]] QAction* AzioneMenu() const { return menu_.menuAction(); }
-    /// Whether the announcement of the next turn is seen there.
+    /// Whether this window shows the announcement of the next turn.
     [[nodiscard]] bool MostraAnnuncio() const { return isVisible() && mostra_.annuncio; }
-    /// Another song is open, or the settings have changed.
+    /// To be called when another song is open or the settings have changed.
     void Rinnova();
-    /// The song began or ceased to play, or stands elsewhere. May be told more often.
+    /// To be called when the song starts or stops playing or its position jumps; more calls do no
+    /// harm.
     void Segui();
 
   protected:
@@ -67,10 +68,10 @@ class FinestraParole final : public QWidget {
     MostraScena mostra_;
     QAction* azione_;
     QMenu menu_;
-    QTimer battito_;           ///< while the song plays
+    QTimer battito_;           ///< redraws while the song plays
     QRect ordinario_;          ///< its place when it does not fill the screen
     std::int16_t ultimo_ = 0;  ///< last event that it shows
-    std::size_t schermi_ = 0;  ///< when it took its place
+    std::size_t schermi_ = 0;  ///< number of screens when the window got its place
 };
 
 }  // namespace sonnel

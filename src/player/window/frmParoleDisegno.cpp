@@ -11,9 +11,9 @@ namespace sonnel {
 namespace {
 
 constexpr int Provato = 100;      // pixels: the size at which lines are measured
-constexpr double Margine = 0.92;  // of the width and the height that the words may take
+constexpr double Margine = 0.92;  // part of the width and the height that the lyrics may fill
 constexpr double Interlinea = 1.1;
-constexpr int RigheInPiu = 2;    // the dots above the page, the next line below it
+constexpr int RigheInPiu = 2;    // for the dots above the page and the next line below it
 constexpr double Ombra = 0.025;  // of the letters' height
 constexpr double Sbiadito = 0.65;
 
@@ -21,7 +21,7 @@ QString Testo(const std::string& testo) {
     return QString::fromStdString(testo);
 }
 
-/// A text of the song information, whose "&" are doubled for labels.
+/// A text of the song information with the doubled "&" made single again.
 QString Semplice(const std::string& testo) {
     return Testo(testo).replace("&&", "&");
 }
@@ -97,8 +97,8 @@ void DisegnoScena::ComponiPagina() {
     daCantare_ = cantata_ = QPixmap();
 }
 
-/// Where each character stands when the line is in the middle: the whole line is laid out at once,
-/// because letters change their form beside others, and lines may run from right to left.
+/// The place of each character in a centred line. The whole line is laid out at once, because
+/// letters change their form beside others and lines may run from right to left.
 DisegnoScena::Riga DisegnoScena::Componi(const QString& testo) const {
     auto composto = std::make_unique<QTextLayout>(testo, carattere_);
     QTextOption opzioni(Qt::AlignLeft | Qt::AlignAbsolute);
@@ -131,8 +131,8 @@ DisegnoScena::Riga DisegnoScena::Componi(const QString& testo) const {
     return riga;
 }
 
-/// The part of the window with these characters of the page. At the ends of a line it takes in what
-/// the letters stand over.
+/// The region with the characters `da` to `a` of the page, widened at the ends of a line because
+/// letters can overhang there.
 QRegion DisegnoScena::Cantato(double da, double a) const {
     QRegion parte;
     double primo = 0;
@@ -181,8 +181,8 @@ void DisegnoScena::Dipingi(QPainter& pittore, const QRegion& parte) {
     }
 }
 
-/// The page is painted once, before and after it is sung, whatever the colour's way through it, and
-/// the next line while there is time.
+/// Paints the page into two pictures, unsung and sung, from which each moment is copied; also the
+/// next line, before it is needed.
 void DisegnoScena::DisegnaPagina(double pixel) {
     const auto tela = [&](std::size_t righe) {
         const QSizeF misura(finestra_.width(), static_cast<double>(righe) * passo_);
@@ -220,8 +220,8 @@ void DisegnoScena::Scrivi(QPainter& pittore, const std::vector<Riga>& righe, Col
     }
 }
 
-/// The largest size up to `altezza` pixels at which a text fits: in one line, unless it takes much
-/// smaller letters, else in several. Nothing is cut.
+/// The largest font up to `altezza` pixels in which the whole text fits: in one line or, if that
+/// needs much smaller letters, in several.
 QFont DisegnoScena::CheEntra(const QRect& zona, const QString& testo, int altezza) const {
     constexpr double piuPiccolo = 0.95;
     constexpr double inUnaRiga = 0.6;  // of `altezza`
@@ -273,7 +273,8 @@ void DisegnoScena::DisegnaPunti(QPainter& pittore) const {
     }
 }
 
-/// Above the fullest page, so that they stay where they are when the page comes; below the title.
+/// The area of the dots: below the title, or above the page with the most lines, so that they do
+/// not move when the page appears.
 QRect DisegnoScena::ZonaPunti() const {
     if (scena_.titolo) {
         constexpr double sottoAutore = 0.82;

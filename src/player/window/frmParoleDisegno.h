@@ -19,7 +19,7 @@ namespace sonnel {
 /// of the song fits with the dots above it and the next line below it.
 class DisegnoScena {
   public:
-    /// All of it outlives the drawing.
+    /// All of it must outlive this object.
     struct Parti {
         const Timeline& timeline;
         const InformazioniBrano& informazioni;
@@ -27,18 +27,18 @@ class DisegnoScena {
     };
     explicit DisegnoScena(const Parti& parti) : p_(parti) {}
 
-    /// Another song, or other settings. `Adatta` comes after it.
+    /// Prepares for another song or other settings; call `Adatta` afterwards.
     void Misura();
-    /// Fits all to the window's size, in pixels.
+    /// Fits everything to the window's size in pixels.
     void Adatta(QSize finestra);
-    /// Takes over a scene. Returns what of the window is to be painted anew.
+    /// Sets the scene. Returns the region of the window that must be repainted.
     [[nodiscard]] QRegion Mostra(const Scena& scena);
-    /// Paints so much of the window.
+    /// Paints this part of the window.
     void Dipingi(QPainter& pittore, const QRegion& parte);
 
   private:
-    /// Where a character begins and ends, from left to right or from right to left. What belongs to
-    /// the one before it ends where it begins.
+    /// The horizontal range of a character, left to right or right to left. A combining character
+    /// has an empty range.
     struct Tratto {
         double inizio;
         double fine;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int IntervalloMouse = 150;  // ms
 constexpr int BordoSuperiore = 2;     // pixels
-constexpr int Ritorno = 500;          // ms that a window manager may take for the size from before
+constexpr int Ritorno = 500;  // ms within which a window manager restores the size from before
 
 }  // namespace
 
@@ -58,7 +58,7 @@ void SchermoIntero::Passa(bool intero) {
     adatta_();
 }
 
-/// Shortcuts of a menu bar that is hidden are dead: this one only has no height.
+/// The menu bar gets no height instead of being hidden, which would disable its shortcuts.
 void SchermoIntero::MostraBarre(bool mostra) {
     if (mostra == barre_) {
         return;
@@ -95,7 +95,7 @@ bool SchermoIntero::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::Resize && (attivo_ || tornata)) {
         QTimer::singleShot(0, this, [this] { adatta_(); });
     }
-    // The desktop may end the full screen by itself.
+    // The desktop itself may have ended the full screen.
     if (event->type() == QEvent::WindowStateChange && attivo_ && finestra_.isVisible() &&
         !finestra_.isFullScreen()) {
         azione_->setChecked(false);

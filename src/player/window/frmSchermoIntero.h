@@ -10,16 +10,16 @@
 namespace sonnel {
 
 /// The full screen of the main window: F11 and its action switch it, Escape leaves it. Menu bar and
-/// toolbar are hidden, and come for a while when the mouse is at the upper edge.
+/// toolbar are hidden and only shown while the mouse is at the upper edge.
 class SchermoIntero final : public QObject {
   public:
     /// `adatta` fits the lyrics to the window's new size.
     SchermoIntero(QMainWindow& finestra, QWidget& striscia, std::function<void()> adatta);
 
     [[nodiscard]] bool Attivo() const { return attivo_; }
-    /// Switches it; to be added to menus.
+    /// Switches the full screen; for menus.
     [[nodiscard]] QAction* Azione() { return azione_; }
-    /// Hides the window, in the place and state that it had before.
+    /// Hides the window and gives it back the place and state from before the full screen.
     void Termina();
 
   protected:
@@ -36,7 +36,7 @@ class SchermoIntero final : public QObject {
     QAction* azione_;
     QAction* esci_;
     QTimer guardia_;
-    QDeadlineTimer ritorno_{0};  ///< until then the window may get its size from before
+    QDeadlineTimer ritorno_{0};  ///< until then a window manager may restore the size from before
     bool attivo_ = false;
     bool barre_ = true;
     Qt::WindowStates statoPrima_;

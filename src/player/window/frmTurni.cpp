@@ -25,7 +25,7 @@ Turni::Turni(QWidget& finestra, Parti parti)
                  [this](const Turno& turno) {
                      // One that stays in the queue would begin again and again.
                      if (Togli(turno) && !Suona(turno)) {
-                         prossimo_.BranoFinito();  // the one after it
+                         prossimo_.BranoFinito();  // announces the one after it
                      }
                  }}),
       carta_(new CartaAnnuncio(
@@ -45,7 +45,8 @@ Turni::Turni(QWidget& finestra, Parti parti)
     connect(p_.cantanti.AzioneMenu()->menu(), &QMenu::triggered, this, &Turni::MostraAnnuncio);
 }
 
-/// The announcement moves when the singers' window comes or goes, or the full screen does.
+/// The announcement moves between the windows when the lyrics window is shown or hidden, and when
+/// the full screen begins or ends.
 bool Turni::eventFilter(QObject* oggetto, QEvent* evento) {
     constexpr std::array Cambi{QEvent::Show, QEvent::Hide, QEvent::WindowStateChange};
     if (Corrente() && std::ranges::find(Cambi, evento->type()) != Cambi.end()) {
@@ -69,7 +70,8 @@ void Turni::CreaFinestra() {
                               },
                               p_.lasciata},
                              &finestra_);
-    // The host's hands are here while a song plays.
+    // The keys for pause and stop work in the queue's window too, where the user works while a song
+    // plays.
     for (const char* nome : {"mnuSoundPause", "mnuSoundStop"}) {
         coda_->addAction(finestra_.findChild<QAction*>(nome));
     }
@@ -83,7 +85,7 @@ void Turni::CreaFinestra() {
         });
 }
 
-/// Over the lyrics, unless it is seen on the singers' screen.
+/// Shows the announcement over the lyrics, unless the lyrics window shows it.
 void Turni::MostraAnnuncio() {
     ferma_->setEnabled(Corrente().has_value());
     carta_->Aggiorna(!p_.cantanti.MostraAnnuncio() || finestra_.isFullScreen());

@@ -15,11 +15,11 @@
 
 namespace sonnel {
 
-/// The queue in the main window: its window, the announcement between two songs, and the beginning
-/// of a turn.
+/// Connects the queue with the main window: opens the queue's window, shows the announcement
+/// between two songs and starts turns.
 class Turni final : public QObject {
   public:
-    /// What it uses; all of it outlives it.
+    /// All of it must outlive this object.
     struct Parti {
         Coda& coda;
         Registry& registro;
@@ -30,25 +30,26 @@ class Turni final : public QObject {
         const Config& config;
         QWidget& area;                   ///< everything below the menu bar
         QWidget& barra;                  ///< the toolbar's strip at the top of it
-        FinestraParole& cantanti;        ///< asks for the announcement
+        FinestraParole& cantanti;        ///< may show the announcement
         std::function<void()> lasciata;  ///< the queue's window is no longer the active one
     };
-    /// It belongs to the window.
+    /// `finestra` owns the new object.
     Turni(QWidget& finestra, Parti parti);
 
-    /// Opens the queue; to be added to menus.
+    /// Opens the queue's window; for menus.
     [[nodiscard]] QAction* Azione() { return azione_; }
-    /// Begins a turn; to be enabled while none plays.
+    /// Starts a turn; the main window enables it while no song plays.
     [[nodiscard]] QAction* AzioneComincia() { return comincia_; }
-    /// Whether this is the queue's window.
+    /// Whether `finestra` is the queue's window.
     [[nodiscard]] bool Sua(const QWidget* finestra) const {
         return coda_ != nullptr && finestra == coda_;
     }
     void BranoFinito() { prossimo_.BranoFinito(); }
     [[nodiscard]] const std::optional<Annuncio>& Corrente() const { return prossimo_.Corrente(); }
-    /// Ends the announcement, where the keys for pause and stop have nothing else to do.
+    /// Ends the announcement. It has the shortcuts of pause and stop, which are disabled at that
+    /// time.
     [[nodiscard]] QAction* AzioneFerma() { return ferma_; }
-    /// Appends songs to the queue, and says so or why one cannot be.
+    /// Appends songs to the queue and reports the result to the user.
     void Accoda(const std::vector<FileBrano>& brani);
     bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
