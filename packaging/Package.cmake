@@ -13,8 +13,8 @@ set(CPACK_PACKAGE_HOMEPAGE_URL https://www.sonnel-player.example/)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "karaoke player for the desktop")
 set(CPACK_PACKAGE_DESCRIPTION "Sonnel plays the music of a MIDI file with a General MIDI SoundFont,
 shows the words page by page and colours them at the moment they are sung.
-It keeps a library of songs sorted by title, author or album, and measures
-how early words have to be drawn on the screen it runs on.
+Its library lists your songs by title, author or album; a test measures how
+early words have to be drawn on the screen it runs on.
 .
 It also plays karaoke MIDI files, changes key and tempo while a song plays,
 shows the words on a second screen for the singers, and keeps a queue of

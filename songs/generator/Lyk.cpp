@@ -12,7 +12,7 @@ namespace sonnel::songs {
 
 namespace {
 
-constexpr int LeadIn = 20;      ///< tenths of a second a page is shown before its first word
+constexpr int LeadIn = 20;      ///< tenths of a second from a page to its first word
 constexpr int LongPause = 100;  ///< after a longer one the screen is cleared
 
 std::string Line(int tenths, int kind, const std::string& text) {
