@@ -165,7 +165,7 @@ void OnePlayer::Read(QLocalSocket& client) {
     QTimer::singleShot(0, this, [this, song = *std::move(song)] { Take(song); });
 }
 
-void OnePlayer::Take(const HandedSong& song) {
+void OnePlayer::Take(const HandedSong& song) const {
     // From there it is taken when a window is activated; an X server is asked without it.
     if (!song.activationToken.empty() && QGuiApplication::platformName().startsWith("wayland")) {
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(song.activationToken));

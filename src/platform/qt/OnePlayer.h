@@ -57,7 +57,7 @@ class OnePlayer final : public QObject {
     void Listen();
     void Welcome();
     void Read(QLocalSocket& client);
-    void Take(const HandedSong& song);
+    void Take(const HandedSong& song) const;
 
     std::filesystem::path directory_;
     std::chrono::milliseconds patience_;
