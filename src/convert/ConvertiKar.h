@@ -4,6 +4,7 @@
 #include "platform/CommonDialog.h"
 #include "platform/Environment.h"
 
+#include <cstdint>
 #include <functional>
 
 namespace sonnel {
@@ -13,8 +14,8 @@ struct PartiKar {
     CommonDialog& dialoghi;
     ListaBrani& lista;
     Environment ambiente;  ///< may set today's date, see DataOdierna
-    std::function<void(std::int16_t)>
-        ProprietaBrano;  ///< lets the user edit the song at a position
+    /// Lets the user edit the song at a position of the table.
+    std::function<void(std::int16_t)> ProprietaBrano;
 };
 
 /// Lets the user choose a karaoke MIDI file, makes a song of it in the file's directory, and moves

@@ -56,9 +56,6 @@ bool Aggiunta::DellaLibreria(const FileBrano& brano) const {
 
 /// Why a song of this name cannot be added; "" when it can.
 std::string Aggiunta::Impedimento(const std::string& nome, const FileBrano& brano) const {
-    if (DellaLibreria(brano)) {
-        return "it is in the library's directory already";
-    }
     if (!brano.motivo.empty()) {
         return brano.motivo;
     }

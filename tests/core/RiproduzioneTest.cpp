@@ -284,8 +284,10 @@ TEST_F(PlaybackTest, WhatTheSingerChangesIsRememberedForTheSong) {
     EXPECT_EQ(window.singing, "key \u22122, tempo 50 %, melody soft, words 40 ms later");
     EXPECT_TRUE(Playing());
     player.SoundPause();
+    singer.CambiaTempo(5);
     Load("tune");
-    EXPECT_EQ(window.singing, own) << "a turn's key is not remembered";
+    EXPECT_EQ(window.singing, "key +3, tempo 55 %, melody soft, words 40 ms later")
+        << "a turn's key is not remembered";
     singer.Azzera();
     Load("tune");
     EXPECT_EQ(window.singing, "");

@@ -1,7 +1,6 @@
 #include "platform/files/Directory.h"
 
 #include "platform/Paths.h"
-#include "platform/SystemError.h"
 #include "platform/Text.h"
 
 #include <cerrno>

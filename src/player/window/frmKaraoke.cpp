@@ -1,6 +1,7 @@
 #include "player/window/frmKaraoke.h"
 
 #include "platform/Numbers.h"
+#include "platform/ScopeExit.h"
 #include "platform/qt/FileDrop.h"
 #include "player/Calibratura.h"
 #include "player/window/ControlloVolume.h"
@@ -149,14 +150,16 @@ void frmKaraoke::mnuVisCalibratura_Click() {
     // No other command may run during the measurement.
     const QPointer<QWidget> attivo = focusWidget();
     setEnabled(false);
+    const ScopeExit riabilita([this, attivo] {
+        setEnabled(true);
+        if (attivo) {
+            attivo->setFocus();
+        }
+    });
     const bool misurato =
         Calibratura({p_.config, Parole, disegno_, impaginazione_, p_.registro, p_.msgBox, p_.eventi,
                      p_.orologio, [this] { riproduzione_.RisincronizzaParole(); }})
             .EseguiCalibratura();
-    setEnabled(true);
-    if (attivo) {
-        attivo->setFocus();
-    }
     if (misurato) {
         // The test leaves the configured font behind; fit it to the song again.
         (void)impaginazione_.AdattaFont();

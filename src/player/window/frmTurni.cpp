@@ -115,8 +115,13 @@ void Turni::Accoda(const std::vector<FileBrano>& brani) {
 
 /// A text below the toolbar for some seconds: a message box would pause the song.
 void Turni::Avvisa(const QString& testo) {
+    const bool inUnaRiga =
+        QFontMetrics(QToolTip::font()).horizontalAdvance(testo) < finestra_.width();
+    // A long path has no blanks at which it could be broken.
+    const QString spezzabile = QString(testo).replace("/", "/\u200B").toHtmlEscaped();
     QToolTip::showText(p_.area.mapToGlobal(p_.barra.geometry().bottomLeft()),
-                       "<nobr>" + testo.toHtmlEscaped() + "</nobr>", &finestra_);
+                       QString(inUnaRiga ? "<nobr>%1</nobr>" : "<span>%1</span>").arg(spezzabile),
+                       &finestra_);
 }
 
 /// A turn leaves the queue when it begins, also when its song then cannot be opened.
