@@ -94,6 +94,8 @@ TEST_F(LyricsWindowTest, ShowsThePageAndTheWordsBegunOfTheMainWindow) {
 TEST_F(LyricsWindowTest, FollowsTheScreensAndPaintsOnlyWhatChanges) {
     const auto screens = QGuiApplication::screens();
     QWidget& singers = Singers("Twinkle Twinkle");
+    QApplication::setActiveWindow(&singers);
+    EXPECT_EQ(QApplication::activeWindow(), &singers);
     EXPECT_EQ(WindowInUse(), window.get()) << "boxes are for the host";
     // Here a window gets the focus even when it does not want it, and takes it away with it.
     const auto toggle = [&] {
